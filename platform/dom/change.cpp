@@ -1,0 +1,106 @@
+#include "platform/dom/change.h"
+
+#include "platform/dom/document_private.h"
+#include "platform/dom/node.h"
+
+#include <utility>
+
+namespace dom {
+
+void Changes::insertChild(Node *parent, qsizetype index, Node *node)
+{
+    log_.push_back({Change::Kind::Inserted, node, parent, index, Piece::Lead, {}, {}});
+    apply(log_.back());
+}
+
+void Changes::removeChild(Node *parent, qsizetype index)
+{
+    log_.push_back({Change::Kind::Removed, parent->child(index), parent, index, Piece::Lead, {}, {}});
+    apply(log_.back());
+}
+
+void Changes::setPiece(Node *node, Piece piece, Text text)
+{
+    log_.push_back({Change::Kind::PieceSet, node, nullptr, 0, piece, node->piece(piece), std::move(text)});
+    apply(log_.back());
+}
+
+void Changes::undoTo(qsizetype mark)
+{
+    while (qsizetype(log_.size()) > mark) {
+        revert(log_.back());
+        log_.pop_back();
+    }
+}
+
+std::vector<Change> Changes::take() { return std::exchange(log_, {}); }
+
+void Changes::applyAll(const std::vector<Change> &changes)
+{
+    for (const Change &change : changes)
+        apply(change);
+}
+
+void Changes::revertAll(const std::vector<Change> &changes)
+{
+    for (auto change = changes.rbegin(); change != changes.rend(); ++change)
+        revert(*change);
+}
+
+void Changes::apply(const Change &change)
+{
+    switch (change.kind) {
+    case Change::Kind::Inserted:
+        return doInsert(change.parent, change.index, change.node);
+    case Change::Kind::Removed:
+        return doRemove(change.parent, change.index, change.node);
+    case Change::Kind::PieceSet:
+        return doSetPiece(change.node, change.piece, change.after);
+    }
+}
+
+void Changes::revert(const Change &change)
+{
+    switch (change.kind) {
+    case Change::Kind::Inserted:
+        return doRemove(change.parent, change.index, change.node);
+    case Change::Kind::Removed:
+        return doInsert(change.parent, change.index, change.node);
+    case Change::Kind::PieceSet:
+        return doSetPiece(change.node, change.piece, change.before);
+    }
+}
+
+void Changes::doInsert(Node *parent, qsizetype index, Node *node)
+{
+    Observer *observer = document_.d->observer;
+    if (observer)
+        observer->aboutToInsert(parent, index, node);
+    parent->children().insert(index, node);
+    parent->markDirty();
+    Node::addToCounts(parent, node->subtreeCount_);
+    if (observer)
+        observer->inserted(parent, index, node);
+}
+
+void Changes::doRemove(Node *parent, qsizetype index, Node *node)
+{
+    Observer *observer = document_.d->observer;
+    if (observer)
+        observer->aboutToRemove(parent, index, node);
+    parent->children().remove(index);
+    parent->markDirty();
+    Node::addToCounts(parent, -node->subtreeCount_);
+    if (observer)
+        observer->removed(parent, index, node);
+}
+
+void Changes::doSetPiece(Node *node, Piece piece, const Text &text)
+{
+    node->setPiece(piece, text);
+    node->markDirty();
+    if (document_.d->observer && piece == Piece::Head)
+        document_.d->observer->textChanged(node);
+}
+
+} // namespace dom

@@ -1,0 +1,176 @@
+#include "platform/dom/characters.h"
+
+#include "platform/dom/names.h"
+
+namespace dom {
+
+namespace {
+
+constexpr qsizetype expansionLimit = 1 << 20; // bytes that the entities of one attribute may grow to
+constexpr int depthLimit = 40; // entities within entities
+
+struct Predefined
+{
+    const char *name;
+    char character;
+};
+
+constexpr Predefined predefined[] = {{"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
+
+void appendUtf8(QByteArray &out, char32_t c) { out += QString::fromUcs4(&c, 1).toUtf8(); }
+
+// What "#60" or "lt" stands for; false for the name of a declared entity.
+bool appendReference(QByteArray &out, QByteArrayView name)
+{
+    if (name.startsWith('#')) {
+        const bool hex = name.size() > 1 && name[1] == 'x';
+        bool ok = false;
+        const uint number = name.sliced(hex ? 2 : 1).toByteArray().toUInt(&ok, hex ? 16 : 10);
+        appendUtf8(out, ok ? number : 0xFFFD);
+        return true;
+    }
+    for (const Predefined &entity : predefined) {
+        if (name == QByteArrayView(entity.name)) {
+            out += entity.character;
+            return true;
+        }
+    }
+    return false;
+}
+
+// Copies raw with its line ends turned into lineFeed, and tabs and line feeds too when they count as blanks.
+class Decoder
+{
+public:
+    Decoder(const Entities *entities, bool inAttribute) : entities_(entities), inAttribute_(inAttribute) { }
+
+    void run(QByteArrayView raw, int depth = 0)
+    {
+        for (qsizetype i = 0; i < raw.size();) {
+            const char c = raw[i];
+            if (c == '&') {
+                i = reference(raw, i, depth);
+            } else if (c == '\r') {
+                out += inAttribute_ ? ' ' : '\n';
+                i += i + 1 < raw.size() && raw[i + 1] == '\n' ? 2 : 1;
+            } else {
+                out += inAttribute_ && isBlank(c) ? ' ' : c;
+                ++i;
+            }
+        }
+    }
+
+    QByteArray out;
+
+private:
+    qsizetype reference(QByteArrayView raw, qsizetype at, int depth)
+    {
+        const qsizetype semicolon = raw.indexOf(';', at);
+        if (semicolon < 0) {
+            out += raw[at];
+            return at + 1;
+        }
+        const QByteArrayView name = raw.sliced(at + 1, semicolon - at - 1);
+        if (!appendReference(out, name))
+            entity(name, raw.sliced(at, semicolon + 1 - at), depth);
+        return semicolon + 1;
+    }
+
+    void entity(QByteArrayView name, QByteArrayView asWritten, int depth)
+    {
+        const auto found = entities_ ? entities_->constFind(name.toByteArray()) : Entities::const_iterator();
+        const bool known = entities_ && found != entities_->constEnd();
+        if (!known || depth >= depthLimit || out.size() + found->size() > expansionLimit)
+            out += asWritten;
+        else
+            run(*found, depth + 1);
+    }
+
+    const Entities *entities_;
+    bool inAttribute_;
+};
+
+// One line feed for each of the line ends a person may have typed.
+QString withLineFeeds(const QString &data)
+{
+    return QString(data).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+struct Escape
+{
+    char character;
+    const char *written;
+};
+
+template <std::size_t N>
+void appendEscaped(QByteArray &out, char c, const Escape (&escapes)[N])
+{
+    for (const Escape &escape : escapes) {
+        if (escape.character == c) {
+            out += escape.written;
+            return;
+        }
+    }
+    out += c;
+}
+
+} // namespace
+
+QString decodeText(QByteArrayView raw)
+{
+    Decoder decoder(nullptr, false);
+    decoder.run(raw);
+    return QString::fromUtf8(decoder.out);
+}
+
+QString decodeVerbatim(QByteArrayView raw)
+{
+    QString text = QString::fromUtf8(raw);
+    if (raw.contains('\r'))
+        text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    return text;
+}
+
+QString decodeAttribute(QByteArrayView raw, const Entities &entities)
+{
+    Decoder decoder(&entities, true);
+    decoder.run(raw);
+    return QString::fromUtf8(decoder.out);
+}
+
+QByteArray encodeText(const QString &data, QByteArrayView lineEnd)
+{
+    constexpr Escape escapes[] = {{'&', "&amp;"}, {'<', "&lt;"}, {'\r', "&#13;"}};
+    QByteArray out;
+    for (const char c : withLineFeeds(data).toUtf8()) {
+        if (c == '\n')
+            out += lineEnd;
+        else if (c == '>' && out.endsWith("]]"))
+            out += "&gt;";
+        else
+            appendEscaped(out, c, escapes);
+    }
+    return out;
+}
+
+QByteArray encodeVerbatim(const QString &data, QByteArrayView lineEnd)
+{
+    const QByteArray text = withLineFeeds(data).replace(u'\r', u'\n').toUtf8();
+    return lineEnd == QByteArrayView("\n") ? text : QByteArray(text).replace("\n", lineEnd.toByteArray());
+}
+
+QByteArray encodeAttribute(const QString &value, char quote)
+{
+    constexpr Escape escapes[]
+        = {{'&', "&amp;"}, {'<', "&lt;"}, {'\r', "&#13;"}, {'\n', "&#10;"}, {'\t', "&#9;"}};
+    QByteArray out;
+    for (const char c : value.toUtf8()) {
+        if (c == quote)
+            out += quote == '"' ? "&quot;" : "&apos;";
+        else
+            appendEscaped(out, c, escapes);
+    }
+    return out;
+}
+
+} // namespace dom

@@ -1,0 +1,27 @@
+// From markup to what it means, and back.
+#pragma once
+
+#include "platform/dom/verdict.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+namespace dom {
+
+// Text content as it means: references resolved, line ends as line feeds.
+QString decodeText(QByteArrayView raw);
+
+// The content of a comment, CDATA section or processing instruction: only the line ends differ.
+QString decodeVerbatim(QByteArrayView raw);
+
+// An attribute's value as it means: references resolved, internal entities too (their expansion is bounded;
+// what goes beyond is left as written), line ends and tabs as blanks.
+QString decodeAttribute(QByteArrayView raw, const Entities &entities);
+
+// The other way round. lineEnd is what a line feed is written as.
+QByteArray encodeText(const QString &data, QByteArrayView lineEnd);
+QByteArray encodeVerbatim(const QString &data, QByteArrayView lineEnd);
+QByteArray encodeAttribute(const QString &value, char quote);
+
+} // namespace dom

@@ -1,0 +1,325 @@
+#include "platform/dom/document.h"
+
+#include "platform/dom/characters.h"
+#include "platform/dom/document_private.h"
+#include "platform/dom/layout.h"
+#include "platform/dom/node_factory.h"
+#include "platform/dom/rules.h"
+#include "platform/dom/start_tag.h"
+
+namespace dom {
+
+using platform::Result;
+
+void Document::Private::startAfresh()
+{
+    changes.take();
+    if (content && !owner->isEmpty())
+        former = std::move(content);
+    content = std::make_unique<Content>();
+    content->documentNode = newNode();
+    NodeFactory::makeDocumentNode(*content->documentNode, noSource);
+    inCommand = false;
+    revision = ++lastRevision;
+}
+
+Document::Document() : d(std::make_unique<Private>(*this)) { d->startAfresh(); }
+
+Document::~Document() = default;
+
+std::optional<ParseError> Document::load(const QByteArray &utf8, const QString &baseFolder)
+{
+    Entities entities;
+    std::optional<ParseError> error = checkWellFormed(utf8, baseFolder, &entities);
+    if (error)
+        d->startAfresh();
+    else
+        loadAccepted(utf8, entities);
+    return error;
+}
+
+void Document::loadAccepted(const QByteArray &utf8, const Entities &entities)
+{
+    d->startAfresh();
+    d->content->entities = entities;
+    NodeFactory::parse(*d->newSource(utf8), *d->content->documentNode);
+}
+
+void Document::releaseFormer() { d->former.reset(); }
+
+bool Document::isEmpty() const { return documentElement() == nullptr; }
+
+Node *Document::documentNode() const { return d->content->documentNode; }
+
+// Looked up each time: it may have been replaced, and undo may have brought the former one back.
+Node *Document::documentElement() const
+{
+    for (Node *node = d->content->documentNode->firstChild(); node; node = node->nextSibling()) {
+        if (node->kind() == NodeKind::Element)
+            return node;
+    }
+    return nullptr;
+}
+
+QByteArray Document::xml() const
+{
+    const bool untouched = !d->content->documentNode->dirty_ && !d->content->sources.empty();
+    return untouched ? d->content->sources.front().utf8 : d->content->documentNode->xml();
+}
+
+const Entities &Document::entities() const { return d->content->entities; }
+
+quint64 Document::revision() const { return d->revision; }
+
+void Document::setObserver(Observer *observer) { d->observer = observer; }
+
+Result<Node *> Document::createElement(const QString &name)
+{
+    if (const auto verdict = Rules::isElementName(name); !verdict)
+        return platform::Failure{verdict.reason()};
+    return NodeFactory::create(*this, NodeKind::Element, '<' + name.toUtf8() + "/>");
+}
+
+Result<Node *> Document::createTextNode(const QString &data) { return createLeaf(NodeKind::Text, {}, data); }
+
+Result<Node *> Document::createCDATASection(const QString &data)
+{
+    return createLeaf(NodeKind::CData, {}, data);
+}
+
+Result<Node *> Document::createComment(const QString &data)
+{
+    return createLeaf(NodeKind::Comment, {}, data);
+}
+
+Result<Node *> Document::createProcessingInstruction(const QString &target, const QString &data)
+{
+    if (const auto verdict = Rules::isInstructionTarget(target); !verdict)
+        return platform::Failure{verdict.reason()};
+    return createLeaf(NodeKind::ProcessingInstruction, target, data);
+}
+
+Result<Node *> Document::createLeaf(NodeKind kind, const QString &target, const QString &data)
+{
+    if (const auto verdict = Rules::isData(kind, data); !verdict)
+        return platform::Failure{verdict.reason()};
+    return NodeFactory::create(*this, kind, leafMarkup(kind, target.toUtf8(), data));
+}
+
+QByteArray Document::leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const
+{
+    const QByteArray verbatim
+        = kind == NodeKind::Text ? QByteArray() : encodeVerbatim(data, Layout::lineEnd(*this));
+    switch (kind) {
+    case NodeKind::Text:
+        return encodeText(data, Layout::lineEnd(*this));
+    case NodeKind::CData:
+        return "<![CDATA[" + verbatim + "]]>";
+    case NodeKind::Comment:
+        return "<!--" + verbatim + "-->";
+    default:
+        return "<?" + target + (verbatim.isEmpty() ? "" : " ") + verbatim + "?>";
+    }
+}
+
+Result<Node *> Document::cloneNode(Node *node, bool deep)
+{
+    if (!node || node->kind() == NodeKind::Document)
+        return platform::Failure{QStringLiteral("There is no node to copy")};
+    return NodeFactory::clone(*node, deep);
+}
+
+Result<void> Document::edit(const std::function<Result<void>()> &operation)
+{
+    const qsizetype mark = d->changes.mark();
+    Result<void> result = operation();
+    if (!result)
+        d->changes.undoTo(mark);
+    else if (d->changes.mark() > mark)
+        d->revision = ++d->lastRevision;
+    if (!d->inCommand)
+        d->changes.take();
+    return result;
+}
+
+Result<void> Document::appendChild(Node *parent, Node *node) { return insertBefore(parent, node, nullptr); }
+
+Result<void> Document::insertBefore(Node *parent, Node *node, Node *reference)
+{
+    if (node && node == reference)
+        return {};
+    if (auto verdict = Rules::mayInsert(parent, node, reference, nullptr); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        if (node->parent())
+            takeOut(node);
+        const Layout::Placement placement = Layout::place(*parent, *node, reference);
+        if (placement.tail && *placement.tail != parent->tail())
+            d->changes.setPiece(parent, Piece::Tail, Text(*placement.tail));
+        putIn(parent, node, reference ? reference->indexInParent() : parent->childCount(),
+              Text(placement.lead));
+        return {};
+    });
+}
+
+Result<void> Document::replaceChild(Node *parent, Node *node, Node *replaced)
+{
+    if (!replaced)
+        return platform::Failure{QStringLiteral("There is no node to replace")};
+    if (node == replaced)
+        return {};
+    if (auto verdict = Rules::mayInsert(parent, node, replaced->nextSibling(), replaced); !verdict)
+        return verdict;
+    if (replaced->kind() == NodeKind::DocumentType)
+        return Rules::mayRemove(parent, replaced);
+    return edit([&]() -> Result<void> {
+        if (node->parent())
+            takeOut(node);
+        const qsizetype index = replaced->indexInParent();
+        const Text lead = replaced->piece(Piece::Lead);
+        d->changes.removeChild(parent, index);
+        putIn(parent, node, index, lead);
+        return {};
+    });
+}
+
+Result<void> Document::removeChild(Node *parent, Node *node)
+{
+    if (auto verdict = Rules::mayRemove(parent, node); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        takeOut(node);
+        return {};
+    });
+}
+
+// An element that loses its last child does not keep the line its end tag stood on.
+void Document::takeOut(Node *node)
+{
+    Node *parent = node->parent();
+    d->changes.removeChild(parent, node->indexInParent());
+    if (parent->childCount() == 0 && !parent->preservesSpace_ && !parent->tail().isEmpty())
+        d->changes.setPiece(parent, Piece::Tail, Text());
+}
+
+void Document::putIn(Node *parent, Node *node, qsizetype index, const Text &lead)
+{
+    if (parent->kind() == NodeKind::Element && parent->end().isEmpty()) {
+        const StartTag tag(parent->head());
+        const QByteArray end = "</" + tag.name().toByteArray() + '>';
+        d->changes.setPiece(parent, Piece::Head, Text(tag.opened()));
+        d->changes.setPiece(parent, Piece::End, Text(end));
+    }
+    d->changes.setPiece(node, Piece::Lead, lead);
+    d->changes.insertChild(parent, index, node);
+}
+
+Result<void> Document::setAttribute(Node *element, const QString &name, const QString &value)
+{
+    if (!element || element->kind() != NodeKind::Element)
+        return platform::Failure{QStringLiteral("Only an element has attributes")};
+    if (auto verdict = Rules::isAttribute(element, name, value); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        const StartTag tag(element->head());
+        const StartTag::AttributeSpan *there = tag.find(name.toUtf8());
+        if (!there) {
+            setHead(element, tag.withAttribute(name.toUtf8(), encodeAttribute(value, '"')));
+        } else if (decodeAttribute(tag.valueOf(*there), d->content->entities) != value) {
+            const char quote = tag.valueOf(*there).data()[-1];
+            setHead(element, tag.withValue(*there, encodeAttribute(value, quote)));
+        }
+        return {};
+    });
+}
+
+Result<void> Document::removeAttribute(Node *element, const QString &name)
+{
+    if (!element || element->kind() != NodeKind::Element)
+        return platform::Failure{QStringLiteral("Only an element has attributes")};
+    return edit([&]() -> Result<void> {
+        const StartTag tag(element->head());
+        if (const StartTag::AttributeSpan *there = tag.find(name.toUtf8()))
+            setHead(element, tag.without(*there));
+        return {};
+    });
+}
+
+Result<void> Document::setData(Node *node, const QString &data)
+{
+    const NodeKind kind = node ? node->kind() : NodeKind::Document;
+    const bool hasData = kind == NodeKind::Text || kind == NodeKind::CData || kind == NodeKind::Comment
+        || kind == NodeKind::ProcessingInstruction;
+    if (!hasData || (kind == NodeKind::ProcessingInstruction && node->name() == QStringLiteral("xml")))
+        return platform::Failure{QStringLiteral("This node has no data to set")};
+    if (auto verdict = Rules::isData(kind, data); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        if (node->data() != data)
+            setHead(node, leafMarkup(kind, node->name().toUtf8(), data));
+        return {};
+    });
+}
+
+Result<void> Document::renameElement(Node *element, const QString &name)
+{
+    if (!element || element->kind() != NodeKind::Element)
+        return platform::Failure{QStringLiteral("Only an element has a tag name")};
+    if (auto verdict = Rules::isElementName(name); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        if (element->name() == name)
+            return {};
+        element->children(); // the end tag is known once they are listed
+        if (const QByteArrayView end = element->end(); !end.isEmpty()) {
+            const qsizetype nameSize = tagName(element->head()).size();
+            d->changes.setPiece(element, Piece::End,
+                                Text("</" + name.toUtf8() + end.sliced(2 + nameSize).toByteArray()));
+        }
+        setHead(element, StartTag(element->head()).withName(name.toUtf8()));
+        return {};
+    });
+}
+
+void Document::setHead(Node *node, const QByteArray &markup)
+{
+    d->changes.setPiece(node, Piece::Head, Text(markup));
+}
+
+void Document::beginCommand()
+{
+    d->changes.take();
+    d->inCommand = true;
+    d->revisionBefore = d->revision;
+}
+
+ChangeSet Document::endCommand()
+{
+    ChangeSet set;
+    set.changes_ = d->changes.take();
+    set.revisionBefore_ = d->revisionBefore;
+    set.revisionAfter_ = d->revision;
+    d->inCommand = false;
+    return set;
+}
+
+void Document::rollBack()
+{
+    d->changes.undoTo(0);
+    d->revision = d->revisionBefore;
+    d->inCommand = false;
+}
+
+void Document::revert(ChangeSet &changes)
+{
+    d->changes.revertAll(changes.changes_);
+    d->revision = changes.revisionBefore_;
+}
+
+void Document::reapply(ChangeSet &changes)
+{
+    d->changes.applyAll(changes.changes_);
+    d->revision = changes.revisionAfter_;
+}
+
+} // namespace dom

@@ -1,0 +1,113 @@
+// The document object model: lossless and lazy.
+//
+// The text that was parsed is kept whole, and nodes are spans into it. `xml` of an unedited document is that
+// text, byte for byte; after an edit only the bytes of what was edited differ.
+#pragma once
+
+#include "platform/dom/change.h"
+#include "platform/dom/node.h"
+#include "platform/dom/verdict.h"
+#include "platform/result.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace dom {
+
+// Is told of every change of the node structure, before and after: row models need both. Undo and redo
+// tell it too. Indices count children of parent at the time of the call.
+class Observer
+{
+public:
+    virtual ~Observer() = default;
+    virtual void aboutToInsert(Node *parent, qsizetype index, Node *node) = 0;
+    virtual void inserted(Node *parent, qsizetype index, Node *node) = 0;
+    virtual void aboutToRemove(Node *parent, qsizetype index, Node *node) = 0;
+    virtual void removed(Node *parent, qsizetype index, Node *node) = 0;
+    virtual void textChanged(Node *node) = 0; // start tag, name or data
+};
+
+class Document
+{
+public:
+    template <typename T>
+    using Result = platform::Result<T>;
+
+    Document();
+    ~Document();
+    Document(const Document &) = delete;
+    Document &operator=(const Document &) = delete;
+
+    // Parses a text (UTF-8). On failure the document is left empty. The former nodes can still be read until
+    // releaseFormer(), because a tree may be showing them.
+    std::optional<ParseError> load(const QByteArray &utf8, const QString &baseFolder = {});
+
+    // The same for a text that checkWellFormed has just accepted, with the entities it found.
+    void loadAccepted(const QByteArray &utf8, const Entities &entities);
+
+    // Nobody shows the content before the last load any more.
+    void releaseFormer();
+
+    bool isEmpty() const; // no document element: nothing loaded, or the last load failed
+    Node *documentNode() const;
+    Node *documentElement() const; // null when empty
+    QByteArray xml() const; // shares the loaded text while nothing is edited
+    const Entities &entities() const;
+
+    // Identity of the present state: every edit makes a new one, undoing gives the former one back, a load
+    // starts afresh. Never 0.
+    quint64 revision() const;
+
+    // New nodes, detached. Fail for illegal names, for characters XML does not allow, and for content that
+    // would end the markup early.
+    Result<Node *> createElement(const QString &name);
+    Result<Node *> createTextNode(const QString &data);
+    Result<Node *> createCDATASection(const QString &data);
+    Result<Node *> createComment(const QString &data);
+    Result<Node *> createProcessingInstruction(const QString &target, const QString &data);
+    Result<Node *> cloneNode(Node *node, bool deep);
+
+    // Structure. A node that stands elsewhere is moved. The node takes on the layout of the siblings it
+    // joins and takes its leading layout along when it goes.
+    Result<void> appendChild(Node *parent, Node *node);
+    Result<void> insertBefore(Node *parent, Node *node, Node *reference); // null reference: at the end
+    Result<void> replaceChild(Node *parent, Node *node, Node *replaced);
+    Result<void> removeChild(Node *parent, Node *node);
+
+    // Content. Only the bytes of what is set change; an attribute set to the value it has is left alone.
+    Result<void> setAttribute(Node *element, const QString &name, const QString &value);
+    Result<void> removeAttribute(Node *element, const QString &name);
+    Result<void> setData(Node *node, const QString &data);
+    Result<void> renameElement(Node *element, const QString &name); // its attributes and children stay
+
+    // One user command: every edit from here to the end is one change set, and a failed one can be taken
+    // back whole. Commands do not nest.
+    void beginCommand();
+    ChangeSet endCommand(); // what was done, for undo
+    void rollBack(); // undoes the command so far and ends it
+
+    // Undo and redo of a change set, byte for byte. Only in the reverse order of what was done.
+    void revert(ChangeSet &changes);
+    void reapply(ChangeSet &changes);
+
+    // At most one; null takes it off. Not owned.
+    void setObserver(Observer *observer);
+
+private:
+    struct Private;
+    friend class Changes;
+    friend class NodeFactory;
+    friend class Layout;
+
+    Result<Node *> createLeaf(NodeKind kind, const QString &target, const QString &data);
+    QByteArray leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const;
+    Result<void> edit(const std::function<Result<void>()> &operation); // lands whole or not at all
+    void takeOut(Node *node);
+    void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);
+    void setHead(Node *node, const QByteArray &markup);
+    std::unique_ptr<Private> d;
+};
+
+} // namespace dom

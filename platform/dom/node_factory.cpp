@@ -1,0 +1,170 @@
+#include "platform/dom/node_factory.h"
+
+#include "platform/dom/document_private.h"
+#include "platform/dom/scanner.h"
+#include "platform/dom/source.h"
+#include "platform/dom/start_tag.h"
+
+namespace dom {
+
+// Gathers scanned children into blocks.
+class NodeFactory::BlockBuilder
+{
+public:
+    BlockBuilder(ChildList &list, const Source &source, qint32 firstOrdinal)
+        : list_(list), source_(source), ordinal_(firstOrdinal)
+    { }
+
+    void add(const ScannedChild &child)
+    {
+        if (block_ && block_->count == ChildList::blockSize)
+            flush();
+        if (!block_) {
+            block_ = std::make_unique<ChildList::Block>();
+            block_->source = &source_;
+            block_->firstOrdinal = ordinal_;
+            block_->span.begin = child.whole.begin - child.leadSize;
+        }
+        const bool isText = child.kind == NodeKind::Text || child.kind == NodeKind::CData
+            || child.kind == NodeKind::EntityReference;
+        block_->hasText = block_->hasText || isText;
+        block_->haveChildren |= quint64(child.nodes > 1) << block_->count;
+        block_->count += 1;
+        block_->subtreeNodes += child.nodes;
+        block_->span.end = child.whole.end;
+        ordinal_ += child.nodes;
+    }
+
+    void flush()
+    {
+        if (block_)
+            list_.addBlock(std::move(block_));
+    }
+
+private:
+    ChildList &list_;
+    const Source &source_;
+    std::unique_ptr<ChildList::Block> block_;
+    qint32 ordinal_;
+};
+
+Node *NodeFactory::makeNode(const Source &source, const ScannedChild &scanned, qint32 ordinal)
+{
+    Node *node = source.document->d->newNode();
+    node->source_ = &source;
+    node->kind_ = scanned.kind;
+    node->whole_ = scanned.whole;
+    node->leadSize_ = scanned.leadSize;
+    node->headSize_ = scanned.headSize;
+    node->subtreeCount_ = scanned.nodes;
+    node->preservesSpace_ = scanned.preservesSpace;
+    node->ordinal_ = ordinal;
+    return node;
+}
+
+void NodeFactory::makeNodes(ChildList::Block &block)
+{
+    Node *parent = block.list->owner();
+    block.nodes.reserve(size_t(block.count));
+    qint32 ordinal = block.firstOrdinal;
+    Scanner(*block.source)
+        .children(block.span.begin, block.span.end, parent->preservesSpace_, [&](const ScannedChild &child) {
+            Node *node = makeNode(*block.source, child, ordinal);
+            node->parent_ = parent;
+            node->block_ = &block;
+            block.nodes.push_back(node);
+            ordinal += child.nodes;
+        });
+}
+
+void NodeFactory::list(const Node &element)
+{
+    element.children_ = std::make_unique<ChildList>(const_cast<Node *>(&element));
+    const Span whole = element.whole_;
+    if (element.kind_ != NodeKind::Element || element.headSize_ >= whole.size())
+        return;
+    BlockBuilder builder(*element.children_, *element.source_, element.ordinal_ + 1);
+    const ContentEnd end = Scanner(*element.source_)
+                               .children(whole.begin + element.headSize_, whole.end, element.preservesSpace_,
+                                         [&builder](const ScannedChild &child) { builder.add(child); });
+    builder.flush();
+    element.tailSize_ = end.tag - end.tail;
+    element.endSize_ = end.end - end.tag;
+}
+
+void NodeFactory::makeDocumentNode(Node &node, const Source &source)
+{
+    node.source_ = &source;
+    node.kind_ = NodeKind::Document;
+}
+
+void NodeFactory::parse(Source &source, Node &documentNode)
+{
+    makeDocumentNode(documentNode, source);
+    documentNode.whole_ = {0, quint32(source.utf8.size())};
+    documentNode.children_ = std::make_unique<ChildList>(&documentNode);
+    auto rootChildren = std::make_unique<ChildList>(nullptr);
+    BlockBuilder builder(*rootChildren, source, 1);
+    std::vector<ScannedChild> tops;
+    ContentEnd rootEnd{};
+    const ContentEnd end = Scanner(source).wholeDocument(
+        source.index, [&tops](const ScannedChild &child) { tops.push_back(child); },
+        [&builder](const ScannedChild &child) { builder.add(child); }, rootEnd);
+    builder.flush();
+    Node *root = nullptr;
+    for (const ScannedChild &top : tops) {
+        Node *node = makeNode(source, top, top.kind == NodeKind::Element ? 0 : -1);
+        documentNode.children_->insert(documentNode.children_->count(), node);
+        documentNode.subtreeCount_ += top.nodes;
+        if (top.kind == NodeKind::Element && !root)
+            root = node;
+    }
+    documentNode.tailSize_ = end.tag - end.tail;
+    if (root && root->headSize_ < root->whole_.size()) {
+        rootChildren->adopt(root);
+        root->children_ = std::move(rootChildren);
+        root->tailSize_ = rootEnd.tag - rootEnd.tail;
+        root->endSize_ = rootEnd.end - rootEnd.tag;
+    }
+}
+
+Node *NodeFactory::create(Document &document, NodeKind kind, const QByteArray &markup)
+{
+    Node *node = document.d->newNode();
+    node->source_ = &document.d->noSource;
+    node->kind_ = kind;
+    node->dirty_ = true;
+    node->setPiece(Piece::Head, Text(markup));
+    return node;
+}
+
+Node *NodeFactory::clone(Node &node, bool deep)
+{
+    Document &document = node.document();
+    const bool isElement = node.kind_ == NodeKind::Element;
+    if (!isElement || (!deep && StartTag(node.head()).closesItself()))
+        return create(document, node.kind_, node.head().toByteArray());
+    if (!deep) {
+        Node *copy = create(document, node.kind_, node.head().toByteArray());
+        copy->setPiece(Piece::End, Text("</" + StartTag(node.head()).name().toByteArray() + '>'));
+        copy->preservesSpace_ = node.preservesSpace_;
+        return copy;
+    }
+    // An edited subtree is written out once and shared from there on; a clean one shares the text it stands
+    // in.
+    const Source *source = node.source_;
+    ScannedChild scanned{node.kind_,     node.whole_,        0,
+                         node.headSize_, node.subtreeCount_, node.preservesSpace_};
+    if (node.dirty_) {
+        Source *own = document.d->newSource(node.xml());
+        source = own;
+        ContentEnd ignored{};
+        Scanner(*own).wholeDocument(
+            own->index, [&scanned](const ScannedChild &root) { scanned = root; }, [](const ScannedChild &) {},
+            ignored);
+        scanned.preservesSpace = node.preservesSpace_;
+    }
+    return makeNode(*source, scanned, -1);
+}
+
+} // namespace dom

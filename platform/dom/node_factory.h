@@ -1,0 +1,39 @@
+// How nodes come into being: from a scan, from an edit, from another node.
+#pragma once
+
+#include "platform/dom/node.h"
+
+#include <memory>
+
+namespace dom {
+
+struct ScannedChild;
+
+class NodeFactory
+{
+public:
+    // The children of an element that was not listed yet: its blocks, its tail and its end tag.
+    static void list(const Node &element);
+
+    // The nodes of a block as scanned.
+    static void makeNodes(ChildList::Block &block);
+
+    static void makeDocumentNode(Node &node, const Source &source);
+
+    // Parses an accepted text: the document node with its children, the document element's children as
+    // blocks.
+    static void parse(Source &source, Node &documentNode);
+
+    // A detached node with markup of its own.
+    static Node *create(Document &document, NodeKind kind, const QByteArray &markup);
+
+    // A detached copy of the node with (deep) or without its children; shares the text when nothing was
+    // edited.
+    static Node *clone(Node &node, bool deep);
+
+private:
+    class BlockBuilder;
+    static Node *makeNode(const Source &source, const ScannedChild &scanned, qint32 ordinal);
+};
+
+} // namespace dom
