@@ -30,6 +30,7 @@ constexpr qsizetype longestSourceText = 160;
 struct Judgement
 {
     QByteArrayView text;
+    xmlParserCtxtPtr context = nullptr; // of the main text; entities get contexts of their own
     quint64 expanded = 0;
     quint64 expansionLimit = 0;
     bool bomb = false;
@@ -41,13 +42,12 @@ struct Judgement
 Judgement &judgementOf(xmlParserCtxtPtr context) { return *static_cast<Judgement *>(context->_private); }
 
 // Where in the main text the parser stands, also while it reads an entity.
-qsizetype mainOffset(xmlParserCtxtPtr context, QByteArrayView text)
+qsizetype mainOffset(const Judgement &judgement)
 {
-    const xmlParserInput *input = context->inputNr > 0 ? context->inputTab[0] : nullptr;
+    const xmlParserInput *input = judgement.context->inputNr > 0 ? judgement.context->inputTab[0] : nullptr;
     if (!input)
-        return text.size();
-    const qsizetype offset = qsizetype(input->consumed) + (input->cur - input->base);
-    return qBound(qsizetype(0), offset, text.size());
+        return judgement.text.size();
+    return qBound(qsizetype(0), qsizetype(input->cur - input->base), judgement.text.size());
 }
 
 // Undeclared prefixes and the like make a document that no later tool accepts; a doubtful namespace name does
@@ -65,11 +65,11 @@ void onError(void *, const xmlError *error)
     if (!context || !context->_private || !isFatal(*error))
         return;
     Judgement &judgement = judgementOf(context);
-    if (judgement.code != 0)
-        return;
+    if (judgement.code != 0 || judgement.bomb)
+        return; // what follows the first fault is only its echo
     judgement.code = error->code;
     judgement.reason = QString::fromUtf8(error->message);
-    judgement.offset = mainOffset(context, judgement.text);
+    judgement.offset = mainOffset(judgement);
 }
 
 // Counts what the references amount to. Every expansion asks for its entity first, so this bounds them all.
@@ -83,7 +83,7 @@ void countExpansion(xmlParserCtxtPtr context, xmlEntityPtr entity)
         return;
     if (!judgement.bomb) {
         judgement.bomb = true;
-        judgement.offset = mainOffset(context, judgement.text);
+        judgement.offset = mainOffset(judgement);
     }
     xmlStopParser(context);
 }
@@ -142,6 +142,7 @@ Context makeContext(const QByteArray &utf8, const QString &baseFolder, Judgement
     setHandlers(*context->sax);
     context->userData = context.get();
     context->_private = &judgement;
+    judgement.context = context.get();
     // The text in memory is UTF-8, whatever its declaration says of the file; size alone makes no document
     // hostile.
     xmlCtxtUseOptions(context.get(),
