@@ -6,6 +6,7 @@
 #include "platform/dom/node_factory.h"
 #include "platform/dom/rules.h"
 #include "platform/dom/start_tag.h"
+#include "platform/dom/twin_attributes.h"
 
 namespace dom {
 
@@ -179,7 +180,7 @@ Result<void> Document::replaceChild(Node *parent, Node *node, Node *replaced)
         const Text lead = replaced->piece(Piece::Lead);
         d->changes.removeChild(parent, index);
         putIn(parent, node, index, lead);
-        return {};
+        return keepsAttributesApart(node);
     });
 }
 
@@ -229,7 +230,7 @@ Result<void> Document::setAttribute(Node *element, const QString &name, const QS
             const char quote = tag.valueOf(*there).data()[-1];
             setHead(element, tag.withValue(*there, encodeAttribute(value, quote)));
         }
-        return {};
+        return name.startsWith(QStringLiteral("xmlns:")) ? keepsAttributesApart(element) : Result<void>();
     });
 }
 
@@ -241,7 +242,7 @@ Result<void> Document::removeAttribute(Node *element, const QString &name)
         const StartTag tag(element->head());
         if (const StartTag::AttributeSpan *there = tag.find(name.toUtf8()))
             setHead(element, tag.without(*there));
-        return {};
+        return name.startsWith(QStringLiteral("xmlns:")) ? keepsAttributesApart(element) : Result<void>();
     });
 }
 
@@ -279,6 +280,21 @@ Result<void> Document::renameElement(Node *element, const QString &name)
         setHead(element, StartTag(element->head()).withName(name.toUtf8()));
         return {};
     });
+}
+
+// What its prefixes are bound to has changed for this subtree.
+Result<void> Document::keepsAttributesApart(const Node *node) const
+{
+    if (!node->hasChildren() && node->head().count(':') < 2)
+        return {};
+    const QByteArray markup = node->dirty_ ? node->xml() : QByteArray();
+    const QString twins = findTwinAttributes(node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_),
+                                             [node](QByteArrayView prefix) {
+                                                 return node->parent_ ? node->parent_->resolvePrefix(prefix) : QString();
+                                             });
+    if (twins.isEmpty())
+        return {};
+    return platform::Failure {QStringLiteral("%1 would be the same attribute of one element").arg(twins)};
 }
 
 void Document::setHead(Node *node, const QByteArray &markup)

@@ -107,6 +107,7 @@ private:
     void takeOut(Node *node);
     void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);
     void setHead(Node *node, const QByteArray &markup);
+    Result<void> keepsAttributesApart(const Node *node) const;
     std::unique_ptr<Private> d;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/dom/scanner.h"
 
+#include "platform/dom/markup_reader.h"
 #include "platform/dom/names.h"
 
 #include <cstring>
@@ -71,6 +72,21 @@ const Verbatim verbatims[] = {
     {"<![CDATA[", "]]>", NodeKind::CData},
     {"<?", "?>", NodeKind::ProcessingInstruction},
 };
+
+// Past the comment, CDATA section, instruction or document type at a "<", and its kind; null for an element.
+const char *pastVerbatim(const char *at, const char *limit, NodeKind &kind)
+{
+    if (limit - at < 2 || (at[1] != '!' && at[1] != '?'))
+        return nullptr;
+    for (const Verbatim &verbatim : verbatims) {
+        if (startsWith(at, limit, verbatim.opening)) {
+            kind = verbatim.kind;
+            return past(at + verbatim.opening.size(), limit, verbatim.closing);
+        }
+    }
+    kind = NodeKind::DocumentType;
+    return pastDocumentType(at, limit);
+}
 
 struct TagEnd
 {
@@ -230,20 +246,9 @@ private:
     // Comment, CDATA section, instruction or document type at a "<": fills child; false for an element.
     bool verbatimAt(const char *at, const char *limit, ScannedChild &child) const
     {
-        if (limit - at < 2 || (at[1] != '!' && at[1] != '?'))
+        const char *end = pastVerbatim(at, limit, child.kind);
+        if (!end)
             return false;
-        const char *end = nullptr;
-        for (const Verbatim &verbatim : verbatims) {
-            if (startsWith(at, limit, verbatim.opening)) {
-                child.kind = verbatim.kind;
-                end = past(at + verbatim.opening.size(), limit, verbatim.closing);
-                break;
-            }
-        }
-        if (!end) {
-            child.kind = NodeKind::DocumentType;
-            end = pastDocumentType(at, limit);
-        }
         child.whole.end = offset(end);
         child.headSize = child.whole.size();
         return true;
@@ -313,6 +318,24 @@ private:
 };
 
 } // namespace
+
+std::optional<MarkupReader::Tag> MarkupReader::nextTag()
+{
+    while (true) {
+        const char *markup = find(at_, end_, '<');
+        if (markup == end_)
+            return std::nullopt;
+        NodeKind kind {};
+        if (const char *past = pastVerbatim(markup, end_, kind)) {
+            at_ = past;
+            continue;
+        }
+        const TagEnd tag = startTag(markup, end_, false);
+        at_ = tag.end;
+        const bool closes = startsWith(markup, end_, "</");
+        return Tag {closes ? Tag::End : tag.closesItself ? Tag::Empty : Tag::Start, {markup, tag.end - markup}};
+    }
+}
 
 ContentEnd Scanner::children(quint32 from, quint32 limit, bool preserve, const OnChild &onChild) const
 {

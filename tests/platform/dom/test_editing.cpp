@@ -225,6 +225,9 @@ void TestEditing::refused_data()
     row("xmlns prefix", setAttribute("", "xmlns:xmlns", "urn:x"));
     row("xml prefix bound elsewhere", setAttribute("", "xmlns:xml", "urn:x"));
     row("the same attribute by another prefix", setAttribute("4", "q:x", ""));
+    row("prefix bound to the other's namespace", setAttribute("4", "xmlns:r", "urn:x"));
+    row("moved to where its prefixes are one", removeAttribute("5/0", "xmlns:s"));
+    row("binding removed between", removeAttribute("4/0", "xmlns:q"));
     row("element name", renamed("0", "a:b:c"));
     row("empty name", renamed("0", ""));
     row("the document element removed", removal(""));
@@ -250,7 +253,9 @@ void TestEditing::refused()
 {
     QFETCH(Edit, edit);
     const QByteArray text = "<?xml version='1.0'?><!DOCTYPE a><a><b>t</b><!--c--><![CDATA[d]]><?p i?>"
-                            "<e xmlns:p='urn:x' xmlns:q='urn:x' p:x=''/></a>";
+                            "<e xmlns:p='urn:x' xmlns:q='urn:x' xmlns:r='urn:y' p:x='' r:x=''><f xmlns:q='urn:z' "
+                            "p:y='' q:y=''/></e><g xmlns:p='urn:x' xmlns:s='urn:x'><h xmlns:s='urn:s' p:z='' s:z=''/>"
+                            "</g></a>";
     Document document;
     QVERIFY(!document.load(text));
     const quint64 revision = document.revision();

@@ -149,7 +149,8 @@ QString faultOf(const Document &document, const Mirror &mirror)
             children.append(child);
             open.push_back(child);
         }
-        if (children != mirror.children.value(node))
+        const QList<Node *> told = mirror.children.value(node);
+        if (children.size() != told.size() || !std::equal(children.begin(), children.end(), told.begin()))
             return QStringLiteral("the notices told something else");
         if (node->hasChildren() != !children.isEmpty())
             return QStringLiteral("hasChildren is wrong");
