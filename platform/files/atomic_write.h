@@ -1,0 +1,19 @@
+// Replacing a file's content so that at every moment either the old or the new one stands there.
+#pragma once
+
+#include "platform/result.h"
+
+#include <QByteArrayView>
+#include <QString>
+
+#include <span>
+
+namespace files {
+
+// Writes the pieces one behind the other. A new file takes the old one's place in one step; only where that
+// would cost the file its other names or its owner, or where the folder takes no new file, is the old file
+// written over, with a copy kept until that has succeeded. Fails for what is no regular file and for a file
+// that is write-protected; on failure the old content stands.
+platform::Result<void> replaceFile(const QString &path, std::span<const QByteArrayView> pieces);
+
+} // namespace files

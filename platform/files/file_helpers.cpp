@@ -1,0 +1,113 @@
+#include "platform/files/file_helpers.h"
+
+#include "platform/files/text_file.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <filesystem>
+#include <system_error>
+
+namespace files {
+
+namespace {
+
+QString withSlashes(QString path) { return path.replace(QLatin1Char('\\'), QLatin1Char('/')); }
+
+// Also true for a link that leads nowhere.
+bool isThere(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+} // namespace
+
+QString systemPath(const QString &path)
+{
+    if (!path.contains(QLatin1Char('\\')) || isThere(path))
+        return path;
+    return withSlashes(path);
+}
+
+bool fileExists(const QString &path)
+{
+    const QFileInfo info(systemPath(path));
+    return info.exists() && !info.isDir();
+}
+
+bool folderExists(const QString &path) { return QFileInfo(systemPath(path)).isDir(); }
+
+QString extensionOf(const QString &path)
+{
+    const QString name = fileNameOf(path);
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    return dot < 0 ? QString() : name.sliced(dot + 1);
+}
+
+QString fileNameOf(const QString &path)
+{
+    const QString clean = QDir::cleanPath(systemPath(path));
+    return clean.sliced(clean.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString parentFolderOf(const QString &path)
+{
+    const QString clean = QDir::cleanPath(systemPath(path));
+    const qsizetype slash = clean.lastIndexOf(QLatin1Char('/'));
+    if (slash < 0 || clean.size() == 1)
+        return {};
+    return clean.first(qMax<qsizetype>(slash, 1));
+}
+
+platform::Result<QString> createFolder(const QString &path)
+{
+    const QString clean = QDir::cleanPath(systemPath(path));
+    std::error_code error;
+    if (std::filesystem::create_directory(QFile::encodeName(clean).toStdString(), error))
+        return clean;
+    const QString why = error ? QString::fromStdString(error.message()) : QStringLiteral("it exists already");
+    return platform::Failure{QStringLiteral("The folder %1 cannot be created: %2.").arg(clean, why)};
+}
+
+QStringList nonEmptyLines(const QString &path)
+{
+    const platform::Result<LoadedText> text = readTextFile(path);
+    if (!text)
+        return {};
+    static const QRegularExpression lineEnd(QStringLiteral("\r\n|\n|\r"));
+    return QString::fromUtf8(text->utf8).split(lineEnd, Qt::SkipEmptyParts);
+}
+
+bool deleteIfExists(const QString &path)
+{
+    const QString name = systemPath(path);
+    return !isThere(name) || QFile::remove(name);
+}
+
+int firstFreeNumber(const QString &path)
+{
+    const QString name = systemPath(path);
+    for (int number = 0;; ++number) {
+        const QString numbered = name + QString::number(number);
+        if (!isThere(numbered) || QFileInfo(numbered).isDir())
+            return number;
+    }
+}
+
+QString joinPath(const QString &folder, const QString &suffix)
+{
+    return QDir::cleanPath(systemPath(folder) + QLatin1Char('/') + withSlashes(suffix));
+}
+
+QString programFolder()
+{
+    const QString named = qEnvironmentVariable("XMLEDITOR_PROGRAM_FOLDER");
+    return QDir::cleanPath(named.isEmpty() ? QCoreApplication::applicationDirPath()
+                                           : QDir(named).absolutePath());
+}
+
+} // namespace files

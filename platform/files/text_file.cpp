@@ -1,0 +1,101 @@
+#include "platform/files/text_file.h"
+
+#include "platform/files/atomic_write.h"
+#include "platform/files/encode_text.h"
+#include "platform/files/file_helpers.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <limits>
+
+namespace files {
+
+namespace {
+
+constexpr qint64 largestFile = std::numeric_limits<qint32>::max();
+constexpr QByteArrayView crLf = "\r\n";
+constexpr QByteArrayView lf = "\n";
+
+platform::Failure cannotRead(const QString &path, const QString &why)
+{
+    return {QStringLiteral("%1 cannot be read: %2.").arg(path, why)};
+}
+
+platform::Result<QByteArray> readBytes(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString tooLarge = QStringLiteral("it is larger than 2 GiB");
+    if (!info.exists())
+        return cannotRead(path, QStringLiteral("there is no such file"));
+    if (!info.isFile())
+        return cannotRead(
+            path, info.isDir() ? QStringLiteral("it is a folder") : QStringLiteral("it is not a file"));
+    if (info.size() > largestFile)
+        return cannotRead(path, tooLarge);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return cannotRead(path, file.errorString());
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return cannotRead(path, file.errorString());
+    if (bytes.size() > largestFile)
+        return cannotRead(path, tooLarge);
+    return bytes;
+}
+
+// What a text without a final line end gets: LF where it knows nothing else.
+FileEnd endOfUnended(const QByteArray &utf8)
+{
+    const bool lfThroughout = utf8.contains('\n') && !utf8.contains("\r\n") && !utf8.endsWith('\r');
+    return lfThroughout ? FileEnd::Lf : FileEnd::CrLf;
+}
+
+// Takes the file's final line end off the text and says which it was, so that the same is put back.
+FileEnd takeFileEnd(QByteArray &utf8)
+{
+    const bool ended = utf8.endsWith('\n');
+    const bool carriage = utf8.endsWith("\r\n");
+    if (!ended)
+        return endOfUnended(utf8);
+    utf8.chop(carriage ? 2 : 1);
+    return carriage ? FileEnd::CrLf : FileEnd::Lf;
+}
+
+} // namespace
+
+platform::Result<LoadedText> readTextFile(const QString &path)
+{
+    platform::Result<QByteArray> bytes = readBytes(systemPath(path));
+    if (!bytes)
+        return platform::Failure{bytes.reason()};
+    DecodedText decoded = decodeText(std::move(*bytes));
+    LoadedText loaded;
+    loaded.utf8 = std::move(decoded.utf8);
+    loaded.form = {decoded.encoding, takeFileEnd(loaded.utf8)};
+    loaded.note = decoded.note;
+    return loaded;
+}
+
+platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form)
+{
+    const QByteArrayView lineEnd = form.end == FileEnd::Lf ? lf : crLf;
+    const platform::Result<EncodedPieces> pieces = encodePieces(utf8, form.encoding, lineEnd);
+    if (!pieces)
+        return platform::Failure{pieces.reason()};
+    return replaceFile(path, pieces->all());
+}
+
+platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8)
+{
+    const QByteArrayView pieces[] = {utf8, crLf};
+    return replaceFile(path, pieces);
+}
+
+platform::Result<void> writeAtomically(const QString &path, const QByteArray &bytes)
+{
+    const QByteArrayView pieces[] = {bytes};
+    return replaceFile(path, pieces);
+}
+
+} // namespace files

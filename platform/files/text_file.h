@@ -1,0 +1,46 @@
+// Whole text files: read with their encoding, written atomically.
+#pragma once
+
+#include "platform/files/text_encoding.h"
+#include "platform/result.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace files {
+
+// What ends the file's last line, and so what is taken off on reading and put back on writing.
+enum class FileEnd
+{
+    CrLf,
+    Lf
+};
+
+// How a document stood in its file.
+struct FileForm
+{
+    TextEncoding encoding;
+    FileEnd end = FileEnd::CrLf; // Lf where the opened document uses LF throughout
+};
+
+struct LoadedText
+{
+    QByteArray utf8; // without the one final line end that terminates the file
+    FileForm form;
+    QString note; // one line for the status bar, or empty
+};
+
+// Reads a whole file as text. Fails for what is missing, unreadable, not a regular file or over 2 GiB.
+platform::Result<LoadedText> readTextFile(const QString &path);
+
+// Writes a document: encoded as it declares (or came with), followed by the form's line end; atomically.
+platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form);
+
+// Writes any other text file: UTF-8 followed by CR LF; atomically.
+platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8);
+
+// Replaces the file's content in one step: new file, flush, rename. Links are followed, permissions and
+// (where allowed) owner kept. On failure the old file stands as it was.
+platform::Result<void> writeAtomically(const QString &path, const QByteArray &bytes);
+
+} // namespace files
