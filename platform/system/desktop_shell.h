@@ -1,0 +1,15 @@
+// The shell of the desktop that the program runs on.
+#pragma once
+
+#include "platform/system/shell.h"
+
+namespace shell {
+
+class DesktopShell : public Shell
+{
+public:
+    platform::Result<void> open(const QString &pathOrAddress) override;
+    platform::Result<void> start(const QString &program, const QString &workingFolder) override;
+};
+
+} // namespace shell
