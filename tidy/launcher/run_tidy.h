@@ -1,0 +1,14 @@
+// One run of Tidy over the exchange files. The launcher shares nothing with the editor but these files.
+#pragma once
+
+#include <QString>
+
+namespace launcher {
+
+// Runs the program folder's tdyex/tidy.exe on tdyex/i.txt with the options of tdyex/default.tidy and then
+// tdyex/default2.tidy, which wins. When it returns, tdyex/o.txt holds what Tidy wrote, or the input unchanged
+// when Tidy is missing, fails, crashes or is not done within the bound; tdyex/f.txt holds its messages; and
+// tdyex/d.txt, made last of all, says that the others are complete. False when that could not be made.
+bool runTidy(const QString &programFolder, int boundInMilliseconds);
+
+} // namespace launcher
