@@ -1,0 +1,8 @@
+// Whether this process runs as the system's superuser.
+#pragma once
+
+namespace browser {
+
+bool runsAsSuperuser();
+
+} // namespace browser
