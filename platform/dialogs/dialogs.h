@@ -1,0 +1,48 @@
+// Every modal question goes through here, so that a test can answer it.
+#pragma once
+
+#include <QString>
+
+namespace dialogs {
+
+enum class Icon
+{
+    Question,
+    Exclamation,
+    Critical
+};
+enum class Buttons
+{
+    Ok,
+    YesNo,
+    YesNoCancel
+};
+enum class Answer
+{
+    Ok,
+    Yes,
+    No,
+    Cancel
+};
+
+// The answer that does least, which is also what dismissing a box means.
+constexpr Answer leastAnswer(Buttons buttons)
+{
+    return buttons == Buttons::Ok ? Answer::Ok : buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+}
+
+class Dialogs
+{
+public:
+    virtual ~Dialogs() = default;
+
+    // A modal message box with the program's title. Dismissing it answers Ok, No or Cancel: the answer
+    // that does least.
+    virtual Answer message(Icon icon, Buttons buttons, const QString &text) = 0;
+
+    // File dialogs: filter is "Name|*.a;*.b|Name|*.c"; the result is a full path, empty when dismissed.
+    virtual QString openFile(const QString &title, const QString &filter) = 0;
+    virtual QString saveFile(const QString &title, const QString &filter, const QString &proposed) = 0;
+};
+
+} // namespace dialogs

@@ -1,0 +1,44 @@
+#include "platform/dialogs/file_filter.h"
+
+#include <QRegularExpression>
+
+namespace dialogs {
+namespace {
+
+QString withoutBracketedPatterns(const QString &name)
+{
+    static const QRegularExpression bracketed(QStringLiteral("\\s*\\([^()]*\\*[^()]*\\)\\s*$"));
+    return QString(name).remove(bracketed).trimmed();
+}
+
+QString patternsForQt(const QString &patterns)
+{
+    QStringList list;
+    for (const QString &pattern : patterns.split(u';', Qt::SkipEmptyParts)) {
+        const QString trimmed = pattern.trimmed();
+        list.append(trimmed == QStringLiteral("*.*") ? QStringLiteral("*") : trimmed);
+    }
+    return list.join(u' ');
+}
+
+} // namespace
+
+QStringList nameFilters(const QString &filter)
+{
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString patterns = patternsForQt(parts[i + 1]);
+        if (!patterns.isEmpty())
+            filters.append(QStringLiteral("%1 (%2)").arg(withoutBracketedPatterns(parts[i]), patterns));
+    }
+    return filters;
+}
+
+QString defaultEnding(const QString &nameFilter)
+{
+    static const QRegularExpression firstPattern(QStringLiteral("\\(\\*\\.([^\\s*?()]+)"));
+    return firstPattern.match(nameFilter).captured(1);
+}
+
+} // namespace dialogs

@@ -1,0 +1,117 @@
+#include "platform/dialogs/qt_dialogs.h"
+
+#include "platform/dialogs/file_filter.h"
+#include "platform/dialogs/message_text.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace dialogs {
+namespace {
+
+QMessageBox::Icon boxIcon(Icon icon)
+{
+    switch (icon) {
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton boxButton(Answer answer)
+{
+    switch (answer) {
+    case Answer::Ok:
+        return QMessageBox::Ok;
+    case Answer::Yes:
+        return QMessageBox::Yes;
+    case Answer::No:
+        return QMessageBox::No;
+    case Answer::Cancel:
+        return QMessageBox::Cancel;
+    }
+    return QMessageBox::NoButton;
+}
+
+QMessageBox::StandardButtons boxButtons(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::Ok:
+        return QMessageBox::Ok;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    }
+    return QMessageBox::NoButton;
+}
+
+Answer answerOf(int button, Answer least)
+{
+    for (const Answer answer : {Answer::Ok, Answer::Yes, Answer::No, Answer::Cancel}) {
+        if (button == boxButton(answer))
+            return answer;
+    }
+    return least;
+}
+
+} // namespace
+
+QWidget *QtDialogs::parent() const
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    return dialog ? dialog : window_.data();
+}
+
+Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text)
+{
+    const Answer least = leastAnswer(buttons);
+    QMessageBox box(boxIcon(icon), QStringLiteral("Zelph XML Editor"), QString(), boxButtons(buttons),
+                    parent());
+    box.setTextFormat(Qt::PlainText);
+    box.setText(fittedText(text));
+    box.setDefaultButton(buttons == Buttons::Ok ? QMessageBox::Ok : QMessageBox::Yes);
+    box.setEscapeButton(boxButton(least));
+    return answerOf(box.exec(), least);
+}
+
+QString QtDialogs::openFile(const QString &title, const QString &filter)
+{
+    QFileDialog dialog(parent(), title, folder_);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(nameFilters(filter));
+    return run(dialog);
+}
+
+QString QtDialogs::saveFile(const QString &title, const QString &filter, const QString &proposed)
+{
+    QFileDialog dialog(parent(), title, folder_);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(nameFilters(filter));
+    dialog.setDefaultSuffix(defaultEnding(dialog.selectedNameFilter()));
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&](const QString &chosen) { dialog.setDefaultSuffix(defaultEnding(chosen)); });
+    if (!proposed.isEmpty())
+        dialog.selectFile(proposed);
+    return run(dialog);
+}
+
+QString QtDialogs::run(QFileDialog &dialog)
+{
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    const QFileInfo chosen(dialog.selectedFiles().constFirst());
+    folder_ = chosen.absolutePath();
+    return QDir::toNativeSeparators(chosen.absoluteFilePath());
+}
+
+} // namespace dialogs
