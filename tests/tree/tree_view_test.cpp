@@ -1,0 +1,200 @@
+#include "platform/dom/document.h"
+#include "tree/freeze.h"
+#include "tree/tree_model.h"
+#include "tree/tree_view.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace tree;
+
+class TreeViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void rebuildSelectsAndOpensTheRoot();
+    void doubleClick_data();
+    void doubleClick();
+    void pressSelects_data();
+    void pressSelects();
+    void starOpensOneLevel();
+    void deepRowsComeIntoView();
+    void dropMovesTheNode();
+    void foreignDragsPassBy();
+    void freezeNests();
+
+private:
+    QModelIndex child(int row, const QModelIndex &of) const { return model_->index(row, 0, of); }
+    QModelIndex root() const { return model_->index(0, 0); }
+    QPoint middle(const QModelIndex &node) const { return view_->visualRect(node).center(); }
+
+    dom::Document document_;
+    std::unique_ptr<TreeModel> model_;
+    std::unique_ptr<TreeView> view_;
+};
+
+void TreeViewTest::init()
+{
+    QVERIFY(!document_.load("<r><a><x><z/></x></a><!--n--><empty/></r>"));
+    model_ = std::make_unique<TreeModel>(document_);
+    view_ = std::make_unique<TreeView>(*model_);
+    model_->nametree(document_.documentElement());
+    view_->resize(400, 300);
+    view_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(view_.get()));
+}
+
+void TreeViewTest::cleanup()
+{
+    view_.reset();
+    model_.reset();
+}
+
+void TreeViewTest::rebuildSelectsAndOpensTheRoot()
+{
+    QCOMPARE(view_->objectName(), QStringLiteral("TreeView1"));
+    view_->open(child(0, root()));
+    view_->setCurrentIndex(child(1, root()));
+    model_->nametree(document_.documentElement());
+    QCOMPARE(view_->currentIndex(), root());
+    QVERIFY(view_->selectionModel()->isSelected(root()));
+    QVERIFY(view_->isExpanded(root()));
+    QVERIFY(!view_->isExpanded(child(0, root())));
+}
+
+void TreeViewTest::doubleClick_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<bool>("edits");
+    QTest::newRow("element with children") << 0 << false;
+    QTest::newRow("comment") << 1 << true;
+    QTest::newRow("element without children") << 2 << true;
+}
+
+void TreeViewTest::doubleClick()
+{
+    QFETCH(int, row);
+    QFETCH(bool, edits);
+    QSignalSpy asked(view_.get(), &TreeView::editRequested);
+    QSignalSpy clicked(view_.get(), &TreeView::nodeClicked);
+    const QModelIndex node = child(row, root());
+    for (int times = 1; times <= 2; ++times) {
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, middle(node));
+        QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, middle(node));
+        QCOMPARE(asked.count(), edits ? times : 0);
+        QCOMPARE(view_->isExpanded(node), !edits && times == 1);
+        QCOMPARE(view_->currentIndex(), node);
+    }
+    QVERIFY(clicked.count() >= 2);
+}
+
+void TreeViewTest::pressSelects_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<int>("menus");
+    QTest::newRow("left") << Qt::LeftButton << Qt::KeyboardModifiers() << 0;
+    QTest::newRow("left with control") << Qt::LeftButton << Qt::KeyboardModifiers(Qt::ControlModifier) << 0;
+    QTest::newRow("right") << Qt::RightButton << Qt::KeyboardModifiers() << 1;
+}
+
+void TreeViewTest::pressSelects()
+{
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QSignalSpy asked(view_.get(), &TreeView::contextMenuRequested);
+    const QModelIndex node = child(1, root());
+    for (int times = 0; times < 2; ++times) { // a second press leaves it selected
+        QTest::mousePress(view_->viewport(), button, modifiers, middle(node));
+        QCOMPARE(view_->currentIndex(), node);
+        QCOMPARE(view_->selectionModel()->selectedIndexes(), QModelIndexList{node});
+        QTest::mouseRelease(view_->viewport(), button, modifiers, middle(node));
+    }
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, QPoint(200, 290)); // on no node
+    QVERIFY(view_->selectionModel()->isSelected(node));
+    QFETCH(int, menus);
+    QCOMPARE(asked.count(), 2 * menus);
+}
+
+void TreeViewTest::starOpensOneLevel()
+{
+    view_->setCurrentIndex(child(0, root()));
+    QTest::keyClick(view_.get(), Qt::Key_Asterisk);
+    QVERIFY(view_->isExpanded(child(0, root())));
+    QVERIFY(!view_->isExpanded(child(0, child(0, root()))));
+}
+
+void TreeViewTest::deepRowsComeIntoView()
+{
+    QVERIFY(!document_.load(QByteArray("<e>").repeated(120) + "leaf" + QByteArray("</e>").repeated(120)));
+    model_->nametree(document_.documentElement());
+    QModelIndex node = root();
+    for (; model_->hasChildren(node); node = child(0, node))
+        view_->open(node);
+    view_->setCurrentIndex(node);
+    const QRect view = view_->viewport()->rect();
+    const QRect row = view_->visualRect(node);
+    const int label = view_->fontMetrics().horizontalAdvance(QStringLiteral("leaf"));
+    QVERIFY(view.contains(row.topLeft()) && view.contains(row.left() + label, row.center().y()));
+    view_->setCurrentIndex(root()); // and shallow ones again
+    QVERIFY(view.contains(view_->visualRect(root()).topLeft()));
+}
+
+void TreeViewTest::dropMovesTheNode()
+{
+    QSignalSpy dropped(view_.get(), &TreeView::dropped);
+    const QPersistentModelIndex comment = child(1, root());
+    const QPersistentModelIndex target = child(0, root());
+    view_->setCurrentIndex(comment);
+    model_->beginDrag(comment);
+    const std::unique_ptr<QMimeData> data(model_->mimeData({comment}));
+    QDragEnterEvent enter(middle(comment), Qt::MoveAction, data.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(view_->viewport(), &enter);
+    QVERIFY(enter.isAccepted());
+    for (const QModelIndex &over : {child(0, root()), child(1, root()), root()}) {
+        QDragMoveEvent move(middle(over), Qt::MoveAction, data.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view_->viewport(), &move);
+        QCOMPARE(move.isAccepted(), over != comment);
+    }
+    QDropEvent drop(middle(target), Qt::MoveAction, data.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(view_->viewport(), &drop);
+    QVERIFY(drop.isAccepted());
+    QCOMPARE(dropped.count(), 1);
+    QVERIFY(!model_->IsDragging());
+    QCOMPARE(document_.xml(), QByteArray("<r><a><!--n--><x><z/></x></a><empty/></r>"));
+    QCOMPARE(comment.parent(), target);
+    QCOMPARE(view_->currentIndex(), comment);
+    QVERIFY(view_->isExpanded(target)); // what was dropped stays in sight
+}
+
+void TreeViewTest::foreignDragsPassBy()
+{
+    QMimeData files;
+    files.setUrls({QUrl(QStringLiteral("file:///tmp/a.xml"))});
+    QDragEnterEvent enter(middle(root()), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, {});
+    enter.accept();
+    QCoreApplication::sendEvent(view_->viewport(), &enter);
+    QVERIFY(!enter.isAccepted());
+}
+
+void TreeViewTest::freezeNests()
+{
+    {
+        Freeze outer;
+        outer.setForm(view_.get());
+        {
+            Freeze inner;
+            inner.setForm(view_.get());
+        }
+        QVERIFY(!view_->updatesEnabled());
+    }
+    QVERIFY(view_->updatesEnabled());
+}
+
+QTEST_MAIN(TreeViewTest)
+#include "tree_view_test.moc"

@@ -1,0 +1,60 @@
+// The rows below one tree node.
+//
+// A list starts as one run that mirrors the children of the document node and costs nothing a child. Looking
+// at a row makes the tree nodes of the block around it. The order of the rows is the list's own: after a drop
+// it differs from the document's, and only rows that nobody has looked at still go by position in the
+// document. What the document gains and loses must be told (domInserted, domRemoved), or those would show the
+// wrong nodes.
+#pragma once
+
+#include "tree/tree_node.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tree {
+
+class RowList
+{
+public:
+    static constexpr qint64 blockSize = 64; // the document's own blocks are as large
+    static constexpr size_t splitSize = 128; // an edited run is halved beyond this
+
+    // The rows below owner (null: the list of the root alone), mirroring count children.
+    RowList(TreeNode *owner, qint64 count);
+
+    TreeNode *owner() const { return owner_; }
+    qint64 count() const { return count_; }
+
+    TreeNode *made(qint64 row) const; // null when not made, or out of range
+    qint64 domIndexOf(qint64 row) const; // of a row that is not made
+    std::optional<qint64> unmadeRowOf(qint64 domIndex) const; // the row that mirrors that child, if any does
+    TreeNode *find(const dom::Node *node) const; // among the made ones; costs as many as there are
+
+    // Makes the nodes of the block around row, which is in range; from gives the node for a child's index.
+    using Maker = std::function<std::unique_ptr<TreeNode>(qint64 domIndex)>;
+    TreeNode *make(qint64 row, const Maker &from);
+
+    void insert(qint64 row, std::unique_ptr<TreeNode> node);
+    std::unique_ptr<TreeNode> take(qint64 row); // a made one
+
+    void domInserted(qint64 index);
+    void domRemoved(qint64 index); // the row of that child has been made or taken before
+
+    void forEachMade(const std::function<void(TreeNode &)> &visit) const;
+
+private:
+    size_t runAt(qint64 row) const; // the run that holds row; runs_.size() when out of range
+    void splitUnmade(size_t run, qint64 before); // in two: before rows, and the rest
+    void halveWhenLong(size_t run);
+    void shiftRows(size_t fromRun, qint64 by);
+    void addRun(size_t at, qint64 firstRow, qint64 count, qint64 firstDom);
+
+    TreeNode *owner_;
+    qint64 count_;
+    std::vector<std::unique_ptr<Run>> runs_; // in the order of the rows, none empty
+};
+
+} // namespace tree

@@ -1,0 +1,175 @@
+// How rows come, go and move: by following the document, and by hand.
+#include "tree/tree_model.h"
+
+namespace tree {
+
+void TreeModel::aboutToInsert(dom::Node *parent, qsizetype index, dom::Node *)
+{
+    RowList *list = rows_->listOf(parent); // counted before the change, if anybody can see it
+    announced_ = list && !byHand_ && rows_->isShown(*list);
+    row_ = list ? followingRow(*list, parent, index) : 0;
+    if (announced_)
+        beginInsertRows(ownerIndex(*list), int(row_), int(row_));
+}
+
+void TreeModel::inserted(dom::Node *parent, qsizetype index, dom::Node *node)
+{
+    RowList *list = rows_->listOf(parent);
+    if (!list)
+        return;
+    list->domInserted(index);
+    if (byHand_)
+        return;
+    std::unique_ptr<TreeNode> row = rows_->unpark(node);
+    list->insert(row_, row ? std::move(row) : rows_->makeNode(node, *list->owner()));
+    if (announced_)
+        endInsertRows();
+}
+
+void TreeModel::aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *node)
+{
+    RowList *list = rows_->listOf(parent);
+    row_ = list ? rows_->rowOf(*list, node, index) : -1;
+    announced_ = list && !byHand_ && row_ >= 0 && rows_->isShown(*list);
+    if (row_ >= 0)
+        rows_->node(*list, row_); // from here on it no longer goes by its position in the document
+    if (announced_)
+        beginRemoveRows(ownerIndex(*list), int(row_), int(row_));
+}
+
+void TreeModel::removed(dom::Node *parent, qsizetype index, dom::Node *)
+{
+    RowList *list = rows_->listOf(parent);
+    if (!list)
+        return;
+    list->domRemoved(index);
+    if (byHand_ || row_ < 0)
+        return;
+    rows_->park(list->take(row_));
+    if (announced_)
+        endRemoveRows();
+}
+
+void TreeModel::textChanged(dom::Node *node)
+{
+    const TreeNode *shown = rows_->madeNode(node);
+    if (!shown || !rows_->isShown(*shown->run->list))
+        return; // nobody has asked for it yet
+    const QModelIndex at = indexOf(*shown);
+    Q_EMIT dataChanged(at, at);
+}
+
+// The first and the last place are the same in rows and document; any other is the one after the same node.
+qint64 TreeModel::followingRow(const RowList &list, const dom::Node *parent, qint64 domIndex) const
+{
+    if (domIndex <= 0)
+        return 0;
+    if (domIndex >= parent->childCount())
+        return list.count();
+    const qint64 before = rows_->rowOf(list, parent->child(domIndex - 1), domIndex - 1);
+    return before < 0 ? list.count() : before + 1;
+}
+
+QModelIndex TreeModel::insertFresh(RowList &list, qint64 row, dom::Node *node)
+{
+    std::unique_ptr<TreeNode> made = rows_->makeNode(node, *list.owner());
+    if (node->ordinal() >= 0) { // a fresh key even so
+        made->number = rows_->nextNumber();
+        made->suffix = 1;
+    }
+    beginInsertRows(ownerIndex(list), int(row), int(row));
+    list.insert(row, std::move(made));
+    endInsertRows();
+    return createIndex(int(row), 0, &list);
+}
+
+QModelIndex TreeModel::insertLast(const QModelIndex &parent, dom::Node *node)
+{
+    TreeNode *below = nodeAt(parent);
+    if (!below || !node)
+        return {};
+    RowList &list = rows_->below(*below);
+    return insertFresh(list, list.count(), node);
+}
+
+QModelIndex TreeModel::insertAfter(const QModelIndex &sibling, dom::Node *node)
+{
+    if (!node || !sibling.parent().isValid())
+        return {};
+    return insertFresh(*static_cast<RowList *>(sibling.internalPointer()), sibling.row() + 1, node);
+}
+
+QModelIndex TreeModel::move(const QModelIndex &node, const QModelIndex &parent, int row)
+{
+    TreeNode *moved = nodeAt(node);
+    TreeNode *owner = nodeAt(parent);
+    if (!moved || !owner)
+        return {};
+    RowList *from = moved->run->list;
+    RowList *to = &rows_->below(*owner);
+    const int fromRow = node.row();
+    if (!beginMoveRows(node.parent(), fromRow, fromRow, parent, row))
+        return node; // it stands there already
+    std::unique_ptr<TreeNode> taken = from->take(fromRow);
+    const int target = from == to && row > fromRow ? row - 1 : row;
+    to->insert(target, std::move(taken));
+    endMoveRows();
+    return indexOf(*moved);
+}
+
+void TreeModel::remove(const QModelIndex &node)
+{
+    const TreeNode *gone = nodeAt(node);
+    if (!gone)
+        return;
+    beginRemoveRows(node.parent(), node.row(), node.row());
+    rows_->park(gone->run->list->take(node.row()));
+    endRemoveRows();
+}
+
+void TreeModel::setLabelFrom(const QModelIndex &node)
+{
+    TreeNode *shown = nodeAt(node);
+    if (!shown)
+        return;
+    shown->rule = TagRule::AsItStands;
+    Q_EMIT dataChanged(node, node);
+}
+
+void TreeModel::lengthenKeysBelow(const QModelIndex &node)
+{
+    TreeNode *top = nodeAt(node);
+    if (!top)
+        return;
+    std::vector<TreeNode *> open{top};
+    while (!open.empty()) {
+        TreeNode *at = open.back();
+        open.pop_back();
+        ++at->childSuffix;
+        if (!at->children)
+            continue;
+        at->children->forEachMade([&open](TreeNode &child) {
+            ++child.suffix;
+            open.push_back(&child);
+        });
+    }
+}
+
+platform::Result<void> TreeModel::drop(const QModelIndex &dragged, const QModelIndex &target)
+{
+    const QString refusal = dropRefusal(dragged, target);
+    if (!refusal.isEmpty())
+        return platform::Failure{refusal};
+    dom::Node *node = GetNodepar(dragged);
+    dom::Node *into = GetNodepar(target);
+    if (into->firstChild() != node) {
+        const RowsByHand byHand(*this);
+        auto done = document_.insertBefore(into, node, into->firstChild());
+        if (!done)
+            return done;
+    }
+    move(dragged, target, rowCount(target));
+    return {};
+}
+
+} // namespace tree

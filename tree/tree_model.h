@@ -1,0 +1,132 @@
+// The document as rows: the tree of `TreeView1`, and the link from each of its nodes to the document's.
+//
+// The tree holds nothing of the document. Child lists, tree nodes, keys and labels come into being when a
+// view asks for them (see row_list.h), so a document shows at once whatever its size. An index holds its row
+// and its parent's list and keeps no object for the row alive or in the making.
+//
+// Rows follow the document by themselves: what is inserted, removed or taken back there shows here at the
+// same place. A command whose rows are to go elsewhere than the nodes did holds a RowsByHand meanwhile and
+// moves the rows itself, after the document.
+#pragma once
+
+#include "platform/dom/document.h"
+#include "platform/result.h"
+#include "tree/tree_rows.h"
+
+#include <QAbstractItemModel>
+
+namespace tree {
+
+class TreeModel : public QAbstractItemModel, private dom::Observer
+{
+    Q_OBJECT
+
+public:
+    enum Role
+    {
+        // The whole label. Qt::DisplayRole has it on one line, cut to what a row shows; Qt::ToolTipRole has
+        // more of it, as plain text.
+        LabelRole = Qt::UserRole,
+        KeyRole, // key text, e.g. "17_"
+        ImageRole, // 1 to 5 by kind, see label.h; 0 for entity references
+        HintRole, // what to show in place of an empty label, e.g. "&name;"
+    };
+
+    // Becomes the document's observer. The document outlives the model.
+    explicit TreeModel(dom::Document &document, QObject *parent = nullptr);
+    ~TreeModel() override;
+
+    // Rebuilds the whole tree from the document element; null empties it. A document loaded anew shows only
+    // then: until it is rebuilt, the tree goes on showing the former one.
+    void nametree(dom::Node *domNode);
+
+    QString trekey(); // a fresh key
+    qint64 GetNodeLevel(const QModelIndex &node) const; // siblings before it
+    // The document node it shows; null when that is no longer in the document.
+    dom::Node *GetNodepar(const QModelIndex &node) const;
+    qint64 TopLevelCount() const { return topLevelCount_; } // nodes at document level, as of the last rebuild
+
+    // The drag under way within the tree.
+    void beginDrag(const QModelIndex &node); // any but the root
+    void endDrag();
+    bool IsDragging() const { return isDragging_; }
+    QModelIndex DraggedNode() const { return draggedNode_; }
+
+    // Puts the dragged node's document node before the target's first child, and its row after the last one.
+    // Fails, and changes nothing, unless the target is an element outside the dragged node, and when the
+    // document refuses.
+    platform::Result<void> drop(const QModelIndex &dragged, const QModelIndex &target);
+
+    // Rows by hand (see RowsByHand), when the document has changed already. All give the row's new index.
+    QModelIndex insertLast(const QModelIndex &parent, dom::Node *node); // with a fresh key
+    QModelIndex insertAfter(const QModelIndex &sibling, dom::Node *node);
+    QModelIndex move(const QModelIndex &node, const QModelIndex &parent, int row); // row as before the move
+    void remove(const QModelIndex &node);
+
+    // Shows the node's start tag as it stands from now on, as nodes are labelled after an edit.
+    void setLabelFrom(const QModelIndex &node);
+    // What moving a node does to the keys of all that is below it: one more "_" each.
+    void lengthenKeysBelow(const QModelIndex &node);
+
+    // The tree nodes made so far; for measuring.
+    qint64 madeNodes() const { return rows_->madeCount(); }
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    using QObject::parent;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    bool hasChildren(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+    // Only the drag under way can be dropped, and only where drop() takes it.
+    Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+    QStringList mimeTypes() const override;
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    bool canDropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                         const QModelIndex &parent) const override;
+    bool dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                      const QModelIndex &parent) override;
+
+private:
+    friend class RowsByHand;
+
+    void aboutToInsert(dom::Node *parent, qsizetype index, dom::Node *node) override;
+    void inserted(dom::Node *parent, qsizetype index, dom::Node *node) override;
+    void aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *node) override;
+    void removed(dom::Node *parent, qsizetype index, dom::Node *node) override;
+    void textChanged(dom::Node *node) override;
+
+    TreeNode *nodeAt(const QModelIndex &index) const;
+    QModelIndex indexOf(const TreeNode &node) const;
+    QModelIndex ownerIndex(const RowList &list) const;
+    qint64 followingRow(const RowList &list, const dom::Node *parent, qint64 domIndex) const;
+    QModelIndex insertFresh(RowList &list, qint64 row, dom::Node *node);
+    QString dropRefusal(const QModelIndex &dragged, const QModelIndex &target) const;
+
+    dom::Document &document_;
+    std::unique_ptr<TreeRows> rows_; // filled by asking
+    const dom::Node *builtFrom_ = nullptr; // the document node at the last rebuild; a load makes another
+    QPersistentModelIndex draggedNode_;
+    qint64 topLevelCount_ = 0;
+    qint64 row_ = 0; // of the change of the document under way
+    bool announced_ = false; // to the views, between the two notices of it
+    bool byHand_ = false;
+    bool isDragging_ = false;
+};
+
+// While it lives, rows stay where they are when the document changes; the command moves them.
+class RowsByHand
+{
+public:
+    explicit RowsByHand(TreeModel &model) : model_(model) { model_.byHand_ = true; }
+    ~RowsByHand() { model_.byHand_ = false; }
+    RowsByHand(const RowsByHand &) = delete;
+    RowsByHand &operator=(const RowsByHand &) = delete;
+
+private:
+    TreeModel &model_;
+};
+
+} // namespace tree

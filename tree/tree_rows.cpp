@@ -1,0 +1,132 @@
+#include "tree/tree_rows.h"
+
+namespace tree {
+
+void TreeRows::rebuild(dom::Node *root, bool loaded)
+{
+    lists_.clear();
+    parked_.clear();
+    top_ = RowList(nullptr, 0);
+    madeCount_ = 0;
+    if (!root)
+        return;
+    const qint64 nodes = root->subtreeCount();
+    textNumbers_ = loaded ? nodes : qMax(textNumbers_, nodes);
+
+    auto node = std::make_unique<TreeNode>();
+    node->dom = root;
+    node->number = 1;
+    node->base = counter_;
+    node->rule = TagRule::AsItStands;
+    top_.insert(0, std::move(node));
+    madeCount_ = 1;
+    counter_ += textNumbers_ - 1;
+}
+
+TreeNode *TreeRows::node(RowList &list, qint64 row)
+{
+    if (row < 0 || row >= list.count())
+        return nullptr;
+    if (TreeNode *known = list.made(row))
+        return known;
+    const TreeNode &parent = *list.owner(); // the root's own list is made from the start
+    return list.make(row, [&](qint64 domIndex) { return makeNode(parent.dom->child(domIndex), parent); });
+}
+
+std::unique_ptr<TreeNode> TreeRows::makeNode(dom::Node *node, const TreeNode &parent)
+{
+    auto made = std::make_unique<TreeNode>();
+    made->dom = node;
+    made->base = parent.base;
+    made->childSuffix = parent.childSuffix;
+    const qint64 ordinal = node->ordinal();
+    if (ordinal >= 0) {
+        made->number = parent.base + ordinal;
+        made->suffix = parent.childSuffix;
+    } else {
+        made->number = nextNumber();
+    }
+    ++madeCount_;
+    return made;
+}
+
+RowList &TreeRows::below(TreeNode &node)
+{
+    if (!node.children) {
+        node.children = std::make_unique<RowList>(&node, node.dom->childCount());
+        lists_.insert(node.dom, node.children.get());
+    }
+    return *node.children;
+}
+
+bool TreeRows::hasChildren(const RowList &list, qint64 row) const
+{
+    if (const TreeNode *known = list.made(row)) {
+        if (known->children)
+            return known->children->count() > 0;
+        return known->dom->hasChildren();
+    }
+    const bool inRange = row >= 0 && row < list.count();
+    return inRange && list.owner()->dom->childHasChildren(list.domIndexOf(row));
+}
+
+bool TreeRows::isShown(const RowList &list) const
+{
+    const RowList *at = &list;
+    while (const TreeNode *owner = at->owner()) {
+        if (!owner->run)
+            return false;
+        at = owner->run->list;
+    }
+    return true;
+}
+
+RowList *TreeRows::listOf(const dom::Node *parent)
+{
+    if (RowList *known = lists_.value(parent))
+        return known;
+    TreeNode *root = top_.made(0);
+    if (root && root->dom == parent)
+        return &below(*root);
+    RowList *around = parent->parent() ? lists_.value(parent->parent()) : nullptr;
+    const qint64 row = around ? rowOf(*around, parent, parent->indexInParent()) : -1;
+    return row < 0 ? nullptr : &below(*node(*around, row));
+}
+
+qint64 TreeRows::rowOf(const RowList &list, const dom::Node *child, qint64 domIndex) const
+{
+    const TreeNode *inPlace = list.made(domIndex); // where it stands unless something was dropped here
+    if (inPlace && inPlace->dom == child)
+        return domIndex;
+    if (const auto unmade = list.unmadeRowOf(domIndex))
+        return *unmade;
+    const TreeNode *found = list.find(child);
+    return found ? found->run->rowOf(found) : -1;
+}
+
+TreeNode *TreeRows::madeNode(const dom::Node *node) const
+{
+    TreeNode *root = top_.made(0);
+    if (root && root->dom == node)
+        return root;
+    const RowList *around = node->parent() ? lists_.value(node->parent()) : nullptr;
+    return around ? around->made(rowOf(*around, node, node->indexInParent())) : nullptr;
+}
+
+void TreeRows::park(std::unique_ptr<TreeNode> node)
+{
+    const dom::Node *key = node->dom;
+    parked_[key] = std::move(node);
+}
+
+std::unique_ptr<TreeNode> TreeRows::unpark(const dom::Node *node)
+{
+    const auto found = parked_.find(node);
+    if (found == parked_.end())
+        return nullptr;
+    std::unique_ptr<TreeNode> kept = std::move(found->second);
+    parked_.erase(found);
+    return kept;
+}
+
+} // namespace tree
