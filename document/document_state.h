@@ -1,0 +1,49 @@
+// All that is known of the one open document.
+#pragma once
+
+#include "document/identities.h"
+#include "document/workspace.h"
+#include "platform/dom/document.h"
+#include "platform/files/text_file.h"
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace document {
+
+// What a document is before anybody wrote one.
+inline QByteArray newDocumentTemplate() { return QByteArrayLiteral("<?xml version=\"1.0\"?>\r\n<Element/>"); }
+
+// A state of the editor's text that was found well-formed, and the entities it declares.
+struct AcceptedText
+{
+    EditorIdentity editor = 0;
+    dom::Entities entities;
+};
+
+struct DocumentState
+{
+    QString CurrentFilePath; // full path; of a new document: the working file in the temporary folder
+    int PreviewCopyNumber = 0;
+    QString PreviewFilePath;
+    QString temporaryFolder; // where new documents live
+    files::FileForm form; // how the document stood in its file, and so how it is written
+
+    dom::Document Document; // the truth while the tree is shown
+    quint64 loads = 0; // how often Document was parsed anew
+    QByteArray SavedXml; // the text at the last load or save
+    Identities known;
+
+    bool HasParseErrors = false; // the last check of the editor's text failed
+    std::optional<AcceptedText> accepted; // the last text of the editor that was found well-formed
+    DomIdentity loadedAs; // the state of Document that a parser accepted as a whole
+
+    Tab TabTag = NormalMode; // the mode that Preview was entered from
+    bool previewCopyWritten = false; // the file of that name is ours, and so ours to delete
+
+    DomIdentity domIdentity() const { return {loads, Document.revision()}; }
+    QString previewCopyPath() const { return CurrentFilePath + QString::number(PreviewCopyNumber); }
+};
+
+} // namespace document

@@ -1,0 +1,126 @@
+#include "document/life.h"
+
+#include "document/language.h"
+#include "platform/files/file_helpers.h"
+
+#include <QFileInfo>
+#include <array>
+
+namespace document {
+
+// Arguments that a shell split at blanks are one path again; quotes only ever stood around it.
+static QString pathOnCommandLine(const QStringList &arguments)
+{
+    const QString path = arguments.join(QLatin1Char(' ')).remove(QLatin1Char('"'));
+    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+}
+
+void Life::prelodr(const QStringList &arguments)
+{
+    const QString named = pathOnCommandLine(arguments);
+    const QString workingFile = files_.makefile();
+    state_.TabTag = NormalMode;
+    around_.editor.setLanguage(control::Language::Xml);
+    around_.editor.loadText(newDocumentTemplate());
+    if (named.isEmpty() || !loadNamed(named))
+        startAnew(workingFile);
+    saving_.rememberDom();
+    saving_.showTitle();
+}
+
+bool Life::loadNamed(const QString &path)
+{
+    const auto file = parsing_.readFile(path);
+    return file && loadAs(path, *file);
+}
+
+bool Life::loadAs(const QString &path, const files::LoadedText &file)
+{
+    files_.setCurrentFile(path);
+    state_.form = file.form;
+    around_.editor.setLanguage(languageOf(path, file.utf8));
+    if (!file.note.isEmpty())
+        around_.workspace.note(file.note);
+    return parsing_.Loadpathxml(file);
+}
+
+// The form of a faulty file stays: its text is still what the editor shows, and what would be saved.
+void Life::startAnew(const QString &workingFile)
+{
+    files_.setCurrentFile(workingFile);
+    parsing_.LoadXml(newDocumentTemplate());
+}
+
+void Life::newDocument()
+{
+    if (saving_.cndsavefunc())
+        return;
+    around_.editor.loadText(newDocumentTemplate());
+    around_.workspace.selectTab(NormalMode);
+    files_.kiltmpfyl();
+    files_.setCurrentFile(files_.makefile());
+    around_.workspace.setSaveEnabled(false);
+    state_.form = {};
+    around_.editor.setLanguage(languageOf(state_.CurrentFilePath, newDocumentTemplate()));
+    parsing_.LoadXml(newDocumentTemplate());
+    saving_.rememberDom();
+    saving_.showTitle();
+}
+
+void Life::open()
+{
+    for (;;) {
+        const QString chosen = around_.dialogs.openFile(QStringLiteral("Open"), documentFilter());
+        if (chosen.isEmpty())
+            return;
+        if (files::fileExists(chosen))
+            return openExisting(QFileInfo(chosen).absoluteFilePath());
+    }
+}
+
+void Life::openPath(const QString &path)
+{
+    const QString fullPath = QFileInfo(path).absoluteFilePath();
+    if (files::fileExists(fullPath))
+        openExisting(fullPath);
+    else
+        parsing_.readFile(fullPath); // reports why it cannot be opened
+}
+
+// The file is read after the question, which may just have saved to it, and before anything is let go.
+void Life::openExisting(const QString &path)
+{
+    if (saving_.cndsavefunc())
+        return;
+    const auto file = parsing_.readFile(path);
+    if (!file)
+        return;
+    around_.editor.loadText(newDocumentTemplate());
+    around_.workspace.selectTab(NormalMode);
+    files_.spare(path);
+    files_.kiltmpfyl();
+    around_.workspace.setSaveEnabled(true);
+    loadAs(path, *file);
+    saving_.rememberDom();
+    saving_.showTitle();
+}
+
+bool Life::leave()
+{
+    if (saving_.cndsavefunc())
+        return false;
+    for (const char *exchangeFile : {"\\tdyex\\d.txt", "\\tdyex\\o.txt", "\\tdyex\\i.txt", "\\tdyex\\f.txt"})
+        files::deleteIfExists(files::joinPath(files::programFolder(), QLatin1String(exchangeFile)));
+    files_.kiltmpfyl();
+    return true;
+}
+
+void Life::openHelp(HelpPage page)
+{
+    static constexpr std::array pages{"\\Help\\Zelph\\Zelph.htm", "\\Help\\Zelph\\opens_index_first.htm",
+                                      "\\Help\\Zelph\\opens_search_first.htm"};
+    const QLatin1String suffix(pages.at(static_cast<std::size_t>(page)));
+    around_.workspace.openPage(files::joinPath(files::programFolder(), suffix));
+}
+
+} // namespace document

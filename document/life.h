@@ -1,0 +1,59 @@
+// The life of the one document: new, open, the end; and the help pages.
+#pragma once
+
+#include "document/parsing.h"
+#include "document/saving.h"
+#include "document/working_files.h"
+
+#include <QStringList>
+
+namespace document {
+
+enum class HelpPage
+{
+    Contents,
+    Index,
+    Search
+};
+
+class Life
+{
+public:
+    Life(DocumentState &state, const Surroundings &around, Parsing &parsing, WorkingFiles &files,
+         Saving &saving)
+        : state_(state), around_(around), parsing_(parsing), files_(files), saving_(saving)
+    { }
+
+    // The document's part of start-up: opens the document that the command line names, or a new one. All
+    // arguments together are one path; double quotes in it are dropped.
+    void prelodr(const QStringList &arguments);
+
+    void newDocument();
+
+    // Asks for a file and opens it.
+    void open();
+
+    // Opens the file at path, for one that was dropped on the window. What cannot be read is reported, and
+    // the open document stays.
+    void openPath(const QString &path);
+
+    // The window is about to close: asks the save question; false when it must stay open. Otherwise clears
+    // up, and nothing but the end of the process may follow.
+    bool leave();
+
+    void openHelp(HelpPage page);
+
+private:
+    bool loadNamed(const QString &path);
+    bool loadAs(const QString &path, const files::LoadedText &file);
+    void startAnew(const QString &workingFile);
+    void openExisting(const QString &path);
+
+    DocumentState &state_;
+    Surroundings around_;
+    Parsing &parsing_;
+    WorkingFiles &files_;
+    Saving &saving_;
+};
+
+} // namespace document

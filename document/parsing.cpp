@@ -1,0 +1,150 @@
+#include "document/parsing.h"
+
+#include "document/report.h"
+#include "platform/files/file_helpers.h"
+
+namespace document {
+
+using dialogs::Buttons;
+using dialogs::Icon;
+
+std::optional<files::LoadedText> Parsing::readFile(const QString &path)
+{
+    auto file = [&] {
+        const Busy busy(around_.workspace);
+        return files::readTextFile(path);
+    }();
+    if (file)
+        return std::move(*file);
+    dom::ParseError unread;
+    unread.reason = file.reason() + QStringLiteral("\r\n");
+    xmleror(unread);
+    return std::nullopt;
+}
+
+bool Parsing::Loadpathxml(const files::LoadedText &file)
+{
+    {
+        const Busy busy(around_.workspace);
+        around_.workspace.documentGoing();
+        ++state_.loads;
+        if (!state_.Document.load(file.utf8, baseFolder())) {
+            showTree();
+            return true;
+        }
+        around_.workspace.selectTab(XmlMode);
+        around_.editor.loadText(file.utf8);
+    }
+    xmlerr(true, false);
+    return false;
+}
+
+bool Parsing::LoadXml(const QByteArray &text)
+{
+    dom::Entities entities;
+    if (const auto error = dom::checkWellFormed(text, baseFolder(), &entities)) {
+        xmleror(*error);
+        return false;
+    }
+    loadAccepted(text, entities);
+    return true;
+}
+
+bool Parsing::xmlerr(bool msgbolone, bool msgboltwo)
+{
+    return judge(around_.editor.text(), msgbolone, msgboltwo);
+}
+
+void Parsing::adoptEditorText()
+{
+    if (editorTextIsAccepted()) {
+        around_.editor.setHighlightedLine(-1);
+        if (state_.known.agreed(state_.domIdentity(), around_.editor.revision()))
+            return;
+    }
+    const QByteArray text = around_.editor.text();
+    if (!editorTextIsAccepted() && judge(text, true, false))
+        return;
+    if (text != state_.Document.xml())
+        loadAccepted(text, state_.accepted->entities);
+    state_.known.agree(state_.domIdentity(), around_.editor.revision());
+}
+
+void Parsing::carryToEditor()
+{
+    // An empty Document is what a failed load leaves: there is no text to carry over then.
+    if (state_.HasParseErrors || state_.Document.isEmpty())
+        return;
+    const DomIdentity dom = state_.domIdentity();
+    if (!state_.known.agreed(dom, around_.editor.revision())) {
+        const Busy busy(around_.workspace);
+        const QByteArray xml = state_.Document.xml();
+        if (xml != around_.editor.text())
+            around_.editor.replaceText(xml);
+        state_.known.agree(dom, around_.editor.revision());
+    }
+    // Only what a parser has accepted as it stands needs no check when the editor is left again.
+    if (dom == state_.loadedAs)
+        state_.accepted = AcceptedText{around_.editor.revision(), state_.Document.entities()};
+}
+
+bool Parsing::judge(const QByteArray &text, bool msgbolone, bool msgboltwo)
+{
+    dom::Entities entities;
+    const auto error = [&] {
+        const Busy busy(around_.workspace);
+        return dom::checkWellFormed(text, baseFolder(), &entities);
+    }();
+    state_.HasParseErrors = error.has_value();
+    if (error) {
+        state_.accepted.reset();
+        if (msgbolone)
+            pointOut(*error);
+        around_.editor.setHighlightedLine(static_cast<int>(error->line) - 1);
+        return true;
+    }
+    state_.accepted = AcceptedText{around_.editor.revision(), std::move(entities)};
+    if (msgboltwo)
+        around_.dialogs.message(Icon::Exclamation, Buttons::Ok, QStringLiteral("No Errors found"));
+    around_.editor.setHighlightedLine(-1);
+    return false;
+}
+
+void Parsing::pointOut(const dom::ParseError &error)
+{
+    xmleror(error);
+    around_.editor.giveFocus();
+    around_.editor.placeCaret(static_cast<int>(error.line) - 1, static_cast<int>(error.position));
+}
+
+void Parsing::xmleror(const dom::ParseError &error)
+{
+    around_.dialogs.message(Icon::Exclamation, Buttons::Ok, reportText(error));
+}
+
+void Parsing::loadAccepted(const QByteArray &text, const dom::Entities &entities)
+{
+    const Busy busy(around_.workspace);
+    around_.workspace.documentGoing();
+    ++state_.loads;
+    state_.Document.loadAccepted(text, entities);
+    showTree();
+}
+
+// The tree shows Document as it was just loaded, and nobody needs the nodes before any more.
+void Parsing::showTree()
+{
+    state_.loadedAs = state_.domIdentity();
+    around_.workspace.rebuildTree();
+    state_.Document.releaseFormer();
+}
+
+bool Parsing::editorTextIsAccepted() const
+{
+    return state_.accepted && state_.accepted->editor == around_.editor.revision();
+}
+
+// Relative references to external entities are looked for beside the document.
+QString Parsing::baseFolder() const { return files::parentFolderOf(state_.CurrentFilePath); }
+
+} // namespace document

@@ -1,0 +1,118 @@
+#include "document/saving.h"
+
+#include "document/language.h"
+#include "platform/files/file_helpers.h"
+
+#include <QFileInfo>
+
+namespace document {
+
+using dialogs::Answer;
+using dialogs::Buttons;
+using dialogs::Icon;
+
+QString documentFilter()
+{
+    return QStringLiteral("XML Documents (*.xml)|*.xml|XML Schema Files (*.xsd)|*.xsd|"
+                          "XSLT Stylesheets (*.xsl;*.xslt;*.fo)|*.xsl;*.xslt;*.fo|"
+                          "HTML Files (*.htm;*.html)|*.htm;*.html|All files (*.*)|*.*");
+}
+
+bool Saving::domIsSource() const
+{
+    const int tab = around_.workspace.currentTab();
+    return tab == NormalMode || (tab == Preview && state_.TabTag == NormalMode);
+}
+
+QByteArray Saving::currentText() const
+{
+    return domIsSource() ? state_.Document.xml() : around_.editor.text();
+}
+
+bool Saving::isChanged() const
+{
+    const bool known = domIsSource() ? state_.known.isSaved(state_.domIdentity())
+                                     : state_.known.isSaved(around_.editor.revision());
+    return !known && currentText() != state_.SavedXml;
+}
+
+bool Saving::cndsavefunc()
+{
+    if (!isChanged())
+        return false;
+    const bool isNew = files_.istmppath();
+    const QString name = isNew ? QStringLiteral("New Document") : files::fileNameOf(state_.CurrentFilePath);
+    const Answer answer
+        = around_.dialogs.message(Icon::Question, Buttons::YesNoCancel,
+                                  QStringLiteral("Save changes to ") + name + QStringLiteral("?"));
+    if (answer == Answer::Cancel)
+        return true;
+    // A dismissed Save As dialog goes on without saving; a file that could not be written must not.
+    return answer == Answer::Yes && (isNew ? saveAs() : save()) == SaveResult::Failed;
+}
+
+SaveResult Saving::save(const QString &path)
+{
+    const Busy busy(around_.workspace);
+    const QByteArray text = currentText();
+    if (const auto written = files::writeDocumentFile(path, text, state_.form); !written) {
+        around_.workspace.note(written.reason());
+        return SaveResult::Failed;
+    }
+    files_.spare(path);
+    state_.SavedXml = text;
+    if (domIsSource())
+        state_.known.savedFrom(state_.domIdentity());
+    else
+        state_.known.savedFrom(around_.editor.revision());
+    around_.workspace.setSaveEnabled(true);
+    return SaveResult::Saved;
+}
+
+SaveResult Saving::saveAs()
+{
+    const QString proposed = files_.istmppath() ? QString() : state_.CurrentFilePath;
+    for (;;) {
+        const QString chosen
+            = around_.dialogs.saveFile(QStringLiteral("Save as"), documentFilter(), proposed);
+        if (chosen.isEmpty())
+            return SaveResult::Dismissed;
+        const QString path = QFileInfo(chosen).absoluteFilePath();
+        if (mayWriteTo(path))
+            return moveTo(path);
+    }
+}
+
+bool Saving::mayWriteTo(const QString &path)
+{
+    return !files::fileExists(path)
+        || around_.dialogs.message(Icon::Question, Buttons::YesNo,
+                                   files::fileNameOf(path)
+                                       + QStringLiteral(" already exits, would you like to overwrite it?"))
+        == Answer::Yes;
+}
+
+SaveResult Saving::moveTo(const QString &path)
+{
+    const SaveResult result = save(path);
+    if (result != SaveResult::Saved)
+        return result;
+    files_.kiltmpfyl();
+    files_.setCurrentFile(path);
+    around_.editor.setLanguage(languageOf(path, state_.SavedXml));
+    showTitle();
+    return result;
+}
+
+void Saving::rememberDom()
+{
+    state_.SavedXml = state_.Document.xml();
+    state_.known.savedFrom(state_.domIdentity());
+}
+
+void Saving::showTitle()
+{
+    around_.workspace.setTitleLine(QStringLiteral("Zelph XML Editor - ") + state_.CurrentFilePath);
+}
+
+} // namespace document

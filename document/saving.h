@@ -1,0 +1,60 @@
+// The change test, Save and Save As.
+#pragma once
+
+#include "document/document_state.h"
+#include "document/surroundings.h"
+#include "document/working_files.h"
+
+namespace document {
+
+enum class SaveResult
+{
+    Saved,
+    Dismissed,
+    Failed
+};
+
+class Saving
+{
+public:
+    Saving(DocumentState &state, const Surroundings &around, WorkingFiles &files)
+        : state_(state), around_(around), files_(files)
+    { }
+
+    // The document's text as the view shown has it: the DOM's in Normal Mode, the editor's in XML Mode, in
+    // Preview that of the mode it was entered from.
+    QByteArray currentText() const;
+
+    // Whether the current text differs from SavedXml.
+    bool isChanged() const;
+
+    // Asks whether to save a changed document, and does so. True when the user cancelled, or when the
+    // document could not be written and going on would lose it.
+    bool cndsavefunc();
+
+    // Writes the current text to path. On failure the file and SavedXml stay as they were, and a note says
+    // why.
+    SaveResult save(const QString &path);
+    SaveResult save() { return save(state_.CurrentFilePath); }
+    SaveResult saveAs();
+
+    // SavedXml becomes the DOM's serialised XML.
+    void rememberDom();
+
+    // "Zelph XML Editor - " and CurrentFilePath, in the status bar.
+    void showTitle();
+
+private:
+    bool domIsSource() const;
+    bool mayWriteTo(const QString &path);
+    SaveResult moveTo(const QString &path);
+
+    DocumentState &state_;
+    Surroundings around_;
+    WorkingFiles &files_;
+};
+
+// The filter of the open and save dialogs.
+QString documentFilter();
+
+} // namespace document

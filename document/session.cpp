@@ -1,0 +1,10 @@
+#include "document/session.h"
+
+namespace document {
+
+Session::Session(const Surroundings &around)
+    : parsing_(state_, around), files_(state_, around), saving_(state_, around, files_),
+      life_(state_, around, parsing_, files_, saving_), views_(state_, around, parsing_, files_)
+{ }
+
+} // namespace document

@@ -1,0 +1,90 @@
+#include "document/working_files.h"
+
+#include "platform/files/file_helpers.h"
+
+#include <QDir>
+
+namespace document {
+
+QString WorkingFiles::makefile()
+{
+    state_.temporaryFolder = findTemporaryFolder();
+    QString workingFile = files::joinPath(state_.temporaryFolder, QStringLiteral("\\zelphedit.xml"));
+    state_.PreviewFilePath = files::joinPath(state_.temporaryFolder, QStringLiteral("\\prev.xml"));
+    tryToWrite(workingFile, newDocumentTemplate());
+    tryToWrite(state_.PreviewFilePath, {});
+    return workingFile;
+}
+
+bool WorkingFiles::istmppath() const
+{
+    return files::parentFolderOf(state_.CurrentFilePath) == state_.temporaryFolder;
+}
+
+void WorkingFiles::kiltmpfyl()
+{
+    if (state_.previewCopyWritten && !files::deleteIfExists(state_.previewCopyPath()))
+        around_.workspace.note(
+            QStringLiteral("The preview copy %1 could not be deleted.").arg(state_.previewCopyPath()));
+    state_.previewCopyWritten = false;
+    around_.workspace.closeAssignedPreview();
+}
+
+void WorkingFiles::setCurrentFile(const QString &path)
+{
+    state_.CurrentFilePath = path;
+    state_.PreviewCopyNumber = files::firstFreeNumber(path);
+    state_.previewCopyWritten = false;
+}
+
+void WorkingFiles::spare(const QString &chosenPath)
+{
+    if (chosenPath == state_.previewCopyPath())
+        state_.previewCopyWritten = false;
+}
+
+platform::Result<void> WorkingFiles::writePreviewCopy(const QByteArray &text)
+{
+    // Somebody may have made a file of that name since; it is not ours to overwrite.
+    if (!state_.previewCopyWritten)
+        state_.PreviewCopyNumber = files::firstFreeNumber(state_.CurrentFilePath);
+    const QString path = state_.previewCopyPath();
+    auto written = files::writeDocumentFile(path, text, {state_.form.encoding, files::FileEnd::CrLf});
+    if (!written)
+        written = files::writeTextFile(path, text);
+    state_.previewCopyWritten = state_.previewCopyWritten || written.ok();
+    return written;
+}
+
+void WorkingFiles::preview(const QByteArray &text)
+{
+    const Busy busy(around_.workspace);
+    const auto written = writePreviewCopy(text);
+    around_.browser.setSilent(true);
+    if (written) {
+        around_.browser.navigate(state_.previewCopyPath());
+        return;
+    }
+    const auto bytes = files::encodeText(text, state_.form.encoding);
+    around_.browser.showText(bytes ? *bytes : text, state_.previewCopyPath());
+    around_.workspace.note(QStringLiteral("Shown without a preview copy: %1").arg(written.reason()));
+}
+
+QString WorkingFiles::findTemporaryFolder()
+{
+    const auto usual = files::privateTempFolder();
+    if (usual)
+        return *usual;
+    around_.workspace.note(usual.reason());
+    if (!standIn_)
+        standIn_ = std::make_unique<QTemporaryDir>();
+    return standIn_->isValid() ? standIn_->path() : QDir::tempPath();
+}
+
+void WorkingFiles::tryToWrite(const QString &path, const QByteArray &text)
+{
+    if (const auto written = files::writeTextFile(path, text); !written)
+        around_.workspace.note(written.reason());
+}
+
+} // namespace document

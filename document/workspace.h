@@ -1,0 +1,47 @@
+// What the document's life needs of the window around it. The main window is one; tests are another.
+#pragma once
+
+#include <QString>
+
+namespace document {
+
+// The three views, by tab number.
+enum Tab
+{
+    NormalMode = 0,
+    XmlMode = 1,
+    Preview = 2
+};
+
+class Workspace
+{
+public:
+    virtual ~Workspace() = default;
+
+    virtual int currentTab() const = 0;
+    // Selects a tab; a change of tab runs the tab switch handler, as a click on the tab would.
+    virtual void selectTab(int tab) = 0;
+
+    // The document is about to be parsed anew: the tree's nodes leave it, and can only be looked at until
+    // the next rebuildTree(). When the parse fails the tree goes on showing them.
+    virtual void documentGoing() { }
+
+    // Rebuilds the tree from the document element and expands its first node.
+    virtual void rebuildTree() = 0;
+
+    virtual void setSaveEnabled(bool enabled) = 0; // "&Save" and "Save1" together
+    virtual void setTitleLine(const QString &text) = 0; // first panel of the status bar
+    virtual void note(const QString &text) = 0; // right end of the status bar: what was not done, and why
+
+    // Enables or disables each mode's menu item and toolbar button together.
+    virtual void setModesEnabled(bool normal, bool xml, bool preview) = 0;
+    virtual void showMenusFor(int tab) = 0;
+    virtual void layOut() = 0; // the resize rule, for the current tab
+    virtual void enterEditor() = 0; // XML Mode is entered: fresh line history, command states
+
+    virtual void closeAssignedPreview() = 0;
+    virtual void openPage(const QString &path) = 0; // the shell's "Open" on a help page
+    virtual void showBusy(bool busy) = 0; // the pointer while a long step runs
+};
+
+} // namespace document

@@ -1,0 +1,174 @@
+// The windows around a session, without windows: each remembers what it was asked to do.
+#pragma once
+
+#include "document/session.h"
+
+#include <QList>
+#include <QStringList>
+
+namespace document_test {
+
+class PlainEditor : public control::EditorControl
+{
+public:
+    QByteArray text() const override
+    {
+        ++reads;
+        return text_;
+    }
+    quint64 revision() const override { return revision_; }
+    void loadText(const QByteArray &utf8) override
+    {
+        undo_.clear();
+        set(utf8);
+    }
+    void replaceText(const QByteArray &utf8) override
+    {
+        undo_.append(text_);
+        set(utf8);
+    }
+    bool canUndo() const override { return !undo_.isEmpty(); }
+    void undo() override { set(undo_.takeLast()); }
+    int highlightedLine() const override { return highlighted_; }
+    void setHighlightedLine(int line) override { highlighted_ = line; }
+    void placeCaret(int line, int column) override
+    {
+        line_ = line;
+        column_ = column;
+    }
+    int caretLine() const override { return line_; }
+    int caretColumn() const override { return column_; }
+    void setLanguage(control::Language wanted) override { language = wanted; }
+    void giveFocus() override { hasFocus = true; }
+
+    // What the document's life has no use for.
+    bool execute(int) override { return false; }
+    bool canRedo() const override { return false; }
+    bool canCut() const override { return false; }
+    bool canCopy() const override { return false; }
+    bool canPaste() const override { return false; }
+    void redo() override { }
+    void cut() override { }
+    void copy() override { }
+    void paste() override { }
+    bool whiteSpaceShown() const override { return false; }
+    void setWhiteSpaceShown(bool) override { }
+    void replaceSelection(const QByteArray &) override { }
+
+    mutable int reads = 0; // how often the whole text was asked for
+    bool hasFocus = false;
+    control::Language language = control::Language::Plain;
+
+private:
+    void set(const QByteArray &utf8)
+    {
+        text_ = utf8;
+        ++revision_;
+        highlighted_ = -1;
+    }
+
+    QByteArray text_;
+    QList<QByteArray> undo_;
+    quint64 revision_ = 0;
+    int highlighted_ = -1;
+    int line_ = 0;
+    int column_ = 0;
+};
+
+class FakeWorkspace : public document::Workspace
+{
+public:
+    int currentTab() const override { return tab; }
+    void selectTab(int wanted) override
+    {
+        if (wanted == tab)
+            return;
+        const int previous = std::exchange(tab, wanted);
+        session->views().enteredTab(wanted, previous);
+    }
+    void rebuildTree() override { ++rebuilds; }
+    void setSaveEnabled(bool enabled) override { saveEnabled = enabled; }
+    void setTitleLine(const QString &text) override { title = text; }
+    void note(const QString &text) override { notes.append(text); }
+    void setModesEnabled(bool normal, bool xml, bool preview) override
+    {
+        modes = QStringLiteral("%1%2%3").arg(int(normal)).arg(int(xml)).arg(int(preview));
+    }
+    void showMenusFor(int shownTab) override { menusFor = shownTab; }
+    void layOut() override { }
+    void enterEditor() override { ++editorEntries; }
+    void closeAssignedPreview() override { ++assignedClosed; }
+    void openPage(const QString &path) override { pages.append(path); }
+    void showBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
+
+    document::Session *session = nullptr;
+    int tab = 0;
+    int rebuilds = 0;
+    bool saveEnabled = false;
+    QString title;
+    QStringList notes;
+    QString modes;
+    int menusFor = 0;
+    int editorEntries = 0;
+    int assignedClosed = 0;
+    QStringList pages;
+    int busyDepth = 0;
+};
+
+class FakeBrowser : public browser::Browser
+{
+public:
+    void setSilent(bool wanted) override { silent = wanted; }
+    void navigate(const QString &path) override { navigated = path; }
+    void showText(const QByteArray &bytes, const QString &) override { shown = bytes; }
+    void back() override { }
+    void forward() override { }
+    void reload() override { }
+
+    bool silent = false;
+    QString navigated;
+    QByteArray shown;
+};
+
+// Answers in the order given. A question that has no answer waiting is remembered as unanswered.
+class AnsweringDialogs : public dialogs::Dialogs
+{
+public:
+    dialogs::Answer message(dialogs::Icon icon, dialogs::Buttons buttons, const QString &text) override
+    {
+        messages.append(text);
+        icons.append(icon);
+        if (workspace->busyDepth != 0)
+            unanswered.append(QStringLiteral("asked under a busy pointer: ") + text);
+        if (buttons == dialogs::Buttons::Ok)
+            return dialogs::Answer::Ok;
+        if (answers.isEmpty()) {
+            unanswered.append(text);
+            return dialogs::Answer::Cancel;
+        }
+        return answers.takeFirst();
+    }
+    QString openFile(const QString &title, const QString &) override { return choice(title); }
+    QString saveFile(const QString &title, const QString &, const QString &) override
+    {
+        return choice(title);
+    }
+
+    const FakeWorkspace *workspace = nullptr;
+    QList<dialogs::Answer> answers;
+    QStringList choices;
+    QStringList messages;
+    QList<dialogs::Icon> icons;
+    QStringList unanswered;
+
+private:
+    QString choice(const QString &title)
+    {
+        if (!choices.isEmpty())
+            return choices.takeFirst();
+        unanswered.append(title);
+        return {};
+    }
+};
+
+} // namespace document_test
