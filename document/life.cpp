@@ -24,6 +24,8 @@ void Life::prelodr(const QStringList &arguments)
     around_.editor.loadText(newDocumentTemplate());
     if (named.isEmpty() || !loadNamed(named))
         startAnew(workingFile);
+    else
+        around_.workspace.setSaveEnabled(true); // a file of the user's, as after Open
     saving_.rememberDom();
     saving_.showTitle();
 }

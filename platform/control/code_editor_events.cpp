@@ -1,0 +1,182 @@
+// What the code editor makes of keys, mouse and dragged things.
+#include "platform/control/code_editor.h"
+
+#include "platform/control/editor_commands.h"
+#include "platform/control/editor_look.h"
+
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QWheelEvent>
+#include <algorithm>
+
+namespace control {
+
+namespace {
+
+bool isModifierKey(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta
+        || key == Qt::Key_AltGr || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
+}
+
+// Ctrl or Alt alone with a letter is a command. Both together are how some keyboards reach a third sign of a
+// key.
+bool typesText(const QKeyEvent &event)
+{
+    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+    if (control != event.modifiers().testFlag(Qt::AltModifier)
+        || event.modifiers().testFlag(Qt::MetaModifier))
+        return false;
+    return !event.text().isEmpty() && (event.text().front().isPrint() || event.text().front().isSurrogate());
+}
+
+// Files are opened by the window; their names are not typed into the text.
+bool bringsFiles(const QDropEvent &event)
+{
+    const QList<QUrl> urls = event.mimeData()->urls();
+    return std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
+}
+
+} // namespace
+
+// Keys of the editor come before shortcuts of the window, and so does plain typing.
+bool CodeEditor::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (claims(*key) || typesText(*key)) {
+            event->accept();
+            return true;
+        }
+    }
+    const bool handled = QsciScintillaBase::event(event);
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod)
+        settle();
+    return handled;
+}
+
+bool CodeEditor::viewportEvent(QEvent *event)
+{
+    const bool handled = QsciScintillaBase::viewportEvent(event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Drop:
+        settle();
+        break;
+    default:
+        break;
+    }
+    return handled;
+}
+
+void CodeEditor::changeEvent(QEvent *event)
+{
+    QsciScintillaBase::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        dressEditor(*this, palette());
+}
+
+// A command that is carried out elsewhere is only claimed when somebody does so.
+bool CodeEditor::claims(const QKeyEvent &event) const
+{
+    const QKeySequence typed = typedKeys(firstStroke_, event);
+    if (shortcuts_.beginsShortcut(typed))
+        return true;
+    const EditorCommand *command = findEditorCommand(shortcuts_.command(typed));
+    return command != nullptr && (!command->isService() || services_.contains(command->number));
+}
+
+void CodeEditor::keyPressEvent(QKeyEvent *event)
+{
+    if (isModifierKey(event->key())) {
+        QsciScintillaBase::keyPressEvent(event);
+        return;
+    }
+    const QKeySequence typed = typedKeys(std::exchange(firstStroke_, {}), *event);
+    if (shortcuts_.beginsShortcut(typed)) {
+        firstStroke_ = typed;
+        event->accept();
+    } else if (const int command = shortcuts_.command(typed); command != 0) {
+        event->setAccepted(execute(command));
+    } else if (typed.count() > 1) {
+        // A second stroke that completes nothing types nothing either.
+        event->accept();
+    } else if (!typesText(*event)) {
+        event->ignore();
+    } else if (event->text().front().isSurrogate()) {
+        replaceSelection(event->text().toUtf8());
+    } else {
+        QsciScintillaBase::keyPressEvent(event);
+    }
+}
+
+// The right button keeps a selection it falls into, so that the menu can act on it.
+void CodeEditor::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::RightButton) {
+        QsciScintillaBase::mousePressEvent(event);
+        return;
+    }
+    setFocus(Qt::MouseFocusReason);
+    const QPoint point = event->position().toPoint();
+    const long position = send(SCI_POSITIONFROMPOINT, ulong(point.x()), point.y());
+    const ByteRange selected = selection();
+    if (selected.length() == 0 || position < selected.start || position > selected.end)
+        send(SCI_SETEMPTYSELECTION, ulong(position));
+}
+
+void CodeEditor::wheelEvent(QWheelEvent *event)
+{
+    if ((event->modifiers() & Qt::ControlModifier) == 0) {
+        QsciScintillaBase::wheelEvent(event);
+        return;
+    }
+    if (event->angleDelta().y() != 0)
+        send(event->angleDelta().y() > 0 ? SCI_ZOOMIN : SCI_ZOOMOUT);
+    event->accept();
+}
+
+void CodeEditor::contextMenuEvent(QContextMenuEvent *event)
+{
+    QPoint where = event->globalPos();
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        send(SCI_SCROLLCARET);
+        const ulong caret = ulong(send(SCI_GETCURRENTPOS));
+        const long below = send(SCI_TEXTHEIGHT, ulong(caretLine()));
+        where = viewport()->mapToGlobal(QPoint(int(send(SCI_POINTXFROMPOSITION, 0, long(caret))),
+                                               int(send(SCI_POINTYFROMPOSITION, 0, long(caret)) + below)));
+    }
+    event->accept();
+    Q_EMIT contextMenuRequested(where);
+}
+
+void CodeEditor::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (bringsFiles(*event))
+        event->ignore();
+    else
+        QsciScintillaBase::dragEnterEvent(event);
+}
+
+void CodeEditor::dragMoveEvent(QDragMoveEvent *event)
+{
+    if (bringsFiles(*event))
+        event->ignore();
+    else
+        QsciScintillaBase::dragMoveEvent(event);
+}
+
+void CodeEditor::dropEvent(QDropEvent *event)
+{
+    if (bringsFiles(*event))
+        event->ignore();
+    else
+        QsciScintillaBase::dropEvent(event);
+}
+
+} // namespace control

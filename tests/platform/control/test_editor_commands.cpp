@@ -1,0 +1,394 @@
+// The numbered commands: what each does to a text, that none is idle, and the keys that run them.
+#include "platform/control/code_editor.h"
+#include "platform/control/editor_commands.h"
+#include "platform/control/editor_look.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSet>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace control;
+using S = QsciScintillaBase;
+
+namespace {
+
+// Texts show the caret as "|", or the selection as "{...}" with the caret at its end.
+void putMarked(CodeEditor &editor, QByteArray marked)
+{
+    const qsizetype caret = marked.indexOf('|');
+    const qsizetype start = marked.indexOf('{');
+    const qsizetype end = marked.indexOf('}') - 1;
+    marked.replace("|", "").replace("{", "").replace("}", "");
+    editor.loadText(marked);
+    if (start >= 0)
+        editor.send(S::SCI_SETSEL, ulong(start), long(end));
+    else
+        editor.send(S::SCI_GOTOPOS, ulong(caret));
+}
+
+QByteArray marked(const CodeEditor &editor)
+{
+    const ByteRange selected = editor.selection();
+    QByteArray text = editor.text();
+    if (selected.length() == 0)
+        return text.insert(selected.end, '|');
+    return text.insert(selected.end, '}').insert(selected.start, '{');
+}
+
+// Everything that a command can change, in one string.
+QByteArray observed(const CodeEditor &editor)
+{
+    QByteArrayList all{marked(editor), QGuiApplication::clipboard()->text().toUtf8()};
+    for (const unsigned ask : {S::SCI_GETANCHOR, S::SCI_GETCURRENTPOS, S::SCI_GETZOOM,
+                               S::SCI_GETFIRSTVISIBLELINE, S::SCI_GETOVERTYPE, S::SCI_GETVIEWWS,
+                               S::SCI_GETVIEWEOL, S::SCI_GETWRAPMODE, S::SCI_GETINDENTATIONGUIDES,
+                               S::SCI_GETALLLINESVISIBLE, S::SCI_SELECTIONISRECTANGLE, S::SCI_GETSELECTIONS})
+        all += QByteArray::number(qlonglong(editor.send(ask)));
+    for (int line = 0; line < editor.lineCount(); ++line)
+        all += QByteArray::number(qlonglong(editor.send(S::SCI_MARKERGET, ulong(line))));
+    all += QByteArray::number(qlonglong(editor.send(S::SCI_GETMARGINWIDTHN, numberMargin)));
+    return all.join('\n');
+}
+
+QByteArray tallText()
+{
+    QByteArray text = "<root>\n";
+    for (int i = 0; i < 200; ++i)
+        text += "\t<item   ID=\"" + QByteArray::number(i % 5)
+            + "\">\n\t\tsomeWord and (more) in a line wider than the window   \n\t</item>\n\n";
+    return text + "</root>\r\n";
+}
+
+using Setup = void (*)(CodeEditor &);
+
+// States in which, between them, every command has something to do.
+const Setup setups[] = {
+    [](CodeEditor &editor) { editor.placeCaret(402, 10); },
+    [](CodeEditor &editor) {
+        editor.placeCaret(401, 2);
+        editor.execute(202);
+        editor.execute(202);
+        editor.execute(171);
+    },
+    [](CodeEditor &editor) {
+        editor.placeCaret(10, 0);
+        editor.execute(204);
+        editor.placeCaret(300, 0);
+        editor.send(S::SCI_SETZOOM, 3);
+        editor.replaceSelection("inserted");
+        editor.undo();
+        editor.replaceSelection("again");
+        QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+    },
+    [](CodeEditor &editor) {
+        editor.replaceSelection("undone");
+        editor.undo();
+        editor.send(S::SCI_SETSEL, 30, 10);
+    },
+    [](CodeEditor &editor) {
+        editor.execute(157);
+        editor.placeCaret(2, 19);
+    },
+};
+
+} // namespace
+
+class TestEditorCommands : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void namesAndKeysAreUnique()
+    {
+        QSet<QString> names;
+        QSet<QString> keys;
+        int number = firstCommand;
+        for (const EditorCommand &command : editorCommands()) {
+            QCOMPARE(command.number, number++);
+            const auto name = QString::fromLatin1(command.name);
+            QVERIFY2(!name.isEmpty() && !names.contains(name), command.name);
+            names.insert(name);
+            const auto own = QString::fromLatin1(command.keys);
+            if (own.isEmpty())
+                continue;
+            for (const QKeySequence &key : QKeySequence::listFromString(own, QKeySequence::PortableText)) {
+                QVERIFY2(!key.isEmpty() && key[0].key() != Qt::Key_unknown, command.keys);
+                QVERIFY2(!keys.contains(key.toString()), command.keys);
+                keys.insert(key.toString());
+            }
+        }
+        QCOMPARE(number, lastCommand + 1);
+    }
+
+    void unknownNumbersAreRefused()
+    {
+        CodeEditor editor;
+        for (const int number : {-1, 0, 99, 242, 1000})
+            QVERIFY(!editor.execute(number));
+    }
+
+    void commandChangesText_data()
+    {
+        QTest::addColumn<int>("command");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        struct Row
+        {
+            int command;
+            const char *before;
+            const char *after;
+        };
+        const Row rows[] = {
+            {125,
+             "a{b\xC3\xA4"
+             "c}d",
+             "a{B\xC3\x84"
+             "C}d"},
+            {147,
+             "a{B\xC3\x84"
+             "C}d",
+             "a{b\xC3\xA4"
+             "c}d"},
+            {125, "a|b", "a|b"},
+            {126, "{a\tb\r\n\tc}", "{a   b\r\n    c}"},
+            {126, "ab{\tc}", "ab{  c}"},
+            {130, "{    a   b c}", "{\ta\tb c}"},
+            {127, "\t\ta|", "\ta|"},
+            {127, "{\ta\n\n  b\n}c", "{a\n\nb\n}c"},
+            {163, "a|", "\ta|"},
+            {163, "\t{a\n\nb\n}\tc", "{\t\ta\n\n\tb\n}\tc"},
+            {163, "<a>\n  <b/>\n|c", "<a>\n  <b/>\n  |c"},
+            {137, "a|b\r\nc", "{ab\r\nc}"},
+            {195, "a|\xE6\xBC\xA2z", "a|z"},
+            {195, "a|\r\nb", "a|b"},
+            {195, "a{bc}d", "a|d"},
+            {195, "a|", "a|"},
+            {201, "a|\xF0\x9F\x98\x80z", "a\xF0\x9F\x98\x80|z"},
+            {105, "a\r\n|b", "a|b"},
+            {106, "ab cd|e", "ab |e"},
+            {110, "ab|cd\r\ne", "ab|\r\ne"},
+            {111, "a\nb|b\nc", "a\n|c"},
+            {114, "a{b}c", "a{b}bc"},
+            {115, "a\nb|\nc", "b\n|a\nc"},
+            {116, "a\xC3\xA4|b\n", "ab\xC3\xA4|\n"},
+            {116, "ab|\n", "ba|\n"},
+            {116, "a\n|b", "a\n|b"},
+            {117, "a\nb|\nc", "{b\n}a\nc"},
+            {119, "a|  \r\n\t b\r\nc", "a| b\r\nc"},
+            {119, "{a\nb\nc}\nd", "{a b c}\nd"},
+            {121, "\t a|b", "\t a\n\t |b"},
+            {121, "x\r\n  a|", "x\r\n  a\r\n  |"},
+            {121, "|  a", "\n|  a"},
+            {122, "a\n\tb|c", "a\n\t|\n\tbc"},
+            {123, "\ta|b\rc", "\tab\r\t|\rc"},
+            {124, "\t<a/>|\n", "{\t<!-- <a/> -->}\n"},
+            {124, "{<!-- a -->}", "{a}"},
+            {124, "{a--b}", "{a--b}"},
+            {131, "c\nb|\na", "a\nb|\nc"},
+            {132, "{a\r\nb\r\n}c", "{b\r\na\r\n}c"},
+            {133, "{1\n2\n3}", "{3\n2\n1}"},
+            {134, "{a\nb\na\n}", "{a\nb\n}"},
+            {135, "{a\n \t\n\nb}", "{a\nb}"},
+            {136, "|a \t\r\n b ", "|a\r\n b"},
+            {138, "one tw|o", "one {two}"},
+            {139, "a\nb|b\nc", "a\n{bb\n}c"},
+            {140, "a{b}", "ab|"},
+            {141, "x<a|><b/></a>y", "x{<a><b/></a>}y"},
+            {142, "<a><a|><b/></a></a>", "<a><a><b/></|a></a>"},
+            {142, "<a><b/></a|>", "<|a><b/></a>"},
+            {143, "|<a b='>'/>", "<a b='>'/>|"},
+            {144, "x(y)|", "x{(y)}"},
+            {145, "{hELLO there. you?}", "{Hello there. You?}"},
+            {146, "{hELLO there's}", "{Hello There's}"},
+            {148, "{aB\xC3\xA4}", "{Ab\xC3\x84}"},
+            {149, "a\r\nb\nc|\rd", "a\r\nb\r\nc|\r\nd"},
+        };
+        for (const Row &row : rows)
+            QTest::addRow("%d %s", row.command, row.before)
+                << row.command << QByteArray(row.before) << QByteArray(row.after);
+    }
+    void commandChangesText()
+    {
+        QFETCH(int, command);
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        putMarked(editor, before);
+        const QByteArray plain = editor.text();
+        editor.execute(command);
+        QCOMPARE(marked(editor), after);
+        // One command is one step of undo.
+        editor.undo();
+        QCOMPARE(editor.text(), plain);
+    }
+
+    void noCommandIsIdle_data()
+    {
+        QTest::addColumn<int>("command");
+        for (const EditorCommand &command : editorCommands())
+            if (!command.isService())
+                QTest::addRow("%d %s", command.number, command.name) << command.number;
+    }
+    void noCommandIsIdle()
+    {
+        QFETCH(int, command);
+        bool acted = false;
+        for (const Setup setup : setups) {
+            CodeEditor editor;
+            editor.resize(300, 300);
+            editor.setLanguage(Language::Xml);
+            editor.loadText(tallText());
+            editor.show();
+            QGuiApplication::clipboard()->clear();
+            setup(editor);
+            const QByteArray before = observed(editor);
+            const bool done = editor.execute(command);
+            acted = acted || (done && observed(editor) != before);
+        }
+        QVERIFY(acted);
+    }
+
+    void insertedTextIsFoundAgain()
+    {
+        CodeEditor editor;
+        QVERIFY(!editor.execute(203));
+        putMarked(editor, "<a>{abc}</a>");
+        editor.replaceSelection("<![CDATA[]]>");
+        QCOMPARE(marked(editor), QByteArray("<a><![CDATA[]]>|</a>"));
+        QVERIFY(editor.execute(203));
+        for (int i = 0; i < 9; ++i)
+            QVERIFY(editor.execute(201));
+        QCOMPARE(marked(editor), QByteArray("<a><![CDATA[|]]></a>"));
+    }
+
+    void insertedTextMovesWithItsSurroundings()
+    {
+        CodeEditor editor;
+        editor.loadText("one two");
+        editor.placeCaret(0, 7);
+        editor.replaceSelection(" three");
+        editor.send(S::SCI_DELETERANGE, 0, 4);
+        QVERIFY(editor.execute(203));
+        QCOMPARE(marked(editor), QByteArray("two| three"));
+    }
+
+    void bookmarksGoRound()
+    {
+        CodeEditor editor;
+        editor.loadText("0\n1\n2\n3\n4");
+        QVERIFY(!editor.execute(206));
+        for (const int line : {1, 3}) {
+            editor.placeCaret(line, 0);
+            QVERIFY(editor.execute(204));
+        }
+        for (const int expected : {1, 3, 1}) {
+            QVERIFY(editor.execute(206));
+            QCOMPARE(editor.caretLine(), expected);
+        }
+        editor.placeCaret(0, 0);
+        for (const int expected : {3, 1, 3}) {
+            QVERIFY(editor.execute(205));
+            QCOMPARE(editor.caretLine(), expected);
+        }
+        QVERIFY(editor.execute(204));
+        QVERIFY(editor.execute(206) && editor.execute(206));
+        QCOMPARE(editor.caretLine(), 1);
+        QVERIFY(editor.execute(207));
+        QVERIFY(!editor.execute(206) && !editor.execute(205) && !editor.execute(207));
+    }
+
+    void foldAllKeepsTheRootOpen()
+    {
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        editor.loadText("<r>\n<a>\n1\n</a>\n<b>\n2\n</b>\n</r>\n");
+        editor.placeCaret(5, 1);
+        QVERIFY(editor.execute(157));
+        const auto visible
+            = [&editor](int line) { return editor.send(S::SCI_GETLINEVISIBLE, ulong(line)) != 0; };
+        QVERIFY(visible(1) && !visible(2) && visible(4) && !visible(5) && visible(7));
+        QCOMPARE(editor.caretLine(), 4);
+        QVERIFY(editor.execute(156));
+        QVERIFY(visible(5) && !visible(2));
+        QVERIFY(editor.execute(158));
+        QVERIFY(visible(2));
+    }
+
+    void servicesAreAsked()
+    {
+        CodeEditor editor;
+        QSignalSpy requested(&editor, &CodeEditor::serviceRequested);
+        for (const int number : {168, 169, 174, 176, 178, 187, 213, 214, 223, 224}) {
+            QVERIFY(!editor.execute(number));
+            QCOMPARE(requested.takeLast().first().toInt(), number);
+        }
+        bool can = true;
+        editor.setServiceHandler(178, [&can] { return can; });
+        QVERIFY(editor.execute(178));
+        can = false;
+        QVERIFY(!editor.execute(178));
+    }
+
+    void keysRunCommands()
+    {
+        CodeEditor editor;
+        editor.loadText("\tone\r\n");
+        editor.placeCaret(0, 4);
+        QTest::keyClick(&editor, Qt::Key_Return);
+        QTest::keyClicks(&editor, QStringLiteral("two!"));
+        QCOMPARE(editor.text(), QByteArray("\tone\r\n\ttwo!\r\n"));
+        QTest::keyClick(&editor, Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(&editor, Qt::Key_Backspace);
+        QTest::keyClick(&editor, Qt::Key_Up, Qt::KeypadModifier);
+        QCOMPARE(editor.caretLine(), 0);
+        QTest::keyClick(&editor, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(editor.selection().length(), editor.text().size());
+        QTest::keyClick(&editor, Qt::Key_X, Qt::AltModifier);
+        QVERIFY(editor.text().startsWith("\tone"));
+    }
+
+    void chordsAndReboundKeys()
+    {
+        CodeEditor editor;
+        editor.loadText("abc");
+        editor.shortcuts().setShortcuts(137, {QKeySequence(QStringLiteral("Ctrl+K, A"))});
+        QTest::keyClick(&editor, Qt::Key_A, Qt::ControlModifier);
+        QVERIFY(!editor.canCopy());
+        QTest::keyClick(&editor, Qt::Key_K, Qt::ControlModifier);
+        QTest::keyClick(&editor, Qt::Key_B);
+        QCOMPARE(editor.text(), QByteArray("abc"));
+        QTest::keyClick(&editor, Qt::Key_K, Qt::ControlModifier);
+        QTest::keyClick(&editor, Qt::Key_A);
+        QVERIFY(editor.canCopy());
+        // Keys belong to one command at a time.
+        editor.shortcuts().setShortcuts(195, {QKeySequence(QStringLiteral("Ctrl+K, A"))});
+        QVERIFY(editor.shortcuts().shortcuts(137).isEmpty());
+    }
+
+    void windowKeepsItsShortcuts_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<bool>("claimed");
+        for (const char *keys : {"Ctrl+N", "Ctrl+O", "Ctrl+S", "Ctrl+Shift+S", "Ctrl+Q", "F1", "F5", "F6",
+                                 "F7", "F8", "Ctrl+F", "Ctrl+Tab"})
+            QTest::newRow(keys) << QString::fromLatin1(keys) << false;
+        for (const char *keys : {"Ctrl+A", "Ctrl+Z", "Del", "F2", "Ctrl++"})
+            QTest::newRow(keys) << QString::fromLatin1(keys) << true;
+    }
+    void windowKeepsItsShortcuts()
+    {
+        QFETCH(QString, keys);
+        CodeEditor editor;
+        const QKeyCombination stroke = QKeySequence(keys)[0];
+        QKeyEvent event(QEvent::ShortcutOverride, stroke.key(), stroke.keyboardModifiers());
+        event.ignore();
+        QCoreApplication::sendEvent(&editor, &event);
+        QTEST(event.isAccepted(), "claimed");
+    }
+};
+
+QTEST_MAIN(TestEditorCommands)
+#include "test_editor_commands.moc"
