@@ -1,0 +1,223 @@
+#include "app/main_window.h"
+
+#include "app/file_drop.h"
+#include "app/node_images.h"
+#include "app/status_bar.h"
+#include "app/toolbars.h"
+#include "app/view_frame.h"
+#include "platform/browser/web_browser.h"
+#include "platform/control/code_editor.h"
+#include "platform/system/settings_store.h"
+#include "platform/system/shell.h"
+#include "tree/freeze.h"
+#include "tree/tree_model.h"
+#include "tree/tree_view.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QToolBar>
+
+namespace app {
+
+namespace {
+
+constexpr QSize firstSize(1024, 720); // pixels, before anybody chose another
+constexpr QSize leastSize(420, 300);
+constexpr QSize frameAllowance(16, 64); // what a window manager may put around the window
+
+QString placeKey() { return QStringLiteral("window/geometry"); }
+
+} // namespace
+
+mainfrm::mainfrm(const Outside &outside)
+    : dialogs_(outside.dialogs), shell_(outside.shell), settings_(outside.settings), commands_(this),
+      menus_(*menuBar(), commands_), StatusBar1(new StatusBar(this)),
+      Toolbar1(makeToolBar("Toolbar1", tr("File and mode"), commands_, this)), frame_(new ViewFrame(this)),
+      CodeMax1(new control::CodeEditor(frame_)),
+      WebBrowser1(new browser::WebBrowser(outside.previews, frame_)),
+      routing_(*CodeMax1, commands_, [this](const QString &text) { note(text); }),
+      session_(std::make_unique<document::Session>(
+          document::Surroundings{*this, *CodeMax1, *WebBrowser1, dialogs_})),
+      model_(std::make_unique<tree::TreeModel>(session_->state().Document)),
+      TreeView1(new tree::TreeView(*model_, frame_)),
+      drops_(
+          std::make_unique<FileDrop>(*this, [this](const QString &path) { session_->life().openPath(path); }))
+{
+    setObjectName(QStringLiteral("mainfrm"));
+    setWindowTitle(QStringLiteral("Zelph XML Editor"));
+    setMinimumSize(leastSize);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    addToolBar(Toolbar1);
+    setStatusBar(StatusBar1);
+    addViews();
+    setCentralWidget(frame_);
+    bindCommands();
+    connectEditor();
+    connectTree();
+    restorePlace();
+}
+
+// The tree looks into the document to the last, so it goes before the session does.
+mainfrm::~mainfrm()
+{
+    delete TreeView1;
+    model_.reset();
+}
+
+void mainfrm::addViews()
+{
+    TreeView1->setObjectName(QStringLiteral("TreeView1"));
+    TreeView1->setNodeImages(nodeImages());
+    CodeMax1->setObjectName(QStringLiteral("CodeMax1"));
+    WebBrowser1->setObjectName(QStringLiteral("WebBrowser1"));
+    const auto bar = [this](const char *name, const QString &title) {
+        return makeToolBar(name, title, commands_, frame_);
+    };
+    frame_->addPage(tr("Normal Mode"), TreeView1,
+                    {bar("Toolbar2", tr("Edit nodes")), bar("Toolbar5", tr("Insert nodes"))});
+    frame_->addPage(tr("XML Mode"), CodeMax1, {bar("tBar", tr("Edit text"))});
+    frame_->addPage(tr("Preview"), WebBrowser1, {bar("Toolbar3", tr("Browse"))});
+    frame_->setResized([this] { layOut(); });
+    connect(frame_->tabs(), &QTabWidget::currentChanged, this, &mainfrm::tabChanged);
+    connect(frame_->tabs(), &QTabWidget::tabBarClicked, this, [this] { note({}); });
+}
+
+void mainfrm::connectEditor()
+{
+    connect(CodeMax1, &control::CodeEditor::textEdited, this, [this] { routing_.textEdited(); });
+    connect(CodeMax1, &control::CodeEditor::caretMoved, this, [this] { routing_.caretMoved(); });
+    connect(CodeMax1, &control::CodeEditor::commandStateChanged, this, [this] { routing_.refresh(); });
+    QMenu *menu = menus_.menu(QStringLiteral("editcmx"));
+    connect(menu, &QMenu::aboutToShow, this, [this] { routing_.refresh(); });
+    connect(CodeMax1, &control::CodeEditor::contextMenuRequested, menu,
+            [menu](const QPoint &at) { menu->popup(at); });
+    commands_.showEditorKeys(
+        [this](int command) { return CodeMax1->shortcuts().shortcuts(command).value(0); });
+}
+
+void mainfrm::connectTree()
+{
+    connect(TreeView1, &tree::TreeView::contextMenuRequested, this,
+            [this](const QPoint &at) { menus_.menu(QStringLiteral("mnueditnod1"))->popup(at); });
+    connect(TreeView1, &tree::TreeView::noted, this, &mainfrm::note);
+}
+
+void mainfrm::prelodr(const QStringList &arguments)
+{
+    WebBrowser1->setSilent(true);
+    setSaveEnabled(false);
+    commands_.action(QStringLiteral("mnupastetag"))->setEnabled(false);
+    setModesEnabled(false, true, true);
+    showMenusFor(currentTab());
+    session_->life().prelodr(arguments);
+    focusView();
+}
+
+void mainfrm::closeEvent(QCloseEvent *event)
+{
+    if (!left_ && !session_->life().leave()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (left_)
+        return;
+    left_ = true;
+    rememberPlace();
+    Q_EMIT left();
+}
+
+int mainfrm::currentTab() const { return frame_->tabs()->currentIndex(); }
+
+void mainfrm::selectTab(int tab) { frame_->tabs()->setCurrentIndex(tab); }
+
+// The handler may lead on to another tab, and is then here again before it returns; the outer switch has
+// nothing left to do when it comes back.
+void mainfrm::tabChanged(int tab)
+{
+    const int previous = std::exchange(tab_, tab);
+    session_->views().enteredTab(tab, previous);
+    if (currentTab() == tab)
+        focusView();
+}
+
+// A tab reached with the keyboard keeps the focus, so that the arrow keys go on through the tabs.
+void mainfrm::focusView()
+{
+    if (!frame_->tabs()->tabBar()->hasFocus())
+        frame_->view(currentTab())->setFocus();
+}
+
+// The view selects and opens the root of a rebuilt tree.
+void mainfrm::rebuildTree()
+{
+    tree::Freeze freeze;
+    freeze.setForm(TreeView1);
+    model_->nametree(session_->state().Document.documentElement());
+}
+
+void mainfrm::setSaveEnabled(bool enabled)
+{
+    commands_.action(QStringLiteral("mnuSave"))->setEnabled(enabled);
+}
+
+void mainfrm::setTitleLine(const QString &text) { StatusBar1->setTitleLine(text); }
+
+void mainfrm::note(const QString &text) { StatusBar1->setNote(text); }
+
+void mainfrm::setModesEnabled(bool normal, bool xml, bool preview)
+{
+    commands_.action(QStringLiteral("mnunormalmod"))->setEnabled(normal);
+    commands_.action(QStringLiteral("mnuxmlmode"))->setEnabled(xml);
+    commands_.action(QStringLiteral("mnupreview"))->setEnabled(preview);
+}
+
+void mainfrm::showMenusFor(int tab) { menus_.showFor(tab); }
+
+void mainfrm::layOut()
+{
+    if (isMinimized())
+        return;
+    const int bars = StatusBar1->height() + Toolbar1->height();
+    frame_->layOut(
+        {frameGeometry().width(), frame_->height() + bars, StatusBar1->height(), Toolbar1->height()});
+}
+
+void mainfrm::enterEditor() { routing_.enter(); }
+
+void mainfrm::closeAssignedPreview() { }
+
+void mainfrm::openPage(const QString &path)
+{
+    if (const auto opened = shell_.open(path); !opened)
+        note(opened.reason());
+}
+
+void mainfrm::showBusy(bool busy)
+{
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+void mainfrm::restorePlace()
+{
+    if (restoreGeometry(settings_.blob(placeKey())))
+        return;
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    resize(firstSize.boundedTo(screen.size() - frameAllowance));
+    move(screen.center() - rect().center());
+}
+
+void mainfrm::rememberPlace()
+{
+    settings_.setBlob(placeKey(), saveGeometry());
+    if (const auto written = settings_.flush(); !written)
+        note(written.reason());
+}
+
+} // namespace app

@@ -1,0 +1,134 @@
+// The main window: one document, its three views, and everything that acts on them.
+#pragma once
+
+#include "app/command_set.h"
+#include "app/editor_routing.h"
+#include "app/menus.h"
+#include "document/session.h"
+#include "document/workspace.h"
+#include "platform/dialogs/dialogs.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class QToolBar;
+
+namespace browser {
+class PreviewProfile;
+class WebBrowser;
+} // namespace browser
+namespace control {
+class CodeEditor;
+}
+namespace tree {
+class TreeModel;
+class TreeView;
+} // namespace tree
+namespace settings {
+class SettingsStore;
+}
+namespace shell {
+class Shell;
+}
+
+namespace app {
+
+class FileDrop;
+class StatusBar;
+class ViewFrame;
+
+// What the main window is given; all of it outlives the window.
+struct Outside
+{
+    dialogs::Dialogs &dialogs;
+    shell::Shell &shell;
+    settings::SettingsStore &settings;
+    std::shared_ptr<browser::PreviewProfile> previews;
+};
+
+class mainfrm : public QMainWindow, private document::Workspace
+{
+    Q_OBJECT
+
+public:
+    explicit mainfrm(const Outside &outside);
+    ~mainfrm() override;
+
+    // Start-up, before the window is shown: opens the document that the arguments name, or a new one.
+    void prelodr(const QStringList &arguments);
+
+    document::Session &session() { return *session_; }
+    CommandSet &commands() { return commands_; }
+
+Q_SIGNALS:
+    // The window was closed for good; nothing but the end of the process may follow.
+    void left();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    // document::Workspace
+    int currentTab() const override;
+    void selectTab(int tab) override;
+    void rebuildTree() override;
+    void setSaveEnabled(bool enabled) override;
+    void setTitleLine(const QString &text) override;
+    void note(const QString &text) override;
+    void setModesEnabled(bool normal, bool xml, bool preview) override;
+    void showMenusFor(int tab) override;
+    void layOut() override;
+    void enterEditor() override;
+    void closeAssignedPreview() override;
+    void openPage(const QString &path) override;
+    void showBusy(bool busy) override;
+
+    // The commands, each named for what its menu item does (main_window_commands.cpp).
+    void bindCommands();
+    void New();
+    void Open();
+    void Save();
+    void SaveAs();
+    void Exit();
+    void checkForErrors();
+    void normalMode();
+    void xmlMode();
+    void preview();
+    void helpContents();
+    void helpIndex();
+    void helpSearch();
+    void about();
+    void browseBack();
+    void browseForward();
+    void browseReload();
+
+    void addToolBars();
+    void addViews();
+    void connectEditor();
+    void connectTree();
+    void tabChanged(int tab);
+    void focusView();
+    void restorePlace();
+    void rememberPlace();
+
+    dialogs::Dialogs &dialogs_;
+    shell::Shell &shell_;
+    settings::SettingsStore &settings_;
+
+    CommandSet commands_;
+    Menus menus_;
+    StatusBar *StatusBar1;
+    QToolBar *Toolbar1;
+    ViewFrame *frame_;
+    control::CodeEditor *CodeMax1;
+    browser::WebBrowser *WebBrowser1;
+    EditorRouting routing_;
+    std::unique_ptr<document::Session> session_;
+    std::unique_ptr<tree::TreeModel> model_; // of the session's document
+    tree::TreeView *TreeView1;
+    std::unique_ptr<FileDrop> drops_;
+    int tab_ = document::NormalMode; // the one that the last switch led to
+    bool left_ = false;
+};
+
+} // namespace app

@@ -1,0 +1,75 @@
+// What the main window's own commands do. Those of the editor are bound in editor_routing.cpp.
+#include "app/about.h"
+#include "app/main_window.h"
+#include "platform/browser/web_browser.h"
+
+namespace app {
+
+void mainfrm::bindCommands()
+{
+    struct Binding
+    {
+        const char *name;
+        void (mainfrm::*run)();
+    };
+    static constexpr Binding bindings[] = {
+        {"mnuNew", &mainfrm::New},
+        {"mnuOpen", &mainfrm::Open},
+        {"mnuSave", &mainfrm::Save},
+        {"mnuSaveas", &mainfrm::SaveAs},
+        {"mnuexit", &mainfrm::Exit},
+        {"mnuchlxmler", &mainfrm::checkForErrors},
+        {"mnunormalmod", &mainfrm::normalMode},
+        {"mnuxmlmode", &mainfrm::xmlMode},
+        {"mnupreview", &mainfrm::preview},
+        {"mnucontenets", &mainfrm::helpContents},
+        {"mnuindex", &mainfrm::helpIndex},
+        {"mnuSearch", &mainfrm::helpSearch},
+        {"mnuabout", &mainfrm::about},
+        {"back", &mainfrm::browseBack},
+        {"forward", &mainfrm::browseForward},
+        {"refreash", &mainfrm::browseReload},
+    };
+    for (const Binding &binding : bindings)
+        commands_.bind(binding.name, [this, run = binding.run] { (this->*run)(); });
+    commands_.setBeforeRun([this] { note({}); });
+    commands_.disableUnbound();
+}
+
+void mainfrm::New() { session_->life().newDocument(); }
+
+void mainfrm::Open() { session_->life().open(); }
+
+void mainfrm::Save() { session_->saving().save(); }
+
+void mainfrm::SaveAs() { session_->saving().saveAs(); }
+
+void mainfrm::Exit() { close(); }
+
+void mainfrm::checkForErrors() { session_->parsing().xmlerr(true, true); }
+
+void mainfrm::normalMode() { selectTab(document::NormalMode); }
+
+void mainfrm::xmlMode() { selectTab(document::XmlMode); }
+
+void mainfrm::preview() { selectTab(document::Preview); }
+
+void mainfrm::helpContents() { session_->life().openHelp(document::HelpPage::Contents); }
+
+void mainfrm::helpIndex() { session_->life().openHelp(document::HelpPage::Index); }
+
+void mainfrm::helpSearch() { session_->life().openHelp(document::HelpPage::Search); }
+
+void mainfrm::about()
+{
+    frmAbout box(this, [this](const QString &address) { openPage(address); });
+    box.exec();
+}
+
+void mainfrm::browseBack() { WebBrowser1->back(); }
+
+void mainfrm::browseForward() { WebBrowser1->forward(); }
+
+void mainfrm::browseReload() { WebBrowser1->reload(); }
+
+} // namespace app

@@ -1,0 +1,74 @@
+// A main window in folders of its own, whose dialogs are answered in advance and whose shell only takes
+// notes.
+#pragma once
+
+#include "app/main_window.h"
+#include "platform/browser/preview_profile.h"
+#include "platform/control/code_editor.h"
+#include "platform/dialogs/scripted_dialogs.h"
+#include "platform/system/settings_store.h"
+#include "platform/system/shell.h"
+
+#include <QStringList>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace app_test {
+
+class NotedShell : public shell::Shell
+{
+public:
+    platform::Result<void> open(const QString &pathOrAddress) override;
+    platform::Result<void> start(const QString &program, const QString &workingFolder) override;
+
+    QStringList opened;
+    QString refusal; // when not empty, why nothing is opened
+};
+
+// Scratch folders for one test: the program's own, the temporary one, and one for documents.
+class Folders
+{
+public:
+    Folders();
+    QString document(const QString &name) const;
+    QString program(const QString &name) const;
+
+private:
+    QTemporaryDir whole_;
+};
+
+class Window
+{
+public:
+    // Starts as the program does, with these arguments, and shows the window. answers are for what is asked
+    // meanwhile.
+    explicit Window(const Folders &folders, const QStringList &arguments = {},
+                    const QList<dialogs::Answer> &answers = {});
+    ~Window();
+
+    QAction *action(const char *name) const;
+    // As a click on the menu item. Fails the test when the item is disabled.
+    void choose(const char *name);
+    void typeIntoEditor(const QString &text);
+    QTabWidget *tabs() const;
+    control::CodeEditor *editor() const;
+    QString titleLine() const;
+    QString note() const;
+    QString treeRoot() const; // the label of the tree's first node
+    QString lastMessage() const;
+
+    dialogs::ScriptedDialogs dialogs;
+    NotedShell shell;
+    settings::SettingsStore settings;
+    std::unique_ptr<app::mainfrm> main;
+    bool left = false;
+};
+
+QByteArray contentOf(const QString &path);
+void write(const QString &path, const QByteArray &content);
+
+// Runs the test object's tests in an application set up as the program's.
+int runWindowTests(int argc, char *argv[], QObject &tests);
+
+} // namespace app_test
