@@ -288,13 +288,14 @@ Result<void> Document::keepsAttributesApart(const Node *node) const
     if (!node->hasChildren() && node->head().count(':') < 2)
         return {};
     const QByteArray markup = node->dirty_ ? node->xml() : QByteArray();
-    const QString twins = findTwinAttributes(node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_),
-                                             [node](QByteArrayView prefix) {
-                                                 return node->parent_ ? node->parent_->resolvePrefix(prefix) : QString();
-                                             });
+    const QString twins
+        = findTwinAttributes(node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_),
+                             [node](QByteArrayView prefix) {
+                                 return node->parent_ ? node->parent_->resolvePrefix(prefix) : QString();
+                             });
     if (twins.isEmpty())
         return {};
-    return platform::Failure {QStringLiteral("%1 would be the same attribute of one element").arg(twins)};
+    return platform::Failure{QStringLiteral("%1 would be the same attribute of one element").arg(twins)};
 }
 
 void Document::setHead(Node *node, const QByteArray &markup)

@@ -11,14 +11,20 @@ class MarkupReader
 public:
     struct Tag
     {
-        enum Kind { Start, Empty, End };
+        enum Kind
+        {
+            Start,
+            Empty,
+            End
+        };
         Kind kind;
         QByteArrayView text; // from "<" to ">"
     };
 
     explicit MarkupReader(QByteArrayView markup) : at_(markup.begin()), end_(markup.end()) { }
 
-    // The next tag; nothing at the end. Comments, CDATA sections, instructions and document types are stepped over.
+    // The next tag; nothing at the end. Comments, CDATA sections, instructions and document types are stepped
+    // over.
     std::optional<Tag> nextTag();
 
 private:

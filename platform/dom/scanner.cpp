@@ -325,7 +325,7 @@ std::optional<MarkupReader::Tag> MarkupReader::nextTag()
         const char *markup = find(at_, end_, '<');
         if (markup == end_)
             return std::nullopt;
-        NodeKind kind {};
+        NodeKind kind{};
         if (const char *past = pastVerbatim(markup, end_, kind)) {
             at_ = past;
             continue;
@@ -333,7 +333,10 @@ std::optional<MarkupReader::Tag> MarkupReader::nextTag()
         const TagEnd tag = startTag(markup, end_, false);
         at_ = tag.end;
         const bool closes = startsWith(markup, end_, "</");
-        return Tag {closes ? Tag::End : tag.closesItself ? Tag::Empty : Tag::Start, {markup, tag.end - markup}};
+        return Tag{closes                 ? Tag::End
+                       : tag.closesItself ? Tag::Empty
+                                          : Tag::Start,
+                   {markup, tag.end - markup}};
     }
 }
 

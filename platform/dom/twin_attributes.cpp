@@ -65,7 +65,8 @@ private:
         for (size_t i = 0; i < prefixed.size(); ++i) {
             for (size_t j = i + 1; j < prefixed.size(); ++j) {
                 if (areTwins(prefixed[i], prefixed[j]))
-                    return QStringLiteral("%1 and %2").arg(QString::fromUtf8(prefixed[i]), QString::fromUtf8(prefixed[j]));
+                    return QStringLiteral("%1 and %2")
+                        .arg(QString::fromUtf8(prefixed[i]), QString::fromUtf8(prefixed[j]));
             }
         }
         return {};

@@ -252,10 +252,11 @@ void TestEditing::refused_data()
 void TestEditing::refused()
 {
     QFETCH(Edit, edit);
-    const QByteArray text = "<?xml version='1.0'?><!DOCTYPE a><a><b>t</b><!--c--><![CDATA[d]]><?p i?>"
-                            "<e xmlns:p='urn:x' xmlns:q='urn:x' xmlns:r='urn:y' p:x='' r:x=''><f xmlns:q='urn:z' "
-                            "p:y='' q:y=''/></e><g xmlns:p='urn:x' xmlns:s='urn:x'><h xmlns:s='urn:s' p:z='' s:z=''/>"
-                            "</g></a>";
+    const QByteArray text
+        = "<?xml version='1.0'?><!DOCTYPE a><a><b>t</b><!--c--><![CDATA[d]]><?p i?>"
+          "<e xmlns:p='urn:x' xmlns:q='urn:x' xmlns:r='urn:y' p:x='' r:x=''><f xmlns:q='urn:z' "
+          "p:y='' q:y=''/></e><g xmlns:p='urn:x' xmlns:s='urn:x'><h xmlns:s='urn:s' p:z='' s:z=''/>"
+          "</g></a>";
     Document document;
     QVERIFY(!document.load(text));
     const quint64 revision = document.revision();
