@@ -31,7 +31,6 @@ struct DocumentState
     files::FileForm form; // how the document stood in its file, and so how it is written
 
     dom::Document Document; // the truth while the tree is shown
-    quint64 loads = 0; // how often Document was parsed anew
     QByteArray SavedXml; // the text at the last load or save
     Identities known;
 
@@ -42,7 +41,7 @@ struct DocumentState
     Tab TabTag = NormalMode; // the mode that Preview was entered from
     bool previewCopyWritten = false; // the file of that name is ours, and so ours to delete
 
-    DomIdentity domIdentity() const { return {loads, Document.revision()}; }
+    DomIdentity domIdentity() const { return {Document.revision()}; }
     QString previewCopyPath() const { return CurrentFilePath + QString::number(PreviewCopyNumber); }
 };
 

@@ -10,10 +10,9 @@
 
 namespace document {
 
-// One state of the DOM. The load is part of it, since revisions of different loads say nothing of each other.
+// One state of the DOM.
 struct DomIdentity
 {
-    quint64 load = 0;
     quint64 revision = 0;
 
     bool operator==(const DomIdentity &) const = default;

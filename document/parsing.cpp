@@ -27,7 +27,6 @@ bool Parsing::Loadpathxml(const files::LoadedText &file)
     {
         const Busy busy(around_.workspace);
         around_.workspace.documentGoing();
-        ++state_.loads;
         if (!state_.Document.load(file.utf8, baseFolder())) {
             showTree();
             return true;
@@ -126,7 +125,6 @@ void Parsing::loadAccepted(const QByteArray &text, const dom::Entities &entities
 {
     const Busy busy(around_.workspace);
     around_.workspace.documentGoing();
-    ++state_.loads;
     state_.Document.loadAccepted(text, entities);
     showTree();
 }

@@ -8,6 +8,9 @@
 #include "platform/dom/start_tag.h"
 #include "platform/dom/twin_attributes.h"
 
+#include <QMap>
+#include <algorithm>
+
 namespace dom {
 
 using platform::Result;
@@ -282,17 +285,117 @@ Result<void> Document::renameElement(Node *element, const QString &name)
     });
 }
 
+Result<void> Document::setInstruction(Node *instruction, const QString &target, const QString &data)
+{
+    if (!instruction || instruction->kind() != NodeKind::ProcessingInstruction
+        || instruction->name() == QStringLiteral("xml"))
+        return platform::Failure{QStringLiteral("Only a processing instruction has a target")};
+    const bool renamed = instruction->name() != target;
+    if (auto verdict = renamed ? Rules::isInstructionTarget(target) : Result<void>(); !verdict)
+        return verdict;
+    if (auto verdict = Rules::isData(NodeKind::ProcessingInstruction, data); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        if (renamed || instruction->data() != data)
+            setHead(instruction, leafMarkup(NodeKind::ProcessingInstruction, target.toUtf8(), data));
+        return {};
+    });
+}
+
+// Name, sign and quoted value, as they were written as far as they are the same.
+QByteArray Document::spelled(const StartTag &tag, const AttributeEdit &attribute) const
+{
+    const StartTag::AttributeSpan *was = tag.find(attribute.original.toUtf8());
+    if (!was)
+        return attribute.name.toUtf8() + "=\"" + encodeAttribute(attribute.value, '"') + '"';
+    const QByteArrayView written = tag.valueOf(*was);
+    const char quote = written.data()[-1];
+    const bool same = decodeAttribute(written, d->content->entities) == attribute.value;
+    return attribute.name.toUtf8() + tag.signOf(*was).toByteArray() + quote
+        + (same ? written.toByteArray() : encodeAttribute(attribute.value, quote)) + quote;
+}
+
+namespace {
+
+// One for each name: an earlier one gives its place to the later.
+QList<AttributeEdit> onePerName(const QList<AttributeEdit> &attributes)
+{
+    QList<AttributeEdit> out;
+    for (const AttributeEdit &attribute : attributes) {
+        const auto earlier = std::find_if(out.begin(), out.end(), [&attribute](const AttributeEdit &other) {
+            return other.name == attribute.name;
+        });
+        if (earlier == out.end())
+            out.append(attribute);
+        else
+            *earlier = attribute;
+    }
+    return out;
+}
+
+// What an element binds prefixes to, in an order of its own.
+QMap<QString, QString> bindingsOf(const Node &element)
+{
+    QMap<QString, QString> bindings;
+    for (const Attribute &attribute : element.attributes())
+        if (attribute.name.startsWith(QStringLiteral("xmlns:")))
+            bindings.insert(attribute.name, attribute.value);
+    return bindings;
+}
+
+// Each by itself, on an element that has no other.
+Result<void> areAttributes(const Node &element, const QList<AttributeEdit> &attributes)
+{
+    Document scratch;
+    const Node *bare = *scratch.createElement(QStringLiteral("a"));
+    for (const AttributeEdit &attribute : attributes) {
+        if (attribute.name == attribute.original && element.attribute(attribute.name) == attribute.value)
+            continue;
+        if (auto verdict = Rules::isAttribute(bare, attribute.name, attribute.value); !verdict)
+            return verdict;
+    }
+    return {};
+}
+
+} // namespace
+
+Result<void> Document::setAttributes(Node *element, const QList<AttributeEdit> &attributes)
+{
+    if (!element || element->kind() != NodeKind::Element)
+        return platform::Failure{QStringLiteral("Only an element has attributes")};
+    const QList<AttributeEdit> wanted = onePerName(attributes);
+    if (auto verdict = areAttributes(*element, wanted); !verdict)
+        return verdict;
+    return edit([&]() -> Result<void> {
+        const QMap<QString, QString> bindings = bindingsOf(*element);
+        const StartTag tag(element->head());
+        std::vector<StartTag::Spelled> all;
+        for (const AttributeEdit &attribute : wanted)
+            all.push_back({tag.find(attribute.original.toUtf8()), spelled(tag, attribute)});
+        const QByteArray markup = tag.withAttributes(all);
+        if (markup == element->head())
+            return {};
+        setHead(element, markup);
+        return bindingsOf(*element) == bindings ? keepsAttributesApart(element, markup)
+                                                : keepsAttributesApart(element);
+    });
+}
+
 // What its prefixes are bound to has changed for this subtree.
 Result<void> Document::keepsAttributesApart(const Node *node) const
 {
     if (!node->hasChildren() && node->head().count(':') < 2)
         return {};
     const QByteArray markup = node->dirty_ ? node->xml() : QByteArray();
-    const QString twins
-        = findTwinAttributes(node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_),
-                             [node](QByteArrayView prefix) {
-                                 return node->parent_ ? node->parent_->resolvePrefix(prefix) : QString();
-                             });
+    return keepsAttributesApart(node, node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_));
+}
+
+// The same for a part of it, which starts with its start tag.
+Result<void> Document::keepsAttributesApart(const Node *node, QByteArrayView markup) const
+{
+    const QString twins = findTwinAttributes(markup, [node](QByteArrayView prefix) {
+        return node->parent_ ? node->parent_->resolvePrefix(prefix) : QString();
+    });
     if (twins.isEmpty())
         return {};
     return platform::Failure{QStringLiteral("%1 would be the same attribute of one element").arg(twins)};

@@ -16,6 +16,8 @@
 
 namespace dom {
 
+class StartTag;
+
 // Is told of every change of the node structure, before and after: row models need both. Undo and redo
 // tell it too. Indices count children of parent at the time of the call.
 class Observer
@@ -27,6 +29,14 @@ public:
     virtual void aboutToRemove(Node *parent, qsizetype index, Node *node) = 0;
     virtual void removed(Node *parent, qsizetype index, Node *node) = 0;
     virtual void textChanged(Node *node) = 0; // start tag, name or data
+};
+
+// An attribute as it is to be.
+struct AttributeEdit
+{
+    QString name;
+    QString value; // decoded
+    QString original; // name of the attribute it was until now; empty for a new one
 };
 
 class Document
@@ -56,8 +66,8 @@ public:
     QByteArray xml() const; // shares the loaded text while nothing is edited
     const Entities &entities() const;
 
-    // Identity of the present state: every edit makes a new one, undoing gives the former one back, a load
-    // starts afresh. Never 0.
+    // Identity of the present state: every edit and every load makes a new one, undoing gives the former one back.
+    // Never 0, and no two states have the same, whatever was loaded in between.
     quint64 revision() const;
 
     // New nodes, detached. Fail for illegal names, for characters XML does not allow, and for content that
@@ -81,6 +91,11 @@ public:
     Result<void> removeAttribute(Node *element, const QString &name);
     Result<void> setData(Node *node, const QString &data);
     Result<void> renameElement(Node *element, const QString &name); // its attributes and children stay
+    Result<void> setInstruction(Node *instruction, const QString &target, const QString &data);
+    // The element has exactly these attributes then, in this order. Of each one that it had before, name and
+    // value stay as they are written as far as they are the same. Of two with one name the later value wins,
+    // in the place of the earlier.
+    Result<void> setAttributes(Node *element, const QList<AttributeEdit> &attributes);
 
     // One user command: every edit from here to the end is one change set, and a failed one can be taken
     // back whole. Commands do not nest.
@@ -108,6 +123,8 @@ private:
     void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);
     void setHead(Node *node, const QByteArray &markup);
     Result<void> keepsAttributesApart(const Node *node) const;
+    Result<void> keepsAttributesApart(const Node *node, QByteArrayView markup) const;
+    QByteArray spelled(const StartTag &tag, const AttributeEdit &attribute) const;
     std::unique_ptr<Private> d;
 };
 

@@ -2,6 +2,8 @@
 
 #include "platform/dom/names.h"
 
+#include <algorithm>
+
 namespace dom {
 
 namespace {
@@ -63,6 +65,11 @@ QByteArrayView StartTag::valueOf(const AttributeSpan &attribute) const
     return raw_.sliced(attribute.value, attribute.valueEnd - attribute.value);
 }
 
+QByteArrayView StartTag::signOf(const AttributeSpan &attribute) const
+{
+    return raw_.sliced(attribute.nameEnd, attribute.value - 1 - attribute.nameEnd);
+}
+
 const StartTag::AttributeSpan *StartTag::find(QByteArrayView name) const
 {
     for (const AttributeSpan &attribute : attributes_) {
@@ -77,19 +84,38 @@ QByteArray StartTag::withValue(const AttributeSpan &attribute, const QByteArray 
     return replaced(raw_, attribute.value, attribute.valueEnd, value);
 }
 
+QByteArrayView StartTag::leadOf(const AttributeSpan &attribute) const
+{
+    return raw_.sliced(attribute.lead, attribute.name - attribute.lead);
+}
+
+// A tag that has its attributes on lines of their own gets a new one on such a line too.
+QByteArrayView StartTag::leadOfNew() const
+{
+    const QByteArrayView last = attributes_.empty() ? QByteArrayView() : leadOf(attributes_.back());
+    return last.contains('\n') ? last : QByteArrayView(" ");
+}
+
 QByteArray StartTag::withAttribute(const QByteArray &name, const QByteArray &value) const
 {
-    // A tag that has its attributes on lines of their own gets the new one on such a line too.
-    QByteArray lead = " ";
-    qsizetype at = nameEnd_;
-    if (!attributes_.empty()) {
-        const AttributeSpan &last = attributes_.back();
-        at = last.valueEnd + 1;
-        const QByteArrayView before = raw_.sliced(last.lead, last.name - last.lead);
-        if (before.contains('\n'))
-            lead = before.toByteArray();
+    const qsizetype at = attributes_.empty() ? nameEnd_ : attributes_.back().valueEnd + 1;
+    return replaced(raw_, at, at, leadOfNew().toByteArray() + name + "=\"" + value + '"');
+}
+
+QByteArray StartTag::withAttributes(const std::vector<Spelled> &attributes) const
+{
+    std::vector<const AttributeSpan *> kept;
+    for (const Spelled &attribute : attributes)
+        if (attribute.was)
+            kept.push_back(attribute.was);
+    std::sort(kept.begin(), kept.end(), [](const auto *a, const auto *b) { return a->lead < b->lead; });
+    QByteArray out;
+    for (size_t i = 0; i < attributes.size(); ++i) {
+        out += i < kept.size() ? leadOf(*kept[i]) : leadOfNew();
+        out += attributes[i].text;
     }
-    return replaced(raw_, at, at, lead + name + "=\"" + value + '"');
+    const qsizetype end = attributes_.empty() ? nameEnd_ : attributes_.back().valueEnd + 1;
+    return replaced(raw_, nameEnd_, end, out);
 }
 
 QByteArray StartTag::without(const AttributeSpan &attribute) const

@@ -196,8 +196,8 @@ void TestViewModes::knownEqual()
 {
     using document::DomIdentity;
     document::Identities known;
-    const DomIdentity loaded{1, 1};
-    const DomIdentity edited{1, 2};
+    const DomIdentity loaded{1};
+    const DomIdentity edited{2};
     QVERIFY(!known.isSaved(loaded));
     known.savedFrom(loaded);
     known.agree(loaded, 7);
@@ -210,7 +210,6 @@ void TestViewModes::knownEqual()
     QVERIFY(!known.isSaved(loaded));
     known.savedFrom(document::EditorIdentity(8));
     QVERIFY(known.isSaved(edited));
-    QVERIFY(!known.isSaved(DomIdentity{2, 2})); // the same revision of another load
     known.savedFrom(loaded);
     QVERIFY(!known.isSaved(document::EditorIdentity(8)));
 }
