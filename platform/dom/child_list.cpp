@@ -50,9 +50,16 @@ ChildList::Block *ChildList::blockOf(qsizetype index)
     if (index < 0 || index >= count_)
         return nullptr;
     refreshIndices();
+    // Children are mostly asked for one after the other.
+    if (lastAsked_ < blocks_.size()) {
+        Block *last = blocks_[lastAsked_].get();
+        if (index >= last->firstIndex && index < last->firstIndex + last->count)
+            return last;
+    }
     const auto after = std::upper_bound(blocks_.begin(), blocks_.end(), index,
                                         [](qsizetype i, const auto &block) { return i < block->firstIndex; });
-    return std::prev(after)->get();
+    lastAsked_ = size_t(std::distance(blocks_.begin(), after)) - 1;
+    return blocks_[lastAsked_].get();
 }
 
 void ChildList::make(Block &block)

@@ -70,6 +70,7 @@ private:
 
     Node *owner_;
     std::vector<std::unique_ptr<Block>> blocks_;
+    size_t lastAsked_ = 0; // the block that blockOf found last, if it is still one
     qsizetype count_ = 0;
     bool indicesFresh_ = false;
 };

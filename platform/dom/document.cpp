@@ -8,12 +8,27 @@
 #include "platform/dom/start_tag.h"
 #include "platform/dom/twin_attributes.h"
 
-#include <QMap>
-#include <algorithm>
+#include <utility>
 
 namespace dom {
 
 using platform::Result;
+
+namespace {
+
+// A document type that declares these entities, with the same replacement texts.
+QByteArray declarationsOf(const Entities &entities)
+{
+    QByteArray out;
+    for (auto entity = entities.cbegin(); entity != entities.cend(); ++entity) {
+        QByteArray value = entity.value();
+        value.replace('&', "&#38;").replace('%', "&#37;").replace('"', "&#34;");
+        out += "<!ENTITY " + entity.key() + " \"" + value + "\">";
+    }
+    return out.isEmpty() ? out : "<!DOCTYPE x [" + out + "]>";
+}
+
+} // namespace
 
 void Document::Private::startAfresh()
 {
@@ -133,6 +148,19 @@ Result<Node *> Document::cloneNode(Node *node, bool deep)
     return NodeFactory::clone(*node, deep);
 }
 
+Result<Node *> Document::importMarkup(const QByteArray &markup, NodeKind kind)
+{
+    // Judged and parsed within an element of its own: so any kind of node can stand there.
+    const QByteArray wrapped = "<x>" + markup + "</x>";
+    if (const auto error = checkWellFormed(declarationsOf(d->content->entities) + wrapped))
+        return platform::Failure{QStringLiteral("The copied markup does not fit this document: %1")
+                                     .arg(error->reason.simplified())};
+    Node *node = NodeFactory::import(*this, wrapped, kind);
+    if (!node)
+        return platform::Failure{QStringLiteral("The copied markup is not exactly one node")};
+    return node;
+}
+
 Result<void> Document::edit(const std::function<Result<void>()> &operation)
 {
     const qsizetype mark = d->changes.mark();
@@ -193,6 +221,44 @@ Result<void> Document::removeChild(Node *parent, Node *node)
         return verdict;
     return edit([&]() -> Result<void> {
         takeOut(node);
+        return {};
+    });
+}
+
+// Layout beside a text would become part of the text.
+void Document::clearAround(Node *text)
+{
+    Node *next = text->nextSibling();
+    if (!text->lead().isEmpty())
+        d->changes.setPiece(text, Piece::Lead, Text());
+    if (next && !next->lead().isEmpty())
+        d->changes.setPiece(next, Piece::Lead, Text());
+    if (!next && !text->parent()->tail().isEmpty())
+        d->changes.setPiece(text->parent(), Piece::Tail, Text());
+}
+
+Result<void> Document::exchange(Node *one, Node *other)
+{
+    if (!one || !other || one == other || !one->parent() || one->parent() != other->parent())
+        return platform::Failure{QStringLiteral("Only two children of one element can change places")};
+    Node *parent = one->parent();
+    if (parent->kind() != NodeKind::Element)
+        return platform::Failure{QStringLiteral("Only children of an element can change places")};
+    if (one->indexInParent() > other->indexInParent())
+        std::swap(one, other);
+    return edit([&]() -> Result<void> {
+        const qsizetype first = one->indexInParent();
+        const qsizetype second = other->indexInParent();
+        const Text firstLead = one->piece(Piece::Lead);
+        const Text secondLead = other->piece(Piece::Lead);
+        d->changes.removeChild(parent, second);
+        d->changes.removeChild(parent, first);
+        putIn(parent, other, first, firstLead);
+        putIn(parent, one, second, secondLead);
+        for (Node *text : {one, other}) {
+            if (text->kind() == NodeKind::Text)
+                clearAround(text);
+        }
         return {};
     });
 }
@@ -302,92 +368,14 @@ Result<void> Document::setInstruction(Node *instruction, const QString &target, 
     });
 }
 
-// Name, sign and quoted value, as they were written as far as they are the same.
-QByteArray Document::spelled(const StartTag &tag, const AttributeEdit &attribute) const
-{
-    const StartTag::AttributeSpan *was = tag.find(attribute.original.toUtf8());
-    if (!was)
-        return attribute.name.toUtf8() + "=\"" + encodeAttribute(attribute.value, '"') + '"';
-    const QByteArrayView written = tag.valueOf(*was);
-    const char quote = written.data()[-1];
-    const bool same = decodeAttribute(written, d->content->entities) == attribute.value;
-    return attribute.name.toUtf8() + tag.signOf(*was).toByteArray() + quote
-        + (same ? written.toByteArray() : encodeAttribute(attribute.value, quote)) + quote;
-}
-
-namespace {
-
-// One for each name: an earlier one gives its place to the later.
-QList<AttributeEdit> onePerName(const QList<AttributeEdit> &attributes)
-{
-    QList<AttributeEdit> out;
-    for (const AttributeEdit &attribute : attributes) {
-        const auto earlier = std::find_if(out.begin(), out.end(), [&attribute](const AttributeEdit &other) {
-            return other.name == attribute.name;
-        });
-        if (earlier == out.end())
-            out.append(attribute);
-        else
-            *earlier = attribute;
-    }
-    return out;
-}
-
-// What an element binds prefixes to, in an order of its own.
-QMap<QString, QString> bindingsOf(const Node &element)
-{
-    QMap<QString, QString> bindings;
-    for (const Attribute &attribute : element.attributes())
-        if (attribute.name.startsWith(QStringLiteral("xmlns:")))
-            bindings.insert(attribute.name, attribute.value);
-    return bindings;
-}
-
-// Each by itself, on an element that has no other.
-Result<void> areAttributes(const Node &element, const QList<AttributeEdit> &attributes)
-{
-    Document scratch;
-    const Node *bare = *scratch.createElement(QStringLiteral("a"));
-    for (const AttributeEdit &attribute : attributes) {
-        if (attribute.name == attribute.original && element.attribute(attribute.name) == attribute.value)
-            continue;
-        if (auto verdict = Rules::isAttribute(bare, attribute.name, attribute.value); !verdict)
-            return verdict;
-    }
-    return {};
-}
-
-} // namespace
-
-Result<void> Document::setAttributes(Node *element, const QList<AttributeEdit> &attributes)
-{
-    if (!element || element->kind() != NodeKind::Element)
-        return platform::Failure{QStringLiteral("Only an element has attributes")};
-    const QList<AttributeEdit> wanted = onePerName(attributes);
-    if (auto verdict = areAttributes(*element, wanted); !verdict)
-        return verdict;
-    return edit([&]() -> Result<void> {
-        const QMap<QString, QString> bindings = bindingsOf(*element);
-        const StartTag tag(element->head());
-        std::vector<StartTag::Spelled> all;
-        for (const AttributeEdit &attribute : wanted)
-            all.push_back({tag.find(attribute.original.toUtf8()), spelled(tag, attribute)});
-        const QByteArray markup = tag.withAttributes(all);
-        if (markup == element->head())
-            return {};
-        setHead(element, markup);
-        return bindingsOf(*element) == bindings ? keepsAttributesApart(element, markup)
-                                                : keepsAttributesApart(element);
-    });
-}
-
 // What its prefixes are bound to has changed for this subtree.
 Result<void> Document::keepsAttributesApart(const Node *node) const
 {
     if (!node->hasChildren() && node->head().count(':') < 2)
         return {};
     const QByteArray markup = node->dirty_ ? node->xml() : QByteArray();
-    return keepsAttributesApart(node, node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_));
+    return keepsAttributesApart(node,
+                                node->dirty_ ? QByteArrayView(markup) : node->source_->view(node->whole_));
 }
 
 // The same for a part of it, which starts with its start tag.
@@ -430,13 +418,13 @@ void Document::rollBack()
     d->inCommand = false;
 }
 
-void Document::revert(ChangeSet &changes)
+void Document::revert(const ChangeSet &changes)
 {
     d->changes.revertAll(changes.changes_);
     d->revision = changes.revisionBefore_;
 }
 
-void Document::reapply(ChangeSet &changes)
+void Document::reapply(const ChangeSet &changes)
 {
     d->changes.applyAll(changes.changes_);
     d->revision = changes.revisionAfter_;

@@ -66,8 +66,8 @@ public:
     QByteArray xml() const; // shares the loaded text while nothing is edited
     const Entities &entities() const;
 
-    // Identity of the present state: every edit and every load makes a new one, undoing gives the former one back.
-    // Never 0, and no two states have the same, whatever was loaded in between.
+    // Identity of the present state: every edit and every load makes a new one, undoing gives the former one
+    // back. Never 0, and no two states have the same, whatever was loaded in between.
     quint64 revision() const;
 
     // New nodes, detached. Fail for illegal names, for characters XML does not allow, and for content that
@@ -78,6 +78,10 @@ public:
     Result<Node *> createComment(const QString &data);
     Result<Node *> createProcessingInstruction(const QString &target, const QString &data);
     Result<Node *> cloneNode(Node *node, bool deep);
+    // A node from the markup of exactly one node of that kind, as Node::xml gave it in whatever document.
+    // Fails when it is not well-formed here: its prefixes are declared within it, its entities in this
+    // document.
+    Result<Node *> importMarkup(const QByteArray &markup, NodeKind kind);
 
     // Structure. A node that stands elsewhere is moved. The node takes on the layout of the siblings it
     // joins and takes its leading layout along when it goes.
@@ -85,6 +89,9 @@ public:
     Result<void> insertBefore(Node *parent, Node *node, Node *reference); // null reference: at the end
     Result<void> replaceChild(Node *parent, Node *node, Node *replaced);
     Result<void> removeChild(Node *parent, Node *node);
+    // Two children of one element change places; the layout stays at the places, but for
+    // blanks that would become part of a text.
+    Result<void> exchange(Node *one, Node *other);
 
     // Content. Only the bytes of what is set change; an attribute set to the value it has is left alone.
     Result<void> setAttribute(Node *element, const QString &name, const QString &value);
@@ -104,8 +111,8 @@ public:
     void rollBack(); // undoes the command so far and ends it
 
     // Undo and redo of a change set, byte for byte. Only in the reverse order of what was done.
-    void revert(ChangeSet &changes);
-    void reapply(ChangeSet &changes);
+    void revert(const ChangeSet &changes);
+    void reapply(const ChangeSet &changes);
 
     // At most one; null takes it off. Not owned.
     void setObserver(Observer *observer);
@@ -120,6 +127,7 @@ private:
     QByteArray leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const;
     Result<void> edit(const std::function<Result<void>()> &operation); // lands whole or not at all
     void takeOut(Node *node);
+    void clearAround(Node *text);
     void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);
     void setHead(Node *node, const QByteArray &markup);
     Result<void> keepsAttributesApart(const Node *node) const;

@@ -100,11 +100,11 @@ QByteArray Layout::indentUnit(const Node &parent)
     for (const Node *node = &parent; node->parent_ && node->parent_->kind_ == NodeKind::Element;
          node = node->parent_) {
         root = node->parent_;
-        if (const QByteArray unit = step(*node, *node->parent_); !unit.isEmpty())
+        if (QByteArray unit = step(*node, *node->parent_); !unit.isEmpty())
             return unit;
     }
     if (const Node *first = root->firstChild()) {
-        if (const QByteArray unit = step(*first, *root); !unit.isEmpty())
+        if (QByteArray unit = step(*first, *root); !unit.isEmpty())
             return unit;
     }
     return usualIndent;

@@ -167,4 +167,19 @@ Node *NodeFactory::clone(Node &node, bool deep)
     return makeNode(*source, scanned, -1);
 }
 
+Node *NodeFactory::import(Document &document, const QByteArray &wrapped, NodeKind kind)
+{
+    Source *source = document.d->newSource(wrapped);
+    std::vector<ScannedChild> found;
+    ContentEnd end{};
+    const auto keep = [&found](const ScannedChild &child) { found.push_back(child); };
+    Scanner(*source).wholeDocument(
+        source->index, [](const ScannedChild &) {}, keep, end);
+    if (found.empty() && kind == NodeKind::Text && end.tag > end.tail) // blanks alone count as layout
+        return create(document, kind, source->view({end.tail, end.tag}).toByteArray());
+    if (found.size() != 1 || found.front().kind != kind || found.front().leadSize > 0 || end.tail < end.tag)
+        return nullptr;
+    return makeNode(*source, found.front(), -1);
+}
+
 } // namespace dom

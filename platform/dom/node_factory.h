@@ -31,6 +31,10 @@ public:
     // edited.
     static Node *clone(Node &node, bool deep);
 
+    // The one node within an accepted wrapping element, detached; null when there is not exactly one, of that
+    // kind and with nothing around it.
+    static Node *import(Document &document, const QByteArray &wrapped, NodeKind kind);
+
 private:
     class BlockBuilder;
     static Node *makeNode(const Source &source, const ScannedChild &scanned, qint32 ordinal);

@@ -44,8 +44,8 @@ public:
     QByteArray withValue(const AttributeSpan &attribute, const QByteArray &value) const;
     QByteArray withAttribute(const QByteArray &name, const QByteArray &value) const; // added after the last
     QByteArray without(const AttributeSpan &attribute) const;
-    // The tag with these attributes alone, in this order. The blanks before those that stay stay too, in their
-    // own order: attributes on lines of their own change lines, not the lines their looks.
+    // The tag with these attributes alone, in this order. The blanks before those that stay stay too, in
+    // their own order: attributes on lines of their own change lines, not the lines their looks.
     QByteArray withAttributes(const std::vector<Spelled> &attributes) const;
     QByteArray withName(const QByteArray &name) const;
     QByteArray opened() const; // "<a/>" as "<a>"

@@ -32,7 +32,7 @@ public:
             }
             ++depth_;
             if (tag->text.contains(':')) {
-                if (const QString twins = enter(StartTag(tag->text)); !twins.isEmpty())
+                if (QString twins = enter(StartTag(tag->text)); !twins.isEmpty())
                     return twins;
             }
             if (tag->kind == MarkupReader::Tag::Empty)

@@ -71,6 +71,25 @@ Edit renamed(const char *path, const char *name)
     return [=](Document &d) { return d.renameElement(at(d, path), q(name)); };
 }
 
+// "name=value" for each; a "name=value" that begins with "old>" was the attribute old until now.
+Edit setAttributes(const char *path, const QStringList &wanted)
+{
+    return [=](Document &d) {
+        QList<AttributeEdit> rows;
+        for (const QString &row : wanted) {
+            const QString now = row.section(u'>', -1);
+            const QString original = row.contains(u'>') ? row.section(u'>', 0, 0) : QString();
+            rows.append({now.section(u'=', 0, 0), now.section(u'=', 1), original});
+        }
+        return d.setAttributes(at(d, path), rows);
+    };
+}
+
+Edit setInstruction(const char *path, const char *target, const char *data)
+{
+    return [=](Document &d) { return d.setInstruction(at(d, path), q(target), q(data)); };
+}
+
 Edit appendCopy(const char *node, const char *parent)
 {
     return [=](Document &d) { return d.appendChild(at(d, parent), *d.cloneNode(at(d, node), true)); };
@@ -163,6 +182,24 @@ void TestEditing::accepted_data()
     row("attribute removed", "<a x='1'  y = '2' z='3'>t</a>", removeAttribute("", "y"),
         "<a x='1' z='3'>t</a>");
     row("xml prefix", "<a/>", setAttribute("", "xml:lang", "en"), "<a xml:lang=\"en\"/>");
+    row("attributes exchanged", "<a x = '&#65;'  y=\"2\" >t</a>", setAttributes("", {q("y>y=2"), q("x>x=A")}),
+        "<a y=\"2\"  x = '&#65;' >t</a>");
+    row("exchanged on lines", "<a x='1'\n   y='2'\n   z='3'/>",
+        setAttributes("", {q("z>z=3"), q("x>x=1"), q("y>y=2")}), "<a z='3'\n   x='1'\n   y='2'/>");
+    row("one changed, one new, one gone", "<a x = '&lt;' y='2' z=\"&#65;\"/>",
+        setAttributes("", {q("n=<"), q("z>z=A"), q("x>x=it's")}),
+        "<a n=\"&lt;\" z=\"&#65;\" x = 'it&apos;s'/>");
+    row("name changed alone", "<a x = '&#65;'/>", setAttributes("", {q("x>y=A")}), "<a y = '&#65;'/>");
+    row("names exchanged", "<a x='1' y='2'/>", setAttributes("", {q("x>y=1"), q("y>x=2")}),
+        "<a y='1' x='2'/>");
+    row("all attributes gone", "<a x='1'\n y='2' ><b/></a>", setAttributes("", {}), "<a ><b/></a>");
+    row("the later of two values", "<a x='1' y='2' z='3'/>",
+        setAttributes("", {q("x>x=1"), q("y>y=2"), q("z>x=3")}), "<a x='3' y='2'/>");
+    row("same attributes", "<a  x='&#65;'\ny = '2'/>", setAttributes("", {q("x>x=A"), q("y>y=2")}),
+        "<a  x='&#65;'\ny = '2'/>");
+    row("another prefix for one namespace", "<a xmlns:p='u' xmlns:q='u' p:x='1'/>",
+        setAttributes("", {q("xmlns:p>xmlns:p=u"), q("xmlns:q>xmlns:q=u"), q("p:x>q:x=1")}),
+        "<a xmlns:p='u' xmlns:q='u' q:x='1'/>");
     // Data
     row("text escaped", "<a>x</a>", setData("0", "a<b&c]]>\rd"), "<a>a&lt;b&amp;c]]&gt;&#13;d</a>");
     row("text keeps its spelling", "<a>&#65;</a>", setData("0", "A"), "<a>&#65;</a>");
@@ -170,6 +207,10 @@ void TestEditing::accepted_data()
     row("comment", "<a><!--x--></a>", setData("0", " y "), "<a><!-- y --></a>");
     row("CDATA", "<a><![CDATA[x]]></a>", setData("0", "<&"), "<a><![CDATA[<&]]></a>");
     row("instruction", "<a><?p  x?></a>", setData("0", "y z"), "<a><?p y z?></a>");
+    row("instruction with another target", "<a><?p  x?></a>", setInstruction("0", "T", "D"),
+        "<a><?T D?></a>");
+    row("instruction as it is", "<a><?p  x?></a>", setInstruction("0", "p", "x"), "<a><?p  x?></a>");
+    row("instruction without data", "<a><?p x?></a>", setInstruction("0", "T", ""), "<a><?T?></a>");
     row("empty text", "<a>x<b/></a>", setData("0", ""), "<a><b/></a>");
     // Names
     row("rename", "<a x='1' ><b/>t</a >", renamed("", "p:q"), "<p:q x='1' ><b/>t</p:q >");
@@ -245,6 +286,15 @@ void TestEditing::refused_data()
     row("comment for the document element", onTop([](Document &d, Node *top) {
             return d.replaceChild(top, *d.createComment(q("n")), d.documentElement());
         }));
+    row("one attribute illegal", setAttributes("0", {q("x=1"), q("1a=2")}));
+    row("one attribute twice by prefixes",
+        setAttributes(
+            "4", {q("xmlns:p>xmlns:p=urn:x"), q("xmlns:q>xmlns:q=urn:x"), q("p:x>p:x="), q("r:x>q:x=")}));
+    row("one attribute twice below", setAttributes("5", {q("xmlns:p>xmlns:p=urn:s")}));
+    row("target illegal", setInstruction("3", "a b", "x"));
+    row("target of the declaration", setInstruction("3", "xml", ""));
+    row("new instruction ends early", setInstruction("3", "p", "a?>b"));
+    row("target of a comment", setInstruction("1", "p", ""));
     row("declaration's data", onTop([](Document &d, Node *top) { return d.setData(top->child(0), q("x")); }));
     row("nothing", onTop([](Document &d, Node *top) { return d.appendChild(top, nullptr); }));
 }
