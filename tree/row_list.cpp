@@ -37,10 +37,15 @@ size_t RowList::runAt(qint64 row) const
 {
     if (row < 0 || row >= count_)
         return runs_.size();
+    // A view asks for one row after the other.
+    if (lastRun_ < runs_.size() && row >= runs_[lastRun_]->firstRow
+        && row < runs_[lastRun_]->firstRow + runs_[lastRun_]->count)
+        return lastRun_;
     const auto after = std::upper_bound(runs_.begin(), runs_.end(), row, [](qint64 wanted, const auto &run) {
         return wanted < run->firstRow;
     });
-    return size_t(std::distance(runs_.begin(), after)) - 1;
+    lastRun_ = size_t(std::distance(runs_.begin(), after)) - 1;
+    return lastRun_;
 }
 
 TreeNode *RowList::made(qint64 row) const

@@ -54,6 +54,7 @@ private:
 
     TreeNode *owner_;
     qint64 count_;
+    mutable size_t lastRun_ = 0; // the one last asked for, if it is still one
     std::vector<std::unique_ptr<Run>> runs_; // in the order of the rows, none empty
 };
 

@@ -3,10 +3,19 @@
 
 namespace tree {
 
+// Only what is in the document can be placed by a command. What goes on in a subtree that is out of it has no
+// rows to see, and its list follows.
+bool TreeModel::staysByHand(const dom::Node *parent) const
+{
+    return byHand_ && document_.documentNode()->contains(parent);
+}
+
 void TreeModel::aboutToInsert(dom::Node *parent, qsizetype index, dom::Node *)
 {
+    if (isRecording_)
+        reach(parent); // a row that is to be taken back must be one
     RowList *list = rows_->listOf(parent); // counted before the change, if anybody can see it
-    announced_ = list && !byHand_ && rows_->isShown(*list);
+    announced_ = list && !staysByHand(parent) && rows_->isShown(*list);
     row_ = list ? followingRow(*list, parent, index) : 0;
     if (announced_)
         beginInsertRows(ownerIndex(*list), int(row_), int(row_));
@@ -18,36 +27,42 @@ void TreeModel::inserted(dom::Node *parent, qsizetype index, dom::Node *node)
     if (!list)
         return;
     list->domInserted(index);
-    if (byHand_)
+    if (staysByHand(parent))
         return;
     std::unique_ptr<TreeNode> row = rows_->unpark(node);
     list->insert(row_, row ? std::move(row) : rows_->makeNode(node, *list->owner()));
-    if (announced_)
-        endInsertRows();
+    if (!announced_)
+        return;
+    endInsertRows();
+    record({.kind = RowEdit::Kind::Inserted, .node = node, .to = parent, .toRow = int(row_)});
 }
 
 void TreeModel::aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *node)
 {
+    if (isRecording_)
+        reach(parent);
     RowList *list = rows_->listOf(parent);
     row_ = list ? rows_->rowOf(*list, node, index) : -1;
-    announced_ = list && !byHand_ && row_ >= 0 && rows_->isShown(*list);
+    announced_ = list && !staysByHand(parent) && row_ >= 0 && rows_->isShown(*list);
     if (row_ >= 0)
         rows_->node(*list, row_); // from here on it no longer goes by its position in the document
     if (announced_)
         beginRemoveRows(ownerIndex(*list), int(row_), int(row_));
 }
 
-void TreeModel::removed(dom::Node *parent, qsizetype index, dom::Node *)
+void TreeModel::removed(dom::Node *parent, qsizetype index, dom::Node *node)
 {
     RowList *list = rows_->listOf(parent);
     if (!list)
         return;
     list->domRemoved(index);
-    if (byHand_ || row_ < 0)
+    if (staysByHand(parent) || row_ < 0)
         return;
     rows_->park(list->take(row_));
-    if (announced_)
-        endRemoveRows();
+    if (!announced_)
+        return;
+    endRemoveRows();
+    record({.kind = RowEdit::Kind::Removed, .node = node, .from = parent, .fromRow = int(row_)});
 }
 
 void TreeModel::textChanged(dom::Node *node)
@@ -80,6 +95,7 @@ QModelIndex TreeModel::insertFresh(RowList &list, qint64 row, dom::Node *node)
     beginInsertRows(ownerIndex(list), int(row), int(row));
     list.insert(row, std::move(made));
     endInsertRows();
+    record({.kind = RowEdit::Kind::Inserted, .node = node, .to = list.owner()->dom, .toRow = int(row)});
     return createIndex(int(row), 0, &list);
 }
 
@@ -114,26 +130,46 @@ QModelIndex TreeModel::move(const QModelIndex &node, const QModelIndex &parent, 
     const int target = from == to && row > fromRow ? row - 1 : row;
     to->insert(target, std::move(taken));
     endMoveRows();
+    record({.kind = RowEdit::Kind::Moved,
+            .node = moved->dom,
+            .from = from->owner()->dom,
+            .fromRow = fromRow,
+            .to = owner->dom,
+            .toRow = target});
     return indexOf(*moved);
 }
 
 void TreeModel::remove(const QModelIndex &node)
 {
     const TreeNode *gone = nodeAt(node);
-    if (!gone)
+    if (!gone || !node.parent().isValid())
         return;
+    record({.kind = RowEdit::Kind::Removed,
+            .node = gone->dom,
+            .from = gone->run->list->owner()->dom,
+            .fromRow = node.row()});
     beginRemoveRows(node.parent(), node.row(), node.row());
     rows_->park(gone->run->list->take(node.row()));
     endRemoveRows();
 }
 
+dom::Node *TreeModel::parentNode(const QModelIndex &node) const
+{
+    const TreeNode *above = nodeAt(node.parent());
+    return above ? above->dom : nullptr;
+}
+
 void TreeModel::setLabelFrom(const QModelIndex &node)
 {
-    TreeNode *shown = nodeAt(node);
-    if (!shown)
+    const TreeNode *shown = nodeAt(node);
+    if (!shown || shown->rule == TagRule::AsItStands)
         return;
-    shown->rule = TagRule::AsItStands;
-    Q_EMIT dataChanged(node, node);
+    record({.kind = RowEdit::Kind::Relabelled,
+            .node = shown->dom,
+            .to = parentNode(node),
+            .toRow = node.row(),
+            .ruleBefore = shown->rule});
+    relabel(node, TagRule::AsItStands);
 }
 
 void TreeModel::lengthenKeysBelow(const QModelIndex &node)
@@ -141,18 +177,11 @@ void TreeModel::lengthenKeysBelow(const QModelIndex &node)
     TreeNode *top = nodeAt(node);
     if (!top)
         return;
-    std::vector<TreeNode *> open{top};
-    while (!open.empty()) {
-        TreeNode *at = open.back();
-        open.pop_back();
-        ++at->childSuffix;
-        if (!at->children)
-            continue;
-        at->children->forEachMade([&open](TreeNode &child) {
-            ++child.suffix;
-            open.push_back(&child);
-        });
-    }
+    record({.kind = RowEdit::Kind::KeysLengthened,
+            .node = top->dom,
+            .to = parentNode(node),
+            .toRow = node.row()});
+    addToKeysBelow(*top, 1);
 }
 
 platform::Result<void> TreeModel::drop(const QModelIndex &dragged, const QModelIndex &target)

@@ -6,14 +6,17 @@
 //
 // Rows follow the document by themselves: what is inserted, removed or taken back there shows here at the
 // same place. A command whose rows are to go elsewhere than the nodes did holds a RowsByHand meanwhile and
-// moves the rows itself, after the document.
+// moves the rows itself, after the document. What it recorded of them takes them back exactly, whatever the
+// order of the document.
 #pragma once
 
 #include "platform/dom/document.h"
 #include "platform/result.h"
+#include "tree/row_edits.h"
 #include "tree/tree_rows.h"
 
 #include <QAbstractItemModel>
+#include <functional>
 
 namespace tree {
 
@@ -63,6 +66,19 @@ public:
     QModelIndex move(const QModelIndex &node, const QModelIndex &parent, int row); // row as before the move
     void remove(const QModelIndex &node);
 
+    // The row that shows a node; invalid when that is not below the document element, or nobody has looked at
+    // the rows around it. With reach those are listed first.
+    QModelIndex find(const dom::Node *node) const;
+    QModelIndex reach(const dom::Node *node);
+
+    // What becomes of rows between the two is recorded.
+    void beginRecording();
+    RowEdits endRecording();
+    // Take the rows of a step back, or do them again; meanwhile rows stay where they are. turnDocument does
+    // the same to the document.
+    void revert(const RowEdits &edits, const std::function<void()> &turnDocument);
+    void reapply(const RowEdits &edits, const std::function<void()> &turnDocument);
+
     // Shows the node's start tag as it stands from now on, as nodes are labelled after an edit.
     void setLabelFrom(const QModelIndex &node);
     // What moving a node does to the keys of all that is below it: one more "_" each.
@@ -102,7 +118,16 @@ private:
     QModelIndex indexOf(const TreeNode &node) const;
     QModelIndex ownerIndex(const RowList &list) const;
     qint64 followingRow(const RowList &list, const dom::Node *parent, qint64 domIndex) const;
+    bool staysByHand(const dom::Node *parent) const;
     QModelIndex insertFresh(RowList &list, qint64 row, dom::Node *node);
+    dom::Node *parentNode(const QModelIndex &node) const;
+    QModelIndex on(const RowEdit &edit) const;
+    void putBack(dom::Node *parent, int row, dom::Node *node);
+    void takeAway(dom::Node *parent, int row);
+    void shift(dom::Node *from, int fromRow, dom::Node *to, int toRow);
+    void relabel(const QModelIndex &node, TagRule rule);
+    void addToKeysBelow(TreeNode &top, int underscores);
+    void record(const RowEdit &edit);
     QString dropRefusal(const QModelIndex &dragged, const QModelIndex &target) const;
 
     dom::Document &document_;
@@ -114,6 +139,8 @@ private:
     bool announced_ = false; // to the views, between the two notices of it
     bool byHand_ = false;
     bool isDragging_ = false;
+    bool isRecording_ = false;
+    RowEdits recorded_;
 };
 
 // While it lives, rows stay where they are when the document changes; the command moves them.

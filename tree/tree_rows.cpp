@@ -44,7 +44,11 @@ std::unique_ptr<TreeNode> TreeRows::makeNode(dom::Node *node, const TreeNode &pa
         made->number = parent.base + ordinal;
         made->suffix = parent.childSuffix;
     } else {
+        // What came along with it, such as the children of a copy, is numbered on from it.
         made->number = nextNumber();
+        made->base = made->number + 1;
+        made->childSuffix = 1;
+        counter_ += node->subtreeCount() - 1;
     }
     ++madeCount_;
     return made;

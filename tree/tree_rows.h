@@ -4,7 +4,8 @@
 // Keys are those a build of the whole tree in document order would give: the root is 1, and a node's number
 // in the text added to the key counter's value at the start of the build gives every other, so that a node's
 // key does not depend on who looked at what first. Nodes that came by an edit have no number in the text;
-// they take the counter's next value when they are first seen.
+// they take the counter's next value when they are first seen, and the values after it for all that came
+// below them.
 #pragma once
 
 #include "tree/row_list.h"

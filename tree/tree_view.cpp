@@ -52,6 +52,9 @@ TreeView::TreeView(TreeModel &model, QWidget *parent)
     setHorizontalScrollMode(ScrollPerPixel);
     setTextElideMode(Qt::ElideRight);
     setModel(&model_);
+    setDrop([this](const QModelIndex &dragged, const QModelIndex &target) {
+        return model_.drop(dragged, target);
+    });
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::Fixed);
     watchChanges();
@@ -191,6 +194,16 @@ void TreeView::contextMenuEvent(QContextMenuEvent *event)
 
 void TreeView::keyPressEvent(QKeyEvent *event)
 {
+    const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
+    if (isArrow && event->modifiers().testFlag(Qt::AltModifier)) {
+        event->accept(); // a move of the node that does not apply just now is none of the selection either
+        return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->accept();
+        Q_EMIT editRequested();
+        return;
+    }
     const QModelIndex node = currentIndex();
     // By default "*" opens all levels below, which may be millions of nodes; here it opens one.
     const bool opens = event->key() == Qt::Key_Asterisk || event->key() == Qt::Key_Plus;
@@ -282,7 +295,7 @@ void TreeView::dropEvent(QDropEvent *event)
     stopAutoScroll();
     setState(NoState);
     setDropHighlight({});
-    const auto done = model_.drop(model_.DraggedNode(), indexAt(event->position().toPoint()));
+    const auto done = drop_(model_.DraggedNode(), indexAt(event->position().toPoint()));
     event->setDropAction(done ? Qt::MoveAction : Qt::IgnoreAction);
     event->setAccepted(done.ok());
     const QPersistentModelIndex moved = model_.DraggedNode();

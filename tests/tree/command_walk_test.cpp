@@ -1,0 +1,182 @@
+// Thousands of commands at random: the tree mirrors the document after each, the text parses, and all of it
+// can be taken back and done again.
+#include "command_desk.h"
+
+#include <QRandomGenerator>
+
+using namespace tree_test;
+
+namespace {
+
+QByteArray randomContent(QRandomGenerator &random, int depth)
+{
+    static const char *const pieces[] = {"text &amp; more",
+                                         "<!-- note -->",
+                                         "<![CDATA[x]]>",
+                                         "<?go on?>",
+                                         "\n  ",
+                                         "<b>only</b>",
+                                         "&e;",
+                                         "<p:q p:n='1'/>",
+                                         "<e/>",
+                                         "<e xml:space='preserve'> <i/> </e>"};
+    QByteArray out;
+    for (int i = int(random.bounded(7U)); i > 0; --i) {
+        if (depth < 5 && random.bounded(2U))
+            out += "<e" + QByteArray(random.bounded(4U) ? "" : " xmlns:p='v'") + ">"
+                + randomContent(random, depth + 1) + "</e>";
+        else
+            out += pieces[random.bounded(quint32(std::size(pieces)))];
+    }
+    return out;
+}
+
+QByteArray randomDocument(QRandomGenerator &random)
+{
+    return "<!DOCTYPE r [<!ENTITY e \"n\">]>\r\n<r xmlns:p=\"u\">\r\n" + randomContent(random, 0) + "\r\n <x>"
+        + randomContent(random, 0) + "</x></r>\r\n";
+}
+
+class Walk
+{
+public:
+    Walk(quint32 seed, bool drops) : random_(seed), drops_(drops), desk_(randomDocument(random_)) { }
+
+    void run(int steps)
+    {
+        const QByteArray text = desk_.document.xml();
+        const QString tree = bareShape();
+        for (int i = 0; i < steps; ++i) {
+            step();
+            check();
+            if (QTest::currentTestFailed())
+                return;
+        }
+        comesBack(text, tree);
+    }
+
+private:
+    QString bareShape() const { return desk_.shape().remove(u'*').remove(u'+'); }
+
+    QModelIndex randomNode()
+    {
+        QModelIndex node = desk_.model.index(0, 0);
+        while (desk_.model.rowCount(node) > 0 && random_.bounded(5U))
+            node = desk_.model.index(int(random_.bounded(quint32(desk_.model.rowCount(node)))), 0, node);
+        return node;
+    }
+
+    void step()
+    {
+        static const char *const names[] = {
+            "element", "text", "cdata", "comment", "pi",    "up",     "down",   "left",      "right", "up",
+            "down",    "left", "right", "copy",    "paste", "delete", "delete", "attribute", "undo",  "redo"};
+        const quint32 which = random_.bounded(quint32(std::size(names)) + 2);
+        if (random_.bounded(3U) || !desk_.face.selected().parent().isValid())
+            desk_.face.select(randomNode());
+        const bool root = !desk_.face.selected().parent().isValid();
+        if (which == std::size(names)) {
+            if (drops_)
+                (void)desk_.commands.drop(randomNode(), randomNode());
+        } else if (which > std::size(names)) {
+            editOfOthers();
+        } else if (const QByteArrayView name = names[which]; !(root && name == QByteArrayView("delete"))) {
+            desk_.run(QString::fromLatin1(name));
+        }
+    }
+
+    void editOfOthers()
+    {
+        dom::Node *node = desk_.model.GetNodepar(randomNode());
+        (void)desk_.commands.edit(QStringLiteral("Other"), [&]() -> platform::Result<void> {
+            if (node->kind() != dom::NodeKind::Element)
+                return desk_.document.setData(node, QStringLiteral("set %1").arg(random_.bounded(100)));
+            auto made = desk_.document.createElement(QStringLiteral("made"));
+            (void)desk_.document.appendChild(*made, *desk_.document.createComment(QStringLiteral("in")));
+            (void)desk_.document.insertBefore(node, *made, node->firstChild());
+            desk_.model.setLabelFrom(desk_.model.find(node));
+            if (random_.bounded(3U) == 0)
+                return platform::Failure{QStringLiteral("changed its mind")};
+            return desk_.document.renameElement(node, QStringLiteral("n%1").arg(random_.bounded(9)));
+        });
+    }
+
+    void check()
+    {
+        keys_.clear();
+        checkBelow(desk_.model.index(0, 0), desk_.document.documentElement());
+        const auto error = dom::checkWellFormed(desk_.document.xml());
+        if (error)
+            QFAIL(qPrintable(error->reason + QString::fromUtf8(desk_.document.xml())));
+    }
+
+    void checkBelow(const QModelIndex &row, dom::Node *node)
+    {
+        QCOMPARE(desk_.model.GetNodepar(row), node);
+        const QString key = row.data(tree::TreeModel::KeyRole).toString();
+        QVERIFY2(!keys_.contains(key), qPrintable(key));
+        keys_.insert(key);
+        QCOMPARE(qsizetype(desk_.model.rowCount(row)), node->childCount());
+        QSet<dom::Node *> children;
+        for (int i = 0; i < desk_.model.rowCount(row); ++i) {
+            const QModelIndex child = desk_.model.index(i, 0, row);
+            dom::Node *shown = desk_.model.GetNodepar(child);
+            QVERIFY(shown && shown->parent() == node && !children.contains(shown));
+            children.insert(shown);
+            if (!drops_)
+                QCOMPARE(shown, node->child(i));
+            checkBelow(child, shown);
+        }
+    }
+
+    void comesBack(const QByteArray &text, const QString &tree)
+    {
+        QList<QByteArray> texts;
+        QStringList shapes;
+        while (!desk_.commands.redoName().isEmpty())
+            desk_.run(QStringLiteral("redo"));
+        while (!desk_.commands.undoName().isEmpty()) {
+            texts.prepend(desk_.document.xml());
+            shapes.prepend(bareShape());
+            desk_.run(QStringLiteral("undo"));
+        }
+        QVERIFY(!texts.isEmpty());
+        QCOMPARE(desk_.document.xml(), text);
+        QCOMPARE(bareShape(), tree);
+        for (qsizetype i = 0; i < texts.size(); ++i) {
+            desk_.run(QStringLiteral("redo"));
+            QCOMPARE(desk_.document.xml(), texts[i]);
+            QCOMPARE(bareShape(), shapes[i]);
+        }
+        QVERIFY(desk_.commands.redoName().isEmpty());
+    }
+
+    QRandomGenerator random_;
+    bool drops_;
+    CommandDesk desk_;
+    QSet<QString> keys_;
+};
+
+} // namespace
+
+class CommandWalkTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void walk_data()
+    {
+        QTest::addColumn<bool>("drops");
+        for (int seed = 1; seed <= 40; ++seed)
+            QTest::addRow("%d", seed) << (seed % 2 == 0);
+    }
+
+    void walk()
+    {
+        QFETCH(bool, drops);
+        Walk(QString::fromLatin1(QTest::currentDataTag()).toUInt(), drops).run(200);
+    }
+};
+
+QTEST_GUILESS_MAIN(CommandWalkTest)
+#include "command_walk_test.moc"

@@ -1,0 +1,73 @@
+// Copy, paste, delete.
+#include "tree/node_commands.h"
+
+namespace tree {
+
+void NodeCommands::Copy()
+{
+    dom::Node *node = model_.GetNodepar(face_.selected());
+    if (!node)
+        return;
+    face_.showBusy(true);
+    const auto kept = clipboard_.keep(node);
+    face_.showBusy(false);
+    report(kept);
+    if (!kept)
+        return;
+    Q_EMIT copied(clipboard_.markup());
+    Q_EMIT stepsChanged();
+}
+
+void NodeCommands::Paste()
+{
+    const QModelIndex target = face_.selected();
+    if (!isElement(target)) {
+        dialogs_.message(dialogs::Icon::Exclamation, dialogs::Buttons::Ok,
+                         QStringLiteral("You can only paste into a Topic"));
+        return;
+    }
+    report(run(QStringLiteral("Paste"), [&](NodeStep &) -> platform::Result<void> {
+        const auto copy = clipboard_.paste();
+        if (!copy)
+            return platform::Failure{copy.reason()};
+        {
+            const RowsByHand byHand(model_);
+            auto done = document_.appendChild(model_.GetNodepar(target), *copy);
+            if (done)
+                done = takeScopeAlong(document_, *copy, clipboard_.scope());
+            if (!done)
+                return done;
+        }
+        model_.insertLast(target, *copy);
+        return {};
+    }));
+}
+
+void NodeCommands::Delete()
+{
+    const QPersistentModelIndex selected = face_.selected();
+    dom::Node *node = model_.GetNodepar(selected);
+    if (!node)
+        return;
+    if (!selected.parent().isValid()) {
+        if (startAnew_)
+            startAnew_();
+        return;
+    }
+    report(run(QStringLiteral("Delete"), [&](NodeStep &step) -> platform::Result<void> {
+        step.before.opened = openBelow(selected);
+        {
+            const RowsByHand byHand(model_);
+            auto done = document_.removeChild(node->parent(), node);
+            if (!done)
+                return done;
+        }
+        const QModelIndex next
+            = selected.row() > 0 ? selected.sibling(selected.row() - 1, 0) : selected.parent();
+        face_.select(next);
+        model_.remove(selected);
+        return {};
+    }));
+}
+
+} // namespace tree

@@ -1,0 +1,36 @@
+// What is open: the whole tree, the root alone, or the path to one node.
+#include "tree/node_commands.h"
+
+namespace tree {
+
+void NodeCommands::Expand()
+{
+    face_.showBusy(true);
+    face_.openAll();
+    face_.showBusy(false);
+}
+
+void NodeCommands::Collapse()
+{
+    face_.showBusy(true);
+    face_.freeze(true);
+    face_.closeAll();
+    face_.setOpen(model_.index(0, 0), true);
+    face_.freeze(false);
+    face_.showBusy(false);
+}
+
+void NodeCommands::nodeClicked(const QModelIndex &node)
+{
+    if (!smartSelect_ || !node.isValid())
+        return;
+    const QPersistentModelIndex clicked(node);
+    face_.freeze(true);
+    face_.closeAll();
+    face_.select(clicked);
+    if (model_.hasChildren(clicked))
+        face_.setOpen(clicked, true);
+    face_.freeze(false);
+}
+
+} // namespace tree
