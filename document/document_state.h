@@ -36,7 +36,6 @@ struct DocumentState
 
     bool HasParseErrors = false; // the last check of the editor's text failed
     std::optional<AcceptedText> accepted; // the last text of the editor that was found well-formed
-    DomIdentity loadedAs; // the state of Document that a parser accepted as a whole
 
     Tab TabTag = NormalMode; // the mode that Preview was entered from
     bool previewCopyWritten = false; // the file of that name is ours, and so ours to delete

@@ -82,9 +82,9 @@ void Parsing::carryToEditor()
             around_.editor.replaceText(xml);
         state_.known.agree(dom, around_.editor.revision());
     }
-    // Only what a parser has accepted as it stands needs no check when the editor is left again.
-    if (dom == state_.loadedAs)
-        state_.accepted = AcceptedText{around_.editor.revision(), state_.Document.entities()};
+    // No edit of the tree leaves a document that would not parse, so this text needs no check when the editor
+    // is left.
+    state_.accepted = AcceptedText{around_.editor.revision(), state_.Document.entities()};
 }
 
 bool Parsing::judge(const QByteArray &text, bool msgbolone, bool msgboltwo)
@@ -132,7 +132,6 @@ void Parsing::loadAccepted(const QByteArray &text, const dom::Entities &entities
 // The tree shows Document as it was just loaded, and nobody needs the nodes before any more.
 void Parsing::showTree()
 {
-    state_.loadedAs = state_.domIdentity();
     around_.workspace.rebuildTree();
     state_.Document.releaseFormer();
 }
