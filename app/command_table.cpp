@@ -1,5 +1,8 @@
 #include "app/commands.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace app {
 
 namespace {
@@ -29,14 +32,14 @@ constexpr Command commands[] = {
     {.menu = "mnueditnod1", .name = "mnueditnod", .caption = "&Edit Node", .icon = "document-edit"},
 
     {.menu = "mnuedittag", .name = "mnueditnod4", .caption = "&Edit Node", .toolbar = "Toolbar5",
-     .key = "tooleditnode", .place = 31, .icon = "document-edit", .tip = "Edit Node"},
+     .key = "tooleditnode", .place = 31, .icon = "document-edit", .tip = "Edit Node", .shortcut = "F2"},
     {.menu = "mnuedittag", .caption = "-"},
     {.menu = "mnuedittag", .name = "mnucopytag", .caption = "&Copy", .toolbar = "Toolbar2", .key = "copy",
-     .place = 31, .icon = "edit-copy", .tip = "Copy"},
+     .place = 31, .icon = "edit-copy", .tip = "Copy", .shortcut = "Ctrl+C"},
     {.menu = "mnuedittag", .name = "mnupastetag", .caption = "&Paste", .toolbar = "Toolbar2", .key = "paste",
-     .place = 32, .icon = "edit-paste", .tip = "Paste"},
+     .place = 32, .icon = "edit-paste", .tip = "Paste", .shortcut = "Ctrl+V"},
     {.menu = "mnuedittag", .name = "mnudeletetag", .caption = "&Delete", .toolbar = "Toolbar2", .key = "Delete1",
-     .place = 33, .icon = "edit-delete", .tip = "Delete"},
+     .place = 33, .icon = "edit-delete", .tip = "Delete", .shortcut = "Del"},
     {.menu = "mnuedittag", .caption = "-"},
     {.menu = "mnuedittag", .name = "mnuexpand", .caption = "Expand", .toolbar = "Toolbar2", .key = "expand",
      .place = 11, .icon = "xe-expand", .tip = "Expand"},
@@ -48,17 +51,20 @@ constexpr Command commands[] = {
     {.menu = "mnuedittag", .caption = "-"},
     {.menu = "mnuedittag", .name = "mnumovetag", .caption = "Move Tag...", .submenu = true},
     {.menu = "mnumovetag", .name = "mnumoveup", .caption = "Move Up", .toolbar = "Toolbar2", .key = "up",
-     .place = 21, .icon = "arrow-up", .tip = "Move UP"},
+     .place = 21, .icon = "arrow-up", .tip = "Move UP", .shortcut = "Alt+Up"},
     {.menu = "mnumovetag", .name = "mnumovedown", .caption = "Move Down", .toolbar = "Toolbar2", .key = "down",
-     .place = 22, .icon = "arrow-down", .tip = "Move DOWN"},
+     .place = 22, .icon = "arrow-down", .tip = "Move DOWN", .shortcut = "Alt+Down"},
     {.menu = "mnumovetag", .name = "mnumoveleft", .caption = "Move Left", .toolbar = "Toolbar2", .key = "left",
-     .place = 23, .icon = "arrow-left", .tip = "Move LEFT"},
+     .place = 23, .icon = "arrow-left", .tip = "Move LEFT", .shortcut = "Alt+Left"},
     {.menu = "mnumovetag", .name = "mnumoveright", .caption = "Move Right", .toolbar = "Toolbar2", .key = "right",
-     .place = 24, .icon = "arrow-right", .tip = "Move RIGHT"},
+     .place = 24, .icon = "arrow-right", .tip = "Move RIGHT", .shortcut = "Alt+Right"},
     {.menu = "mnuedittag", .caption = "-"},
     {.menu = "mnuedittag", .name = "mnuconverttoattribute", .caption = "Convert to Attribute", .toolbar = "Toolbar5",
      .key = "elementtoattribute", .place = 21, .icon = "xe-to-attribute",
      .tip = "Convert an \"Element\" in to an \"Attribute\""},
+    {.menu = "mnuedittag", .caption = "-"},
+    {.menu = "mnuedittag", .name = "mnuundotag", .caption = "&Undo", .icon = "edit-undo", .shortcut = "Ctrl+Z"},
+    {.menu = "mnuedittag", .name = "mnuredotag", .caption = "&Redo", .icon = "edit-redo", .shortcut = "Ctrl+Shift+Z"},
 
     {.menu = "editcmx", .name = "editcmxsub_0", .caption = "&Undo", .toolbar = "tBar", .key = "undo", .place = 11,
      .icon = "edit-undo", .editorCommand = 100},
@@ -151,16 +157,21 @@ constexpr Command commands[] = {
      .key = "asign", .place = 24, .icon = "document-preview"},
 
     {.menu = "mnuinsert", .name = "mnuelement", .caption = "Element", .toolbar = "Toolbar5", .key = "element",
-     .place = 11, .icon = "xe-element", .tip = "Element"},
+     .place = 11, .icon = "xe-element", .tip = "Element",
+     .shortcut = "Ctrl+Shift+E"},
     {.menu = "mnuinsert", .name = "mnutext", .caption = "Text", .toolbar = "Toolbar5", .key = "text", .place = 12,
-     .icon = "xe-text", .tip = "Text..."},
+     .icon = "xe-text", .tip = "Text...",
+     .shortcut = "Ctrl+Shift+T"},
     {.menu = "mnuinsert", .caption = "-"},
     {.menu = "mnuinsert", .name = "mnucdata", .caption = "CDATA", .toolbar = "Toolbar5", .key = "cdata", .place = 14,
-     .icon = "xe-cdata", .tip = "CDATA"},
+     .icon = "xe-cdata", .tip = "CDATA",
+     .shortcut = "Ctrl+Shift+D"},
     {.menu = "mnuinsert", .name = "mnucomment", .caption = "Comment", .toolbar = "Toolbar5", .key = "comment",
-     .place = 13, .icon = "xe-comment", .tip = "Comment..."},
+     .place = 13, .icon = "xe-comment", .tip = "Comment...",
+     .shortcut = "Ctrl+Shift+M"},
     {.menu = "mnuinsert", .name = "mnupi", .caption = "Processing Instruction", .toolbar = "Toolbar5", .key = "pi",
-     .place = 15, .icon = "xe-pi", .tip = "Processing Instruction..."},
+     .place = 15, .icon = "xe-pi", .tip = "Processing Instruction...",
+     .shortcut = "Ctrl+Shift+P"},
     {.menu = "mnuinsert", .caption = "-"},
     {.menu = "mnuinsert", .name = "mnuQuicktag", .caption = "Quick Tags", .icon = "tag"},
 
@@ -184,5 +195,12 @@ constexpr Command commands[] = {
 std::span<const Menu> menuTable() { return menus; }
 
 std::span<const Command> commandTable() { return commands; }
+
+bool actsOnTree(const Command &command)
+{
+    static constexpr std::string_view menusOfTree[]
+        = {"mnueditnod1", "mnuedittag", "mnumovetag", "mnuinsert"};
+    return std::find(std::begin(menusOfTree), std::end(menusOfTree), command.menu) != std::end(menusOfTree);
+}
 
 } // namespace app

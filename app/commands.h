@@ -36,4 +36,7 @@ struct Menu
 std::span<const Menu> menuTable();
 std::span<const Command> commandTable();
 
+// Whether it acts on the tree's nodes: its shortcut then works while the tree has the focus, and there alone.
+bool actsOnTree(const Command &command);
+
 } // namespace app

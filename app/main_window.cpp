@@ -1,7 +1,9 @@
 #include "app/main_window.h"
 
 #include "app/file_drop.h"
+#include "app/node_editing.h"
 #include "app/node_images.h"
+#include "app/quick_tags_host.h"
 #include "app/status_bar.h"
 #include "app/toolbars.h"
 #include "app/view_frame.h"
@@ -10,6 +12,7 @@
 #include "platform/system/settings_store.h"
 #include "platform/system/shell.h"
 #include "tree/freeze.h"
+#include "tree/node_commands.h"
 #include "tree/tree_model.h"
 #include "tree/tree_view.h"
 
@@ -43,6 +46,7 @@ mainfrm::mainfrm(const Outside &outside)
           document::Surroundings{*this, *CodeMax1, *WebBrowser1, dialogs_})),
       model_(std::make_unique<tree::TreeModel>(session_->state().Document)),
       TreeView1(new tree::TreeView(*model_, frame_)),
+      nodes_(std::make_unique<tree::NodeCommands>(*model_, session_->state().Document, *TreeView1, dialogs_)),
       drops_(
           std::make_unique<FileDrop>(*this, [this](const QString &path) { session_->life().openPath(path); }))
 {
@@ -57,13 +61,17 @@ mainfrm::mainfrm(const Outside &outside)
     bindCommands();
     connectEditor();
     connectTree();
+    editNodes();
     restorePlace();
 }
 
 // The tree looks into the document to the last, so it goes before the session does.
 mainfrm::~mainfrm()
 {
+    quickTags_.reset();
     delete TreeView1;
+    nodeEditing_.reset();
+    nodes_.reset();
     model_.reset();
 }
 
@@ -105,11 +113,28 @@ void mainfrm::connectTree()
     connect(TreeView1, &tree::TreeView::noted, this, &mainfrm::note);
 }
 
+void mainfrm::editNodes()
+{
+    nodes_->setStartAnew([this] { session_->parsing().LoadXml(document::newDocumentTemplate()); });
+    nodeEditing_ = std::make_unique<NodeEditing>(NodeEditing::Around{
+        .nodes = *nodes_,
+        .model = *model_,
+        .document = session_->state().Document,
+        .view = *TreeView1,
+        .editor = *CodeMax1,
+        .dialogs = dialogs_,
+        .commands = commands_,
+        .menus = menus_,
+        .currentTab = [this] { return currentTab(); },
+        .note = [this](const QString &text) { note(text); },
+    });
+    quickTags_ = std::make_unique<QuickTagsHost>(*nodes_, *CodeMax1, [this] { return currentTab(); });
+}
+
 void mainfrm::prelodr(const QStringList &arguments)
 {
     WebBrowser1->setSilent(true);
     setSaveEnabled(false);
-    commands_.action(QStringLiteral("mnupastetag"))->setEnabled(false);
     setModesEnabled(false, true, true);
     showMenusFor(currentTab());
     session_->life().prelodr(arguments);
@@ -140,6 +165,7 @@ void mainfrm::tabChanged(int tab)
 {
     const int previous = std::exchange(tab_, tab);
     session_->views().enteredTab(tab, previous);
+    quickTags_->modeChanged();
     if (currentTab() == tab)
         focusView();
 }

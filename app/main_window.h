@@ -21,6 +21,7 @@ namespace control {
 class CodeEditor;
 }
 namespace tree {
+class NodeCommands;
 class TreeModel;
 class TreeView;
 } // namespace tree
@@ -34,6 +35,8 @@ class Shell;
 namespace app {
 
 class FileDrop;
+class NodeEditing;
+class QuickTagsHost;
 class StatusBar;
 class ViewFrame;
 
@@ -98,6 +101,7 @@ private:
     void helpIndex();
     void helpSearch();
     void about();
+    void quickTags();
     void browseBack();
     void browseForward();
     void browseReload();
@@ -106,6 +110,7 @@ private:
     void addViews();
     void connectEditor();
     void connectTree();
+    void editNodes();
     void tabChanged(int tab);
     void focusView();
     void restorePlace();
@@ -126,6 +131,9 @@ private:
     std::unique_ptr<document::Session> session_;
     std::unique_ptr<tree::TreeModel> model_; // of the session's document
     tree::TreeView *TreeView1;
+    std::unique_ptr<tree::NodeCommands> nodes_;
+    std::unique_ptr<NodeEditing> nodeEditing_;
+    std::unique_ptr<QuickTagsHost> quickTags_;
     std::unique_ptr<FileDrop> drops_;
     int tab_ = document::NormalMode; // the one that the last switch led to
     bool left_ = false;

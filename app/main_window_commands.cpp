@@ -1,6 +1,7 @@
 // What the main window's own commands do. Those of the editor are bound in editor_routing.cpp.
 #include "app/about.h"
 #include "app/main_window.h"
+#include "app/quick_tags_host.h"
 #include "platform/browser/web_browser.h"
 
 namespace app {
@@ -22,6 +23,7 @@ void mainfrm::bindCommands()
         {"mnunormalmod", &mainfrm::normalMode},
         {"mnuxmlmode", &mainfrm::xmlMode},
         {"mnupreview", &mainfrm::preview},
+        {"mnuQuicktag", &mainfrm::quickTags},
         {"mnucontenets", &mainfrm::helpContents},
         {"mnuindex", &mainfrm::helpIndex},
         {"mnuSearch", &mainfrm::helpSearch},
@@ -65,6 +67,8 @@ void mainfrm::about()
     frmAbout box(this, [this](const QString &address) { openPage(address); });
     box.exec();
 }
+
+void mainfrm::quickTags() { quickTags_->show(this); }
 
 void mainfrm::browseBack() { WebBrowser1->back(); }
 

@@ -38,6 +38,27 @@ const char *const wholeTree = R"(mnuFile &File
   mnuexit E&xit
 mnueditnod1 &Edit Node
   mnueditnod &Edit Node
+  -
+  mnucopytag &Copy
+  mnupastetag &Paste
+  mnudeletetag &Delete
+  -
+  mnuinsert &Insert
+    mnuelement Element
+    mnutext Text
+    -
+    mnucdata CDATA
+    mnucomment Comment
+    mnupi Processing Instruction
+    -
+    mnuQuicktag Quick Tags
+  mnumovetag Move Tag...
+    mnumoveup Move Up
+    mnumovedown Move Down
+    mnumoveleft Move Left
+    mnumoveright Move Right
+  -
+  mnuconverttoattribute Convert to Attribute
 mnuedittag &Edit
   mnueditnod4 &Edit Node
   -
@@ -56,6 +77,9 @@ mnuedittag &Edit
     mnumoveright Move Right
   -
   mnuconverttoattribute Convert to Attribute
+  -
+  mnuundotag &Undo
+  mnuredotag &Redo
 editcmx &Edit
   editcmxsub_0 &Undo
   editcmxsub_1 &Redo

@@ -128,7 +128,8 @@ private Q_SLOTS:
         }
     }
 
-    // Of the window's own shortcuts none is given twice, and none is taken by the editor before it gets here.
+    // Of the window's own shortcuts none is given twice, and none is taken by the editor before it gets here;
+    // those of the tree never get to the editor.
     void shortcutsAreUnique()
     {
         const control::ShortcutTable editorKeys;
@@ -138,10 +139,17 @@ private Q_SLOTS:
             if (keys.isEmpty())
                 continue;
             QCOMPARE(keys.toString(QKeySequence::PortableText), text(row.shortcut));
-            QVERIFY2(!seen.contains(keys.toString()), row.name);
-            QVERIFY2(editorKeys.command(keys) == 0, row.name);
-            QVERIFY2(!editorKeys.beginsShortcut(keys), row.name);
-            seen.insert(keys.toString());
+            // Menus that the tree's mode hides have keys of their own.
+            const bool hidden = QStringList{QStringLiteral("editcmx"), QStringLiteral("searchcmx"),
+                                            QStringLiteral("mnumacro")}
+                                    .contains(text(row.menu));
+            const QString scope = hidden ? QStringLiteral("editor ") : QString();
+            QVERIFY2(!seen.contains(scope + keys.toString()), row.name);
+            if (!app::actsOnTree(row)) {
+                QVERIFY2(editorKeys.command(keys) == 0, row.name);
+                QVERIFY2(!editorKeys.beginsShortcut(keys), row.name);
+            }
+            seen.insert(scope + keys.toString());
         }
         QVERIFY(!seen.isEmpty());
     }
