@@ -16,6 +16,12 @@ bool isTextLike(NodeKind kind)
 
 } // namespace
 
+// Text that was put on a line of its own among elements on theirs does not make a paragraph of them.
+bool ChildList::mixes(const Node &node)
+{
+    return isTextLike(node.kind()) && !node.lead().contains('\n') && !node.lead().contains('\r');
+}
+
 void ChildList::addBlock(std::unique_ptr<Block> block)
 {
     block->list = this;
@@ -141,7 +147,7 @@ void ChildList::insert(qsizetype index, Node *node)
     block->nodes.insert(block->nodes.begin() + (index - block->firstIndex), node);
     block->count += 1;
     block->dirty = true;
-    block->hasText = block->hasText || isTextLike(node->kind());
+    block->hasText = block->hasText || mixes(*node);
     block->subtreeNodes += node->subtreeCount_;
     node->block_ = block;
     node->parent_ = owner_;
@@ -162,7 +168,7 @@ void ChildList::remove(qsizetype index)
     block->dirty = true;
     block->subtreeNodes -= node->subtreeCount_;
     block->hasText = std::any_of(block->nodes.begin(), block->nodes.end(),
-                                 [](const Node *other) { return isTextLike(other->kind()); });
+                                 [](const Node *other) { return mixes(*other); });
     node->block_ = nullptr;
     node->parent_ = nullptr;
     count_ -= 1;
@@ -190,7 +196,7 @@ void ChildList::split(Block &block)
         for (Node *node : part->nodes) {
             node->block_ = part;
             part->subtreeNodes += node->subtreeCount_;
-            part->hasText = part->hasText || isTextLike(node->kind());
+            part->hasText = part->hasText || mixes(*node);
         }
     }
     const qsizetype position = block.position + 1;

@@ -32,7 +32,7 @@ public:
         qint32 firstOrdinal = 0; // of its first child as scanned
         qint32 subtreeNodes = 0; // of all its children together
         quint64 haveChildren = 0; // bit i: child i has children; holds while the nodes are not made
-        bool hasText = false; // some child is text, CDATA or an entity reference
+        bool hasText = false; // some child is text, CDATA or an entity reference that runs inline
         bool dirty = false;
         qsizetype position = 0; // in the list's blocks
         qsizetype firstIndex = 0; // of its first child; refreshed by refreshIndices()
@@ -62,6 +62,7 @@ public:
     Node *owner() const { return owner_; }
 
 private:
+    static bool mixes(const Node &node); // makes the content around it mixed content
     Block *blockOf(qsizetype index); // null when out of range
     void make(Block &block);
     void refreshIndices();

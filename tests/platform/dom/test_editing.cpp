@@ -154,6 +154,8 @@ void TestEditing::accepted_data()
     row("empty element on its own line", "<a>\n    <b/>\n</a>", append("0", "n"),
         "<a>\n    <b>\n        <n/>\n    </b>\n</a>");
     row("empty element inline", "<a><b></b></a>", append("0", "n"), "<a><b><n/></b></a>");
+    row("text on its line does not make mixed content", "<a>\n  <b/>\n</a>",
+        both(appendText("", "t"), append("", "n")), "<a>\n  <b/>\n  t\n  <n/>\n</a>");
     row("text needs no line", "<a>\n  <b />\n</a>", appendText("0", "t"), "<a>\n  <b>t</b>\n</a>");
     row("end tag already on its line", "<a>\n  <b>\n  </b>\n</a>", append("0", "n"),
         "<a>\n  <b>\n    <n/>\n  </b>\n</a>");
