@@ -8,6 +8,7 @@ namespace dialogs {
 enum class Icon
 {
     Question,
+    Information,
     Exclamation,
     Critical
 };

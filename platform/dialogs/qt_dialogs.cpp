@@ -16,6 +16,8 @@ QMessageBox::Icon boxIcon(Icon icon)
     switch (icon) {
     case Icon::Question:
         return QMessageBox::Question;
+    case Icon::Information:
+        return QMessageBox::Information;
     case Icon::Exclamation:
         return QMessageBox::Warning;
     case Icon::Critical:
