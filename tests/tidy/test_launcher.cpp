@@ -108,19 +108,19 @@ void TestLauncher::badDays()
         left);
 }
 
-// Only configuration files that exist are named, the one for this run last; what was said is kept in order.
+// Both files come to Tidy as one, what was said is kept in order.
 void TestLauncher::arguments()
 {
-    write("tidy.exe", "#!/bin/sh\npwd >&2\necho \"$@\" >&2\n");
-    write("default2.tidy", "");
+    write("tidy.exe", "#!/bin/sh\npwd >&2\ncat \"$2\" >&2\necho \"$@\" >&2\n");
+    write("default2.tidy", "wrap: 2");
+    write("default.tidy", "wrap: 1\r\ntab-size: 1\r\nwrite-back: yes\r\n");
     QCOMPARE(launch(), 0);
-    QVERIFY(content("f.txt").startsWith(QFile::encodeName(program_->path()) + '\n'));
-    QVERIFY(!content("f.txt").contains("default.tidy"));
-    write("default.tidy", "");
-    QCOMPARE(launch(), 0);
-    QVERIFY(content("f.txt").indexOf("default.tidy") < content("f.txt").indexOf("default2.tidy"));
-    QVERIFY(content("f.txt").contains("default.tidy"));
-    QVERIFY(content("f.txt").endsWith("tdyex/i.txt\n"));
+    const QByteArray said = content("f.txt");
+    QVERIFY(said.startsWith(QFile::encodeName(program_->path())
+                            + "\ntab-size: 1\nwrap: 2\nforce-output: yes\n-config "));
+    for (const char *always : {"--input-encoding utf8", "--output-encoding utf8", "--write-back no"})
+        QVERIFY(said.contains(always));
+    QVERIFY(said.endsWith("/i.txt\n"));
 }
 
 void TestLauncher::hangs()
@@ -145,7 +145,8 @@ void TestLauncher::realTidy_data()
     QTest::newRow("not Latin-1") << QByteArray("<a>\xE6\x97\xA5</a>\r\n") << QByteArray()
                                  << QByteArray("<a>\xE6\x97\xA5</a>");
     QTest::newRow("names other files")
-        << input << QByteArray("input-xml: no\noutput-file: x\nerror-file: y\nwrite-back: yes\n")
+        << input
+        << QByteArray("input-xml: no\noutput-file: x\nerror-file: x\ngnu-emacs-file: x\nwrite-back: yes\n")
         << QByteArray("<br>");
     QTest::newRow("unknown option") << input << QByteArray("input-xml: no\nno-such-thing: 1\n")
                                     << QByteArray("<br>");
@@ -165,6 +166,7 @@ void TestLauncher::realTidy()
     QCOMPARE(launch(), 0);
     QVERIFY2(content("o.txt").contains(has), content("o.txt").constData());
     QVERIFY(!content("o.txt").contains("generator"));
+    QVERIFY(!QFile::exists(program_->filePath(QStringLiteral("x"))));
     QCOMPARE(content("f.txt").contains("unknown option"), perRun.contains("no-such-thing"));
     QCOMPARE(content("i.txt"), text);
 }

@@ -1,8 +1,13 @@
 #include "tidy/launcher/run_tidy.h"
 
+#include "tidy/launcher/references.h"
+#include "tidy/launcher/run_options.h"
+#include "tidy/launcher/well_formed.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -14,6 +19,10 @@ namespace launcher {
 
 namespace {
 
+constexpr int longestLockWait = 2000; // milliseconds
+
+std::filesystem::path pathOf(const QString &name) { return QFile::encodeName(name).toStdString(); }
+
 // The files of one run. What is being written lies in a folder of the run's own until it is whole: a second
 // launcher may be at work beside this one.
 struct Run
@@ -21,37 +30,69 @@ struct Run
     explicit Run(const QString &programFolder)
         : exchange(programFolder + QStringLiteral("/tdyex")),
           scratch(exchange.filePath(QStringLiteral("run-XXXXXX")))
-    { }
+    {
+        hold();
+    }
 
     QString shared(const char *name) const { return exchange.filePath(QString::fromLatin1(name)); }
     QString own(const char *name) const { return scratch.filePath(QString::fromLatin1(name)); }
 
+    // A second name for the input keeps it in reach, and its identity from being given to another file. Where
+    // the file system has no second names a copy must do.
+    void hold()
+    {
+        std::error_code error;
+        std::filesystem::create_hard_link(pathOf(shared("i.txt")), pathOf(own("i.txt")), error);
+        linked = !error;
+        held = linked || QFile::copy(shared("i.txt"), own("i.txt"));
+    }
+
+    // Another input stands there, or none: what this run makes is wanted no longer.
+    bool superseded() const
+    {
+        std::error_code error;
+        if (linked)
+            return !std::filesystem::equivalent(pathOf(shared("i.txt")), pathOf(own("i.txt")), error);
+        return held && !QFileInfo(shared("i.txt")).isFile();
+    }
+
     QDir exchange;
     QTemporaryDir scratch;
+    bool linked = false;
+    bool held = false;
 };
 
 // Takes the other's place in one step, so that nobody sees half of it.
 bool moveOver(const QString &from, const QString &to)
 {
     std::error_code error;
-    std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(),
-                            error);
+    std::filesystem::rename(pathOf(from), pathOf(to), error);
     return !error;
 }
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? file.readAll() : QByteArray();
+}
+
+bool write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(content) == content.size();
+}
+
 // What a run leaves is settled here, whatever the configuration files say: output and messages go where the
-// launcher finds them, and the input stays as it is.
+// launcher finds them, the input stays as it is, and both are UTF-8.
 QStringList argumentsFor(const Run &run)
 {
-    QStringList arguments;
-    for (const char *name : {"default.tidy", "default2.tidy"}) {
-        if (QFileInfo(run.shared(name)).isFile())
-            arguments << QStringLiteral("-config") << run.shared(name);
-    }
+    QStringList arguments{QStringLiteral("-config"), run.own("configuration")};
+    for (const char *option : {"--input-encoding", "--output-encoding"})
+        arguments << QString::fromLatin1(option) << QStringLiteral("utf8");
     arguments << QStringLiteral("--write-back") << QStringLiteral("no");
     arguments << QStringLiteral("--output-file") << run.own("output");
     arguments << QStringLiteral("--error-file") << run.own("report");
-    return arguments << run.shared("i.txt");
+    return arguments << run.own("i.txt");
 }
 
 // Tidy ends with 0, with 1 after warnings, or with 2 after errors, when it writes only what it was forced to.
@@ -80,12 +121,31 @@ bool tidied(const Run &run, const QString &programFolder, int bound)
     return succeeded(tidy, run.own("output"));
 }
 
-void appendTo(QFile &to, const QString &path)
+// What Tidy wrote, as the options mean it.
+bool finished(const Run &run, const RunOptions &options)
 {
-    QFile from(path);
-    if (from.open(QIODevice::ReadOnly))
-        to.write(from.readAll());
+    const bool xml = options.output == Output::Xml || options.output == Output::Xhtml;
+    if (!xml && options.alphabet == Alphabet::Unicode)
+        return true;
+    QByteArray text = contentOf(run.own("output"));
+    if (xml)
+        text = wellFormed(text);
+    text = withReferences(text, options.alphabet, options.namedReferences);
+    return !text.isEmpty() && write(run.own("output"), text);
 }
+
+bool converted(const Run &run, const QString &programFolder, int bound)
+{
+    if (!run.scratch.isValid() || !run.held)
+        return false;
+    const QList<QByteArray> files{contentOf(run.shared("default.tidy")),
+                                  contentOf(run.shared("default2.tidy"))};
+    const RunOptions options = reconciledOptions(files, contentOf(run.own("i.txt")));
+    return write(run.own("configuration"), options.configuration) && tidied(run, programFolder, bound)
+        && finished(run, options);
+}
+
+void appendTo(QFile &to, const QString &path) { to.write(contentOf(path)); }
 
 // What Tidy said about its options stands before what it said about the text.
 void leaveReport(const Run &run)
@@ -119,9 +179,12 @@ bool leaveMarker(const Run &run)
 bool runTidy(const QString &programFolder, int boundInMilliseconds)
 {
     const Run run(QDir(programFolder).absolutePath());
-    const bool done = run.scratch.isValid() && tidied(run, programFolder, boundInMilliseconds)
-        && moveOver(run.own("output"), run.shared("o.txt"));
-    if (!done)
+    const bool done = converted(run, programFolder, boundInMilliseconds);
+    QLockFile lock(run.shared("lock"));
+    lock.tryLock(longestLockWait);
+    if (run.superseded())
+        return true;
+    if (!done || !moveOver(run.own("output"), run.shared("o.txt")))
         leaveInput(run);
     leaveReport(run);
     return leaveMarker(run);

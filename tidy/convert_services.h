@@ -1,0 +1,30 @@
+// What the Convert and Tidy dialog needs of the window that owns it.
+#pragma once
+
+#include "tidy/tidy_messages.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace dialogs {
+class Dialogs;
+}
+
+namespace tidy {
+
+struct ConvertServices
+{
+    QString programFolder;
+    dialogs::Dialogs &dialogs;
+    std::function<QByteArray()> currentText; // the editor's whole text, UTF-8
+    std::function<QString()> currentPath; // where that text stands; what it refers to is found beside it
+    std::function<void(const QByteArray &)> runTidy; // starts a run and returns at once
+
+    // What a transformation said. A place that is not in the current text is part of the message's text.
+    std::function<void(const std::vector<Message> &)> showMessages;
+};
+
+} // namespace tidy

@@ -1,0 +1,43 @@
+#include "tidy/convert_transformation.h"
+
+#include "platform/files/file_helpers.h"
+#include "platform/files/text_file.h"
+
+namespace tidy {
+
+namespace {
+
+QString placeName(const TransformMessage &message, const QString &file)
+{
+    const QString path = message.place == TransformPlace::OtherFile ? message.file : file;
+    return QStringLiteral("%1, line %2: ").arg(files::fileNameOf(path)).arg(message.line);
+}
+
+} // namespace
+
+Transformation transformWithFile(CurrentTextIs role, const TransformInput &current, const QString &file)
+{
+    const QString path = files::systemPath(file);
+    const auto loaded = files::readTextFile(path);
+    if (!loaded)
+        return {platform::Failure{loaded.reason()}, {}};
+    const TransformInput other{loaded->utf8, path};
+    return role == CurrentTextIs::Xml ? transform(current, other) : transform(other, current);
+}
+
+std::vector<Message> messagesOfCurrent(const std::vector<TransformMessage> &messages, CurrentTextIs role,
+                                       const QString &file)
+{
+    const TransformPlace here
+        = role == CurrentTextIs::Xml ? TransformPlace::Document : TransformPlace::StyleSheet;
+    std::vector<Message> out;
+    for (const TransformMessage &message : messages) {
+        const bool isHere = message.place == here;
+        const bool isNowhere = message.place == TransformPlace::Nowhere;
+        out.push_back({isHere ? message.line : 0, isHere ? 1 : 0, message.severity,
+                       isHere || isNowhere ? message.text : placeName(message, file) + message.text});
+    }
+    return out;
+}
+
+} // namespace tidy

@@ -1,0 +1,288 @@
+#include "tidy/frmconvrtr.h"
+
+#include "platform/dialogs/dialogs.h"
+#include "platform/files/file_helpers.h"
+#include "tidy/config_files.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace tidy {
+
+namespace {
+
+constexpr int usualWidth = 560; // pixels
+
+// What the two files differ in.
+struct FileSide
+{
+    const char *filter;
+    const char *missing;
+    const char *accessibleName;
+};
+
+constexpr FileSide sides[] = {
+    {"XML Documents (*.xml)|*.xml|All files (*.*)|*.*", "You need to select a valid XML file!", "XML file"},
+    {"XSLT Stylesheets (*.xsl;*.xslt)|*.xsl;*.xslt|All files (*.*)|*.*",
+     "You need to select a valid XSL file!", "XSL file"},
+};
+
+template <typename Control>
+Control *named(const QString &name, Control *control)
+{
+    control->setObjectName(name);
+    return control;
+}
+
+QComboBox *list(const QString &name, const QStringList &items, QWidget *parent)
+{
+    auto *box = named(name, new QComboBox(parent));
+    box->addItems(items);
+    return box;
+}
+
+QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *made = named(name, new QPushButton(caption, parent));
+    made->setAutoDefault(false);
+    return made;
+}
+
+QLabel *captionFor(QWidget *control, const QString &caption, QWidget *parent)
+{
+    auto *label = new QLabel(caption, parent);
+    label->setBuddy(control);
+    return label;
+}
+
+// How far the caption of an option button stands in.
+int radioIndent(const QWidget &widget)
+{
+    const QStyle &style = *widget.style();
+    return style.pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, &widget)
+        + style.pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, &widget);
+}
+
+// The busy pointer for as long as it lives.
+class Hourglass
+{
+public:
+    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
+    Hourglass(const Hourglass &) = delete;
+    Hourglass &operator=(const Hourglass &) = delete;
+};
+
+} // namespace
+
+frmconvrtr::frmconvrtr(const ConvertServices &services, QWidget *parent)
+    : QDialog(parent), services_(services)
+{
+    setObjectName(QStringLiteral("frmconvrtr"));
+    setWindowTitle(QStringLiteral("Convert and Tidy"));
+    setWindowModality(Qt::WindowModal);
+    makeControls();
+    layOut();
+    connectControls();
+    optjob[0]->setChecked(true);
+    optxml[0]->setChecked(true);
+    enableControls();
+    optjob[0]->setFocus();
+}
+
+void frmconvrtr::makeControls()
+{
+    optjob[0] = named(QStringLiteral("optjob0"),
+                      new QRadioButton(QStringLiteral("Convert current code into Well-formed Code:"), this));
+    optjob[1] = named(QStringLiteral("optjob1"),
+                      new QRadioButton(QStringLiteral("Convert XML + XSL into HTML:"), this));
+    cmbinput = list(QStringLiteral("cmbinput"),
+                    {QStringLiteral("xml"), QStringLiteral("html"), QStringLiteral("xhtml")}, this);
+    cmboutput = list(QStringLiteral("cmboutput"),
+                     {QStringLiteral("Well-formed xml"), QStringLiteral("Well-formed html"),
+                      QStringLiteral("Well-formed xhtml")},
+                     this);
+    optxml[0] = named(QStringLiteral("optxml0"), new QRadioButton(QStringLiteral("Current Code."), this));
+    optxml[1] = named(QStringLiteral("optxml1"), new QRadioButton(QStringLiteral("Select file:"), this));
+    for (int index : {0, 1}) {
+        txtfile[index] = named(QStringLiteral("txtfile%1").arg(index), new QLineEdit(this));
+        txtfile[index]->setAccessibleName(QString::fromLatin1(sides[index].accessibleName));
+        cmdbrowse[index] = button(QStringLiteral("cmdbrowse%1").arg(index), QStringLiteral("..."), this);
+        cmdbrowse[index]->setAccessibleName(QStringLiteral("Browse for the ")
+                                            + QString::fromLatin1(sides[index].accessibleName));
+        cmdbrowse[index]->setFixedWidth(cmdbrowse[index]->sizeHint().height() * 3 / 2);
+        cmdbrowse[index]->setToolTip(cmdbrowse[index]->accessibleName());
+    }
+    lblxsl = named(QStringLiteral("lblxsl"), new QLabel(this));
+    lblxsl->setContentsMargins(radioIndent(*this), 0, 0, 0);
+    lblfailure = named(QStringLiteral("lblfailure"), new QLabel(this));
+    lblfailure->setWordWrap(true);
+    lblfailure->setTextFormat(Qt::PlainText);
+    lblfailure->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    OKButton = button(QStringLiteral("OKButton"), QStringLiteral("Convert"), this);
+    CancelButton = button(QStringLiteral("CancelButton"), QStringLiteral("Cancel"), this);
+    OKButton->setDefault(true);
+}
+
+void frmconvrtr::layOut()
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(optjob[0]);
+    layout->addWidget(jobs_[0] = firstJob());
+    layout->addSpacing(layout->spacing());
+    layout->addWidget(optjob[1]);
+    layout->addWidget(jobs_[1] = secondJob());
+    layout->addWidget(lblfailure);
+    layout->addStretch();
+    auto *buttons = new QHBoxLayout;
+    layout->addLayout(buttons);
+    buttons->addStretch();
+    buttons->addWidget(OKButton);
+    buttons->addWidget(CancelButton);
+    lblfailure->hide();
+    resize(usualWidth, sizeHint().height());
+}
+
+// A job's controls stand under its button, indented by the button's own circle.
+QWidget *frmconvrtr::firstJob()
+{
+    auto *job = new QWidget(this);
+    auto *grid = new QGridLayout(job);
+    grid->setContentsMargins(radioIndent(*this), 0, 0, 0);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(captionFor(cmbinput, QStringLiteral("Current Code:"), job), 0, 0);
+    grid->addWidget(cmbinput, 0, 1);
+    grid->addWidget(captionFor(cmboutput, QStringLiteral("Output Code:"), job), 1, 0);
+    grid->addWidget(cmboutput, 1, 1);
+    return job;
+}
+
+QWidget *frmconvrtr::secondJob()
+{
+    auto *job = new QWidget(this);
+    auto *grid = new QGridLayout(job);
+    grid->setContentsMargins(jobs_[0]->layout()->contentsMargins());
+    grid->setColumnStretch(2, 1);
+    grid->addWidget(new QLabel(QStringLiteral("XML:"), job), 0, 0);
+    grid->addWidget(optxml[0], 0, 1, 1, 2);
+    grid->addWidget(optxml[1], 1, 1);
+    grid->addWidget(txtfile[0], 1, 2);
+    grid->addWidget(cmdbrowse[0], 1, 3);
+    grid->addWidget(new QLabel(QStringLiteral("XSL:"), job), 2, 0);
+    grid->addWidget(lblxsl, 2, 1);
+    grid->addWidget(txtfile[1], 2, 2);
+    grid->addWidget(cmdbrowse[1], 2, 3);
+    auto *source = new QButtonGroup(job);
+    source->addButton(optxml[0]);
+    source->addButton(optxml[1]);
+    auto *jobs = new QButtonGroup(this);
+    jobs->addButton(optjob[0]);
+    jobs->addButton(optjob[1]);
+    return job;
+}
+
+void frmconvrtr::connectControls()
+{
+    for (QRadioButton *option : {optjob[0], optxml[0]})
+        connect(option, &QRadioButton::toggled, this, &frmconvrtr::enableControls);
+    for (int index : {0, 1}) {
+        connect(cmdbrowse[index], &QPushButton::clicked, this, [this, index] { cmdbrowse_Click(index); });
+        connect(txtfile[index], &QLineEdit::textChanged, this, [this] { fail({}); });
+    }
+    connect(OKButton, &QPushButton::clicked, this, &frmconvrtr::accept);
+    connect(CancelButton, &QPushButton::clicked, this, &frmconvrtr::reject);
+}
+
+void frmconvrtr::enableControls()
+{
+    const bool xmlIsCurrent = optxml[0]->isChecked();
+    jobs_[0]->setEnabled(optjob[0]->isChecked());
+    jobs_[1]->setEnabled(optjob[1]->isChecked());
+    cmdbrowse[0]->setEnabled(!xmlIsCurrent);
+    txtfile[1]->setEnabled(xmlIsCurrent);
+    cmdbrowse[1]->setEnabled(xmlIsCurrent);
+    lblxsl->setText(xmlIsCurrent ? QStringLiteral("Select file:") : QStringLiteral("Current Code."));
+    lblxsl->setAlignment(Qt::AlignVCenter | (xmlIsCurrent ? Qt::AlignLeft : Qt::AlignHCenter));
+    fail({});
+}
+
+void frmconvrtr::accept()
+{
+    fail({});
+    if (optjob[0]->isChecked())
+        rnfrst();
+    else
+        transformAndRun();
+}
+
+void frmconvrtr::rnfrst()
+{
+    const auto written = writeConversionOptions(services_.programFolder, InputKind(cmbinput->currentIndex()),
+                                                OutputKind(cmboutput->currentIndex()));
+    if (!written)
+        return fail(written.reason());
+    services_.runTidy(services_.currentText());
+    QDialog::accept();
+}
+
+void frmconvrtr::transformAndRun()
+{
+    const CurrentTextIs role = optxml[0]->isChecked() ? CurrentTextIs::Xml : CurrentTextIs::StyleSheet;
+    const int side = role == CurrentTextIs::Xml ? 1 : 0;
+    if (refuseMissingFile(side))
+        return;
+    const QString file = txtfile[side]->text();
+    const Hourglass hourglass;
+    const Transformation done
+        = transformWithFile(role, {services_.currentText(), services_.currentPath()}, file);
+    services_.showMessages(messagesOfCurrent(done.messages, role, file));
+    if (!done.markup)
+        return fail(done.markup.reason());
+    if (const auto written = writeTransformationOptions(services_.programFolder); !written)
+        return fail(written.reason());
+    services_.runTidy(*done.markup);
+    QDialog::accept();
+}
+
+bool frmconvrtr::refuseMissingFile(int index)
+{
+    const QString file = txtfile[index]->text();
+    if (!file.isEmpty() && files::fileExists(file))
+        return false;
+    services_.dialogs.message(dialogs::Icon::Information, dialogs::Buttons::Ok,
+                              QString::fromLatin1(sides[index].missing));
+    cmdbrowse_Click(index);
+    return true;
+}
+
+// Asked again until there is such a file, or the question is dismissed.
+void frmconvrtr::cmdbrowse_Click(int index)
+{
+    QString path;
+    do {
+        path = services_.dialogs.openFile(QStringLiteral("Open"), QString::fromLatin1(sides[index].filter));
+        if (path.isEmpty())
+            return;
+    } while (!files::fileExists(path));
+    txtfile[index]->setText(path);
+}
+
+void frmconvrtr::fail(const QString &reason)
+{
+    lblfailure->setText(reason);
+    lblfailure->setVisible(!reason.isEmpty());
+    if (reason.isEmpty() || !isVisible())
+        return;
+    layout()->activate(); // makes room for the line, and no more
+    resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
+}
+
+} // namespace tidy

@@ -1,0 +1,35 @@
+// What Tidy said about a text, out of its report.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+namespace tidy {
+
+enum class Severity
+{
+    Information, // summaries, advice, and what was said of the options
+    Warning,
+    Error
+};
+
+struct Message
+{
+    int line = 0; // 1-based in the text that was given to Tidy; 0 when it is about no place
+    int column = 0; // 1-based; 0 with line 0
+    Severity severity = Severity::Information;
+    QString text;
+
+    bool operator==(const Message &) const = default;
+};
+
+// A large text of many faults fills a report beyond what anybody reads.
+inline constexpr int mostMessages = 10'000;
+
+// The messages of a report (UTF-8), in its order, in either of the two formats that Tidy writes. Blank lines
+// are left out. Beyond the most, a last message says how many lines more there are.
+std::vector<Message> messagesIn(const QByteArray &report);
+
+} // namespace tidy

@@ -1,0 +1,79 @@
+// Running Tidy on a piece of markup: the text goes into the exchange folder, the launcher is started, and a
+// timer watches for the marker that says the output is complete. The output then takes the place of the
+// editor's text.
+#pragma once
+
+#include "tidy/tidy_messages.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <vector>
+
+namespace control {
+class EditorControl;
+}
+namespace shell {
+class Shell;
+}
+
+namespace tidy {
+
+// The main window's progress bar, 0 to 100.
+class ProgressBar
+{
+public:
+    virtual ~ProgressBar() = default;
+    virtual void showProgress(int value) = 0; // shows the bar when it is hidden
+    virtual void hideProgress() = 0;
+};
+
+// One at most is in progress; a second one started meanwhile takes the first one's place. The editor, the
+// bar and the shell must outlive the object.
+class TidyRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    TidyRun(const QString &programFolder, control::EditorControl &editor, ProgressBar &bar,
+            shell::Shell &shell, QObject *parent = nullptr);
+
+    // Starts a run on markup (UTF-8) with the options of the two configuration files, and returns at once.
+    // Where the exchange files cannot be prepared nothing is started and a note says why: what an earlier run
+    // left must not pass for this one's. A launcher that cannot be started is noted as well, and waited for.
+    void start(const QByteArray &markup);
+
+    bool inProgress() const { return timer_.isActive(); }
+
+    // What Tidy said in the last run that ended; empty before the first.
+    const std::vector<Message> &messages() const { return messages_; }
+
+public Q_SLOTS:
+    // One step of the watch; the timer's, every 100 ms while a run is in progress.
+    void tick();
+
+Q_SIGNALS:
+    // The run is over: the editor's text is replaced, or the note says why not.
+    void finished();
+
+    // One line for the status bar: something was skipped.
+    void note(const QString &line);
+
+private:
+    bool handOver(const QByteArray &markup);
+    void complete();
+    void takeOutput();
+    QString exchangeFile(const char *name) const;
+
+    QString folder_;
+    control::EditorControl &editor_;
+    ProgressBar &bar_;
+    shell::Shell &shell_;
+    QTimer timer_;
+    int progress_ = 0;
+    std::vector<Message> messages_;
+};
+
+} // namespace tidy

@@ -1,0 +1,66 @@
+// A document and a style sheet make a result. Style sheets come from anywhere, so that one can neither reach
+// the network nor write a file, and none runs for ever.
+#pragma once
+
+#include "platform/result.h"
+#include "tidy/tidy_messages.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+namespace tidy {
+
+// A text that takes part, and the path it stands at or would be saved to: what it refers to (imports,
+// includes, document(), entities) is looked for beside that path.
+struct TransformInput
+{
+    QByteArray utf8;
+    QString path;
+};
+
+// How much a transformation may do, in counts and not in seconds: the same sheet ends the same way on every
+// machine. The usual bounds allow for documents of many megabytes and end a loop within seconds.
+struct TransformBounds
+{
+    int depth = 2000; // templates within templates
+    unsigned long instructions = 20'000'000; // of the style sheet
+    unsigned long steps = 1'000'000'000; // of its expressions
+};
+
+// Which text a message's line counts in.
+enum class TransformPlace
+{
+    Nowhere, // line is 0
+    Document,
+    StyleSheet,
+    OtherFile
+};
+
+struct TransformMessage
+{
+    Severity severity = Severity::Error;
+    TransformPlace place = TransformPlace::Nowhere;
+    int line = 0; // 1-based
+    QString file; // of OtherFile only
+    QString text; // one or more lines, without a final line break
+
+    bool operator==(const TransformMessage &) const = default;
+};
+
+struct Transformation
+{
+    // The markup of the result's node at position 1, as a reader of HTML takes it: where the result is one
+    // element and nothing else, its declaration stands at position 0 and the element at 1. The failure
+    // otherwise: a text that did not parse, an error, a bound, or no such node.
+    platform::Result<QByteArray> markup;
+
+    // xsl:message and errors, in the order they came; never printed.
+    std::vector<TransformMessage> messages;
+};
+
+Transformation transform(const TransformInput &document, const TransformInput &styleSheet,
+                         const TransformBounds &bounds = {});
+
+} // namespace tidy
