@@ -130,6 +130,8 @@ constexpr Command commands[] = {
     {.menu = "mnumacro", .name = "mnuCleaningOptions", .caption = "Convert and Tidy Options", .icon = "configure"},
     {.menu = "mnumacro", .caption = "-"},
     {.menu = "mnumacro", .name = "mnumacrop", .caption = "Macro", .submenu = true},
+    {.menu = "mnumacro", .caption = "-"},
+    {.menu = "mnumacro", .name = "mnutidymessages", .caption = "Tidy Messages", .icon = "dialog-messages"},
     {.menu = "mnumacrop", .name = "createmac", .caption = "Create Macro", .icon = "media-record", .editorCommand = 213},
     {.menu = "mnumacrop", .name = "savmac", .caption = "&Save Macro's", .icon = "document-save"},
     {.menu = "mnumacrop", .name = "runmac", .caption = "Run Macro", .icon = "media-playback-start", .submenu = true},

@@ -5,6 +5,7 @@
 #include "app/node_images.h"
 #include "app/quick_tags_host.h"
 #include "app/status_bar.h"
+#include "app/tidy_host.h"
 #include "app/toolbars.h"
 #include "app/view_frame.h"
 #include "platform/browser/web_browser.h"
@@ -68,6 +69,7 @@ mainfrm::mainfrm(const Outside &outside)
 // The tree looks into the document to the last, so it goes before the session does.
 mainfrm::~mainfrm()
 {
+    tidy_.reset();
     quickTags_.reset();
     delete TreeView1;
     nodeEditing_.reset();
@@ -129,6 +131,15 @@ void mainfrm::editNodes()
         .note = [this](const QString &text) { note(text); },
     });
     quickTags_ = std::make_unique<QuickTagsHost>(*nodes_, *CodeMax1, [this] { return currentTab(); });
+    tidy_ = std::make_unique<TidyHost>(TidyHost::Around{
+        .window = *this,
+        .editor = *CodeMax1,
+        .bar = *frame_->progressBar(),
+        .dialogs = dialogs_,
+        .shell = shell_,
+        .currentPath = [this] { return session_->state().CurrentFilePath; },
+        .note = [this](const QString &text) { note(text); },
+    });
 }
 
 void mainfrm::prelodr(const QStringList &arguments)

@@ -37,6 +37,7 @@ namespace app {
 class FileDrop;
 class NodeEditing;
 class QuickTagsHost;
+class TidyHost;
 class StatusBar;
 class ViewFrame;
 
@@ -102,6 +103,9 @@ private:
     void helpSearch();
     void about();
     void quickTags();
+    void convertAndTidy();
+    void tidyOptions();
+    void tidyMessages();
     void browseBack();
     void browseForward();
     void browseReload();
@@ -134,6 +138,7 @@ private:
     std::unique_ptr<tree::NodeCommands> nodes_;
     std::unique_ptr<NodeEditing> nodeEditing_;
     std::unique_ptr<QuickTagsHost> quickTags_;
+    std::unique_ptr<TidyHost> tidy_;
     std::unique_ptr<FileDrop> drops_;
     int tab_ = document::NormalMode; // the one that the last switch led to
     bool left_ = false;

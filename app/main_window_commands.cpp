@@ -2,6 +2,7 @@
 #include "app/about.h"
 #include "app/main_window.h"
 #include "app/quick_tags_host.h"
+#include "app/tidy_host.h"
 #include "platform/browser/web_browser.h"
 
 namespace app {
@@ -24,6 +25,9 @@ void mainfrm::bindCommands()
         {"mnuxmlmode", &mainfrm::xmlMode},
         {"mnupreview", &mainfrm::preview},
         {"mnuQuicktag", &mainfrm::quickTags},
+        {"mnucleancod", &mainfrm::convertAndTidy},
+        {"mnuCleaningOptions", &mainfrm::tidyOptions},
+        {"mnutidymessages", &mainfrm::tidyMessages},
         {"mnucontenets", &mainfrm::helpContents},
         {"mnuindex", &mainfrm::helpIndex},
         {"mnuSearch", &mainfrm::helpSearch},
@@ -69,6 +73,12 @@ void mainfrm::about()
 }
 
 void mainfrm::quickTags() { quickTags_->show(this); }
+
+void mainfrm::convertAndTidy() { tidy_->convert(); }
+
+void mainfrm::tidyOptions() { tidy_->editOptions(); }
+
+void mainfrm::tidyMessages() { tidy_->showMessages(); }
 
 void mainfrm::browseBack() { WebBrowser1->back(); }
 

@@ -140,6 +140,8 @@ mnumacro &Tools
       mac_10 Macro 10
     -
     mnuRepeatCount Repeat Count
+  -
+  mnutidymessages Tidy Messages
 mnuview &View
   mnunormalmod Normal Mode
   mnuxmlmode XML Mode
