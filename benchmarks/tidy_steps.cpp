@@ -1,0 +1,98 @@
+#include "benchmarks/tidy_steps.h"
+
+#include "benchmarks/measure.h"
+
+#include "platform/control/code_editor.h"
+#include "platform/system/shell.h"
+#include "tidy/config_files.h"
+#include "tidy/tidy_run.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+namespace bench {
+
+namespace {
+
+constexpr double pollingInterval = 100; // milliseconds between two looks for the end of a run
+
+class HelperShell : public shell::Shell
+{
+public:
+    platform::Result<void> open(const QString &) override { return {}; }
+    platform::Result<void> start(const QString &program, const QString &workingFolder) override
+    {
+        return shell::startDetached(program, workingFolder);
+    }
+};
+
+class NoBar : public tidy::ProgressBar
+{
+public:
+    void showProgress(int) override { }
+    void hideProgress() override { }
+};
+
+QByteArray makePage(qsizetype bytes)
+{
+    QByteArray page = "<html><head><title>Page</title>\n<body bgcolor=white>\n";
+    for (int i = 1; page.size() < bytes; ++i)
+        page += "<p>Paragraph " + QByteArray::number(i)
+            + " of <b>many<i> & more</b></i>\n<ul><li>one<li>two &eacute;</ul>\n";
+    return page;
+}
+
+// A program folder of the benchmark's own, with the launcher and Tidy in it.
+bool layOut(const QDir &folder)
+{
+    folder.mkpath(QStringLiteral("tdyex"));
+    for (const char *name : {"proclltidy.exe", "tidy.exe", "default.tidy"}) {
+        const QString file = QStringLiteral("tdyex/") + QLatin1StringView(name);
+        if (!QFile::copy(QStringLiteral(XE_PROGRAM_FOLDER "/") + file, folder.filePath(file)))
+            return false;
+    }
+    return bool(tidy::writeConversionOptions(folder.path(), tidy::InputKind::Html, tidy::OutputKind::Xml));
+}
+
+double bareTidy(const QDir &folder, const QByteArray &page)
+{
+    const QString input = folder.filePath(QStringLiteral("page.html"));
+    QFile file(input);
+    if (!file.open(QIODevice::WriteOnly) || file.write(page) != page.size())
+        return 0;
+    file.close();
+    const QString output = folder.filePath(QStringLiteral("page.xml"));
+    return milliseconds([&] {
+        QProcess::execute(folder.filePath(QStringLiteral("tdyex/tidy.exe")),
+                          {QStringLiteral("-q"), QStringLiteral("-utf8"), QStringLiteral("-asxml"),
+                           QStringLiteral("-o"), output, QStringLiteral("--show-warnings"),
+                           QStringLiteral("no"), input});
+    });
+}
+
+} // namespace
+
+void measureTidy(const QDir &folder, int megabytes)
+{
+    if (!layOut(folder))
+        return print(QStringLiteral("Tidy is not laid out"), 0, {});
+    const QByteArray page = makePage(qsizetype(megabytes) * 1'000'000);
+    const double bare = bareTidy(folder, page);
+    control::CodeEditor editor;
+    editor.loadText(page);
+    HelperShell shell;
+    NoBar bar;
+    tidy::TidyRun run(folder.path(), editor, bar, shell);
+    const double time = milliseconds([&] {
+        run.start(editor.text());
+        while (run.inProgress())
+            QTest::qWait(1);
+    });
+    print(QStringLiteral("yardstick: bare tidy, HTML to XML"), bare, QStringLiteral("ms"));
+    print(QStringLiteral("convert HTML to XML until the text is shown"), time, QStringLiteral("ms"),
+          ratio(time, bare, "bare tidy")
+              + ratio(time - pollingInterval, bare, "bare tidy without a polling interval"));
+}
+
+} // namespace bench
