@@ -63,11 +63,13 @@ double bareTidy(const QDir &folder, const QByteArray &page)
         return 0;
     file.close();
     const QString output = folder.filePath(QStringLiteral("page.xml"));
+    const QString messages = folder.filePath(QStringLiteral("page.txt"));
     return milliseconds([&] {
         QProcess::execute(folder.filePath(QStringLiteral("tdyex/tidy.exe")),
-                          {QStringLiteral("-q"), QStringLiteral("-utf8"), QStringLiteral("-asxml"),
-                           QStringLiteral("-o"), output, QStringLiteral("--show-warnings"),
-                           QStringLiteral("no"), input});
+                          {QStringLiteral("-utf8"), QStringLiteral("-config"),
+                           folder.filePath(QStringLiteral("tdyex/default.tidy")), QStringLiteral("-config"),
+                           folder.filePath(QStringLiteral("tdyex/default2.tidy")), QStringLiteral("-f"),
+                           messages, QStringLiteral("-o"), output, input});
     });
 }
 
