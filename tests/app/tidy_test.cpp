@@ -42,6 +42,7 @@ class TidyTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void cleanupTestCase() { main_.reset(); } // while there is still an application
     void pages_data();
     void pages();
     void aRunThatFailsKeepsTheText();
