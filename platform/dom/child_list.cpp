@@ -7,19 +7,10 @@
 
 namespace dom {
 
-namespace {
-
-bool isTextLike(NodeKind kind)
-{
-    return kind == NodeKind::Text || kind == NodeKind::CData || kind == NodeKind::EntityReference;
-}
-
-} // namespace
-
 // Text that was put on a line of its own among elements on theirs does not make a paragraph of them.
-bool ChildList::mixes(const Node &node)
+bool ChildList::mixes(NodeKind kind, QByteArrayView lead)
 {
-    return isTextLike(node.kind()) && !node.lead().contains('\n') && !node.lead().contains('\r');
+    return isTextLike(kind) && !lead.contains('\n') && !lead.contains('\r');
 }
 
 void ChildList::addBlock(std::unique_ptr<Block> block)
@@ -147,7 +138,7 @@ void ChildList::insert(qsizetype index, Node *node)
     block->nodes.insert(block->nodes.begin() + (index - block->firstIndex), node);
     block->count += 1;
     block->dirty = true;
-    block->hasText = block->hasText || mixes(*node);
+    block->hasText = block->hasText || mixes(node->kind(), node->lead());
     block->subtreeNodes += node->subtreeCount_;
     node->block_ = block;
     node->parent_ = owner_;
@@ -168,7 +159,7 @@ void ChildList::remove(qsizetype index)
     block->dirty = true;
     block->subtreeNodes -= node->subtreeCount_;
     block->hasText = std::any_of(block->nodes.begin(), block->nodes.end(),
-                                 [](const Node *other) { return mixes(*other); });
+                                 [](const Node *other) { return mixes(other->kind(), other->lead()); });
     node->block_ = nullptr;
     node->parent_ = nullptr;
     count_ -= 1;
@@ -196,7 +187,7 @@ void ChildList::split(Block &block)
         for (Node *node : part->nodes) {
             node->block_ = part;
             part->subtreeNodes += node->subtreeCount_;
-            part->hasText = part->hasText || mixes(*node);
+            part->hasText = part->hasText || mixes(node->kind(), node->lead());
         }
     }
     const qsizetype position = block.position + 1;

@@ -6,6 +6,7 @@
 // whole.
 #pragma once
 
+#include "platform/dom/node_kind.h"
 #include "platform/dom/text.h"
 
 #include <QtGlobal>
@@ -41,6 +42,9 @@ public:
 
     explicit ChildList(Node *owner) : owner_(owner) { }
 
+    // Whether such a child makes the content around it mixed content; lead is the layout before it.
+    static bool mixes(NodeKind kind, QByteArrayView lead);
+
     qsizetype count() const { return count_; }
     Node *at(qsizetype index);
     bool hasChildrenAt(qsizetype index);
@@ -62,7 +66,6 @@ public:
     Node *owner() const { return owner_; }
 
 private:
-    static bool mixes(const Node &node); // makes the content around it mixed content
     Block *blockOf(qsizetype index); // null when out of range
     void make(Block &block);
     void refreshIndices();

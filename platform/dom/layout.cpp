@@ -30,11 +30,6 @@ QByteArray withoutLineBreak(QByteArray line)
     return line;
 }
 
-bool runsInline(NodeKind kind)
-{
-    return kind == NodeKind::Text || kind == NodeKind::CData || kind == NodeKind::EntityReference;
-}
-
 constexpr char usualIndent[] = "  ";
 
 } // namespace
@@ -77,7 +72,7 @@ Layout::Placement Layout::place(const Node &parent, const Node &node, const Node
 
 Layout::Placement Layout::placeInEmpty(const Node &parent, const Node &node)
 {
-    if (runsInline(node.kind()))
+    if (isTextLike(node.kind()))
         return {{}, QByteArray()};
     const bool tailBreaks = lastLineBreak(parent.tail()) >= 0;
     const std::optional<QByteArray> indent = indentOf(parent);

@@ -1,12 +1,21 @@
 // What XML allows in names and characters.
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 
 namespace dom {
 
 // XML's blanks: space, tab, carriage return, line feed.
 constexpr bool isBlank(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+
+// Where the blanks at from end.
+inline qsizetype skipBlanks(QByteArrayView text, qsizetype from)
+{
+    while (from < text.size() && isBlank(text[from]))
+        ++from;
+    return from;
+}
 
 // Every character may stand in a document; false for controls, lone surrogates, U+FFFE and U+FFFF.
 bool allCharactersAllowed(QStringView text);

@@ -35,13 +35,6 @@ qsizetype nameEnd(QByteArrayView text, qsizetype from)
     return from;
 }
 
-qsizetype skipBlanks(QByteArrayView text, qsizetype from)
-{
-    while (from < text.size() && isBlank(text[from]))
-        ++from;
-    return from;
-}
-
 QByteArrayView instructionData(QByteArrayView content)
 {
     return content.sliced(skipBlanks(content, nameEnd(content, 0)));

@@ -25,21 +25,13 @@ public:
             block_->firstOrdinal = ordinal_;
             block_->span.begin = child.whole.begin - child.leadSize;
         }
-        block_->hasText = block_->hasText || mixes(child);
+        const Span lead{child.whole.begin - child.leadSize, child.whole.begin};
+        block_->hasText = block_->hasText || ChildList::mixes(child.kind, source_.view(lead));
         block_->haveChildren |= quint64(child.nodes > 1) << block_->count;
         block_->count += 1;
         block_->subtreeNodes += child.nodes;
         block_->span.end = child.whole.end;
         ordinal_ += child.nodes;
-    }
-
-    // As ChildList::mixes has it of nodes.
-    bool mixes(const ScannedChild &child) const
-    {
-        const bool isText = child.kind == NodeKind::Text || child.kind == NodeKind::CData
-            || child.kind == NodeKind::EntityReference;
-        const QByteArrayView lead = source_.view({child.whole.begin - child.leadSize, child.whole.begin});
-        return isText && !lead.contains('\n') && !lead.contains('\r');
     }
 
     void flush()

@@ -16,4 +16,10 @@ enum class NodeKind : quint8
     DocumentType,
 };
 
+// Runs in a line as text does: text, CDATA, entity references.
+constexpr bool isTextLike(NodeKind kind)
+{
+    return kind == NodeKind::Text || kind == NodeKind::CData || kind == NodeKind::EntityReference;
+}
+
 } // namespace dom

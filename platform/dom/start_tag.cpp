@@ -8,13 +8,6 @@ namespace dom {
 
 namespace {
 
-qsizetype skipBlanks(QByteArrayView text, qsizetype at)
-{
-    while (at < text.size() && isBlank(text[at]))
-        ++at;
-    return at;
-}
-
 bool endsName(char c) { return isBlank(c) || c == '=' || c == '>' || c == '/'; }
 
 qsizetype skipName(QByteArrayView text, qsizetype at)
