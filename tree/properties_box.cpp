@@ -57,7 +57,10 @@ CodeEditor *makeBox(const QString &name, const QString &accessibleName, QWidget 
     box->setObjectName(name);
     box->setAccessibleName(accessibleName);
     box->setFrameShape(QFrame::StyledPanel);
-    box->setLineNumbersShown(false);
+    control::EditorProperties plain = box->properties();
+    plain.lineNumbering = false;
+    plain.leftMargin = false;
+    box->setProperties(plain);
     for (const int command : {cancelSelection, openLineBelow})
         box->shortcuts().setShortcuts(command, {});
     QObject::connect(box, &CodeEditor::contextMenuRequested, box,

@@ -3,9 +3,7 @@
 #include "platform/control/code_editor.h"
 #include "platform/control/editor_look.h"
 
-#include <QEvent>
 #include <algorithm>
-#include <array>
 #include <span>
 
 namespace control {
@@ -14,39 +12,33 @@ namespace {
 
 using S = QsciScintillaBase;
 
-// The styles of markup whose colours the parts of a program take, so that both look alike in every palette.
-enum MarkupStyle
-{
-    NumberAs = 1, // a tag
-    WordAs = 12, // an instruction
-    CommentAs = 9,
-    StringAs = 10, // an entity
-    DirectiveAs = 3, // an attribute
-    FaultyAs = 26
-};
-
 struct CodeStyle
 {
     int style; // a number of the language's lexer
-    MarkupStyle like;
+    Token token;
 };
 
 constexpr CodeStyle cStyles[] = {
-    {1, CommentAs},  {2, CommentAs}, {3, CommentAs},   {4, NumberAs},   {5, WordAs},    {6, StringAs},
-    {7, StringAs},   {8, NumberAs},  {9, DirectiveAs}, {12, FaultyAs},  {13, StringAs}, {14, StringAs},
-    {15, CommentAs}, {16, WordAs},   {17, CommentAs},  {18, CommentAs}, {20, StringAs},
+    {1, Token::Comment},  {2, Token::Comment},   {3, Token::Comment},  {4, Token::Number},
+    {5, Token::Keyword},  {6, Token::String},    {7, Token::String},   {8, Token::Number},
+    {9, Token::Scope},    {10, Token::Operator}, {12, Token::String},  {13, Token::String},
+    {14, Token::String},  {15, Token::Comment},  {16, Token::Keyword}, {17, Token::Comment},
+    {18, Token::Comment}, {20, Token::String},
 };
 constexpr CodeStyle basicStyles[] = {
-    {1, CommentAs}, {2, NumberAs}, {3, WordAs}, {4, StringAs}, {5, DirectiveAs}, {8, NumberAs}, {9, FaultyAs},
+    {1, Token::Comment}, {2, Token::Number},   {3, Token::Keyword}, {4, Token::String},
+    {5, Token::Scope},   {6, Token::Operator}, {8, Token::Number},  {9, Token::String},
 };
 constexpr CodeStyle pascalStyles[] = {
-    {2, CommentAs}, {3, CommentAs}, {4, CommentAs}, {5, DirectiveAs}, {6, DirectiveAs}, {7, NumberAs},
-    {8, NumberAs},  {9, WordAs},    {10, StringAs}, {11, FaultyAs},   {12, StringAs},   {14, DirectiveAs},
+    {2, Token::Comment}, {3, Token::Comment},   {4, Token::Comment}, {5, Token::Scope},   {6, Token::Scope},
+    {7, Token::Number},  {8, Token::Number},    {9, Token::Keyword}, {10, Token::String}, {11, Token::String},
+    {12, Token::String}, {13, Token::Operator}, {14, Token::Scope},
 };
 constexpr CodeStyle sqlStyles[] = {
-    {1, CommentAs},  {2, CommentAs}, {3, CommentAs},   {4, NumberAs},   {5, WordAs},
-    {6, StringAs},   {7, StringAs},  {8, DirectiveAs}, {9, CommentAs},  {13, CommentAs},
-    {15, CommentAs}, {16, WordAs},   {17, CommentAs},  {18, CommentAs}, {23, DirectiveAs},
+    {1, Token::Comment},  {2, Token::Comment},   {3, Token::Comment},  {4, Token::Number},
+    {5, Token::Keyword},  {6, Token::String},    {7, Token::String},   {8, Token::Scope},
+    {9, Token::Comment},  {10, Token::Operator}, {13, Token::Comment}, {15, Token::Comment},
+    {16, Token::Keyword}, {17, Token::Comment},  {18, Token::Comment}, {23, Token::Scope},
 };
 
 } // namespace
@@ -134,7 +126,7 @@ Language markupLanguage(const QString &name)
 
 CodeColours::CodeColours(CodeEditor &editor) : QObject(&editor), editor_(editor)
 {
-    editor.installEventFilter(this);
+    connect(&editor, &CodeEditor::dressed, this, &CodeColours::dress);
 }
 
 // The editor itself knows of markup only: for a program it counts as plain.
@@ -143,7 +135,7 @@ void CodeColours::setLanguage(const QString &name)
     language_ = findLanguage(name);
     editor_.setLanguage(markupLanguage(name));
     setEditorLexer(editor_, editor_.language());
-    dressEditor(editor_, editor_.palette());
+    dressEditor(editor_);
     if (!language_)
         return;
     editor_.send(S::SCI_SETLEXER, ulong(language_->lexer));
@@ -153,32 +145,14 @@ void CodeColours::setLanguage(const QString &name)
 
 void CodeColours::dress()
 {
+    if (!language_)
+        return;
     constexpr int lastStyle = 31; // of a lexer
-    std::array<long, lastStyle + 1> markup{};
+    const Look look(editor_.properties(), editor_.palette());
     for (int style = 0; style <= lastStyle; ++style)
-        markup[size_t(style)] = editor_.send(S::SCI_STYLEGETFORE, ulong(style));
-    const long ink = editor_.send(S::SCI_STYLEGETFORE, S::STYLE_DEFAULT);
-    for (int style = 0; style <= lastStyle; ++style)
-        editor_.send(S::SCI_STYLESETFORE, ulong(style), ink);
+        dressStyle(editor_, style, look.token(Token::Text));
     for (const CodeStyle &row : language_->styles)
-        editor_.send(S::SCI_STYLESETFORE, ulong(row.style), markup[size_t(row.like)]);
-}
-
-// The editor puts its own colours on at a new palette, after this.
-bool CodeColours::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::PaletteChange && language_) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (!language_)
-                    return;
-                dressEditor(editor_, editor_.palette());
-                dress();
-            },
-            Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
+        dressStyle(editor_, row.style, look.token(row.token));
 }
 
 } // namespace control

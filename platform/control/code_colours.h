@@ -18,8 +18,6 @@ public:
     // "C/C++", "Basic", "Java", "Pascal", "SQL", "HTML", "XML"; anything else turns colouring off.
     void setLanguage(const QString &name);
 
-    bool eventFilter(QObject *watched, QEvent *event) override; // the editor's: a new palette colours anew
-
 private:
     void dress();
 

@@ -1,8 +1,8 @@
 #include "platform/control/code_editor.h"
 
-#include "platform/control/editor_commands.h"
 #include "platform/control/editor_look.h"
 #include "platform/control/text_difference.h"
+#include "platform/control/text_window.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -12,14 +12,14 @@
 
 namespace control {
 
-CodeEditor::CodeEditor(QWidget *parent)
-    : QsciScintillaBase(parent), accessible_(*this, [this] { watchText(true); })
+CodeEditor::CodeEditor(QWidget *parent, std::shared_ptr<EditorLibrary> library)
+    : QsciScintillaBase(parent), typingHelp_(*this), player_(*this),
+      library_(library ? std::move(library) : std::make_shared<EditorLibrary>()),
+      accessible_(*this, [this] { watchText(true); })
 {
     setAccessibleName(tr("Document text"));
     setFrameShape(QFrame::NoFrame);
-    setUpEditor(*this);
-    dressEditor(*this, palette());
-    setEditorLexer(*this, language_);
+    setUpLook();
     takeHabits({});
     watchText(true);
     connect(
@@ -33,9 +33,11 @@ CodeEditor::CodeEditor(QWidget *parent)
         const bool marked = (send(SCI_MARKERGET, ulong(line)) & (1 << bookmarkMarker)) != 0;
         send(marked ? SCI_MARKERDELETE : SCI_MARKERADD, ulong(line), bookmarkMarker);
     });
+    // A name taken from the list is a step of its own, and not the engine's doing.
+    connect(this, qOverload<const char *, int, int, int>(&QsciScintillaBase::SCN_AUTOCSELECTION), this,
+            [this](const char *word) { typingHelp_.takeWord(word); });
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &CodeEditor::commandStateChanged);
     fittedLines_ = lineCount();
-    fitNumberMargin(*this, lineNumbersShown_);
 }
 
 long CodeEditor::send(unsigned message, unsigned long first, long second) const
@@ -72,6 +74,8 @@ void CodeEditor::noticeChange(int position, int kind, int length)
 // more.
 void CodeEditor::settle()
 {
+    if (isQuiet())
+        return;
     const Told now = state();
     if (now == told_)
         return;
@@ -80,8 +84,11 @@ void CodeEditor::settle()
     const bool moved = now.caret != before.caret || now.anchor != before.anchor;
     if (edited && lineCount() != fittedLines_) {
         fittedLines_ = lineCount();
-        fitNumberMargin(*this, lineNumbersShown_);
+        lineNumbers_.fit(*this);
     }
+    if (edited)
+        strikeText(*this);
+    selectionBounds_.update(*this);
     tagMarks_.update(*this);
     if (edited)
         Q_EMIT textEdited();
@@ -141,6 +148,7 @@ void CodeEditor::loadText(const QByteArray &utf8)
     watchText(true);
     ++revision_;
     inserted_.forget();
+    typingHelp_.forget();
     firstStroke_ = {};
     habits_ = {};
     takeHabits(utf8);
@@ -159,9 +167,8 @@ void CodeEditor::replaceText(const QByteArray &utf8)
 
 bool CodeEditor::replaceRange(const ByteRange &range, const QByteArray &utf8)
 {
-    const auto *current = static_cast<const char *>(SendScintillaPtrResult(SCI_GETCHARACTERPOINTER));
-    const QByteArrayView before(current + range.start, range.length());
-    const TextDifference same = differenceOf(before, utf8);
+    // The engine moves all that it is asked for together first, so it is asked for no more than this.
+    const TextDifference same = differenceOf(textWindow(*this, range.start, range.end).bytes, utf8);
     const qsizetype inserted = utf8.size() - same.prefix - same.suffix;
     const long end = range.end - long(same.suffix);
     const long start = range.start + long(same.prefix);
@@ -198,34 +205,6 @@ void CodeEditor::takeHabits(QByteArrayView text)
 }
 
 ByteRange CodeEditor::selection() const { return {send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)}; }
-
-bool CodeEditor::execute(int command)
-{
-    const EditorCommand *row = findEditorCommand(command);
-    if (row == nullptr)
-        return false;
-    if (row->isService())
-        return callService(command);
-    bool done = true;
-    if (row->action != nullptr)
-        done = row->action(*this);
-    else
-        send(row->message);
-    settle();
-    return done;
-}
-
-void CodeEditor::setServiceHandler(int command, const std::function<bool()> &handler)
-{
-    services_.insert(command, handler);
-}
-
-bool CodeEditor::callService(int command)
-{
-    Q_EMIT serviceRequested(command);
-    const std::function<bool()> handler = services_.value(command);
-    return handler && handler();
-}
 
 bool CodeEditor::canUndo() const { return send(SCI_CANUNDO) != 0; }
 
@@ -279,13 +258,6 @@ void CodeEditor::paste()
     settle();
 }
 
-bool CodeEditor::whiteSpaceShown() const { return send(SCI_GETVIEWWS) != SCWS_INVISIBLE; }
-
-void CodeEditor::setWhiteSpaceShown(bool shown)
-{
-    send(SCI_SETVIEWWS, ulong(shown ? SCWS_VISIBLEALWAYS : SCWS_INVISIBLE));
-}
-
 int CodeEditor::highlightedLine() const
 {
     return highlighted_ ? int(send(SCI_MARKERNEXT, 0, 1 << highlightMarker)) : -1;
@@ -333,19 +305,14 @@ int CodeEditor::caretColumn() const
 
 int CodeEditor::lineCount() const { return int(send(SCI_GETLINECOUNT)); }
 
-void CodeEditor::setLineNumbersShown(bool shown)
-{
-    lineNumbersShown_ = shown;
-    fitNumberMargin(*this, shown);
-}
-
 void CodeEditor::setLanguage(Language language)
 {
     if (language == language_)
         return;
     language_ = language;
     setEditorLexer(*this, language);
-    dressEditor(*this, palette());
+    dress();
+    fitMargins(*this);
     tagMarks_.update(*this);
 }
 

@@ -4,15 +4,22 @@
 
 #include "platform/control/editor_accessible.h"
 #include "platform/control/editor_control.h"
+#include "platform/control/editor_library.h"
+#include "platform/control/editor_properties.h"
 #include "platform/control/inserted_run.h"
+#include "platform/control/line_numbers.h"
+#include "platform/control/macro.h"
+#include "platform/control/macro_player.h"
 #include "platform/control/scintilla.h"
-#include "platform/control/shortcut_table.h"
+#include "platform/control/selection_bounds.h"
 #include "platform/control/tag_marks.h"
 #include "platform/control/text_habits.h"
+#include "platform/control/typing_help.h"
 
 #include <QHash>
 #include <QPoint>
 #include <functional>
+#include <memory>
 
 namespace control {
 
@@ -31,7 +38,8 @@ class CodeEditor : public QsciScintillaBase, public EditorControl
     Q_OBJECT
 
 public:
-    explicit CodeEditor(QWidget *parent = nullptr);
+    // Editors with the same library share keys and macros; without one it has its own.
+    explicit CodeEditor(QWidget *parent = nullptr, std::shared_ptr<EditorLibrary> library = {});
 
     QByteArray text() const override;
     quint64 revision() const override { return revision_; }
@@ -64,11 +72,36 @@ public:
     Language language() const { return language_; }
     int lineCount() const;
 
-    bool lineNumbersShown() const { return lineNumbersShown_; }
+    const EditorProperties &properties() const { return properties_; }
+    // Shows the text by these from now on.
+    void setProperties(const EditorProperties &properties);
+    // The user has chosen these: as above, and propertiesChanged.
+    void changeProperties(const EditorProperties &properties);
+    // The user has chosen other keys in the library: propertiesChanged.
+    void noticeShortcutChange();
+
+    bool lineNumbersShown() const { return properties_.lineNumbering; }
     void setLineNumbersShown(bool shown);
 
     // The keys of this editor; they work while it has the focus.
-    ShortcutTable &shortcuts() { return shortcuts_; }
+    ShortcutTable &shortcuts() { return library_->shortcuts; }
+    const std::shared_ptr<EditorLibrary> &library() const { return library_; }
+
+    // Does what a user could do with a key, as often as the step says, or the pending count of repetitions;
+    // false when nothing came of it.
+    bool perform(const Step &step);
+
+    // How often the next step is to be done; 1 when no count is pending. Escape takes the count back.
+    int repeatCount() const { return repeatCount_; }
+    void setRepeatCount(int count);
+
+    MacroPlayer &player() { return player_; }
+    TypingHelp &typingHelp() { return typingHelp_; }
+
+    // Until as many calls of endQuiet nothing is drawn or told, and what is done counts as part of one step.
+    void beginQuiet();
+    void endQuiet();
+    bool isQuiet() const { return quiet_ > 0; }
 
     // Lets somebody carry out a command that is no editing: find, macros, properties. The handler says
     // whether it could. A command without a handler is refused.
@@ -96,6 +129,13 @@ Q_SIGNALS:
     void commandStateChanged();
     // The user asks for a context menu, with the mouse or the keyboard. There is none of its own.
     void contextMenuRequested(const QPoint &globalPosition);
+    // The user, through this editor, has chosen other colours, styles, options or keys.
+    void propertiesChanged();
+    // Face and colours were put on anew; who colours the text differently does so now.
+    void dressed();
+    // Something was done to or in the text, by a key, a menu or execute; not for each step of a macro.
+    void stepped(const control::Step &step);
+    void repeatCountChanged(int count);
     // A command that is carried out elsewhere was called; emitted before its handler is asked.
     void serviceRequested(int command);
 
@@ -104,6 +144,7 @@ protected:
     bool viewportEvent(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -129,19 +170,38 @@ private:
     void takeHabits(QByteArrayView text);
     void watchText(bool watched);
     bool claims(const QKeyEvent &event) const;
+    bool clearsRepeatCount(const QKeyEvent &event) const;
+    bool carryOut(const Step &step);
+    bool carryOutOnce(const Step &step);
+    bool run(int command);
+    void type(const QByteArray &utf8);
+    void commitComposed(QInputMethodEvent &event, const Step &step);
+    int takeRepeatCount();
     bool callService(int command);
+    void setUpLook();
+    void dress();
+    void applyOptions();
+    void tellLine(int position);
 
     quint64 revision_ = 0;
     Told told_;
     bool settlingSoon_ = false;
     bool highlighted_ = false;
     TagMarks tagMarks_;
-    bool lineNumbersShown_ = true;
+    LineNumbers lineNumbers_;
+    SelectionBounds selectionBounds_;
+    EditorProperties properties_;
+    TypingHelp typingHelp_;
+    int steps_ = 0; // how deep steps within steps go
+    int quiet_ = 0;
+    int repeatCount_ = 1;
+    bool composing_ = false; // the text holds what an input method has not committed yet
+    MacroPlayer player_;
     int fittedLines_ = 0;
     Language language_ = Language::Plain;
     TextHabits habits_;
     InsertedRun inserted_;
-    ShortcutTable shortcuts_;
+    std::shared_ptr<EditorLibrary> library_;
     QKeySequence firstStroke_;
     QHash<int, std::function<bool()>> services_;
     AccessibleText accessible_;

@@ -15,6 +15,8 @@ namespace control {
 
 namespace {
 
+constexpr int selectAllCommand = 137;
+
 bool isModifierKey(int key)
 {
     return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta
@@ -78,16 +80,18 @@ void CodeEditor::changeEvent(QEvent *event)
 {
     QsciScintillaBase::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        dressEditor(*this, palette());
+        dress();
 }
 
 // A command that is carried out elsewhere is only claimed when somebody does so.
 bool CodeEditor::claims(const QKeyEvent &event) const
 {
     const QKeySequence typed = typedKeys(firstStroke_, event);
-    if (shortcuts_.beginsShortcut(typed))
+    if (library_->shortcuts.beginsShortcut(typed) || clearsRepeatCount(event))
         return true;
-    const EditorCommand *command = findEditorCommand(shortcuts_.command(typed));
+    if (event.matches(QKeySequence::SelectAll))
+        return true;
+    const EditorCommand *command = findEditorCommand(library_->shortcuts.command(typed));
     return command != nullptr && (!command->isService() || services_.contains(command->number));
 }
 
@@ -98,35 +102,46 @@ void CodeEditor::keyPressEvent(QKeyEvent *event)
         return;
     }
     const QKeySequence typed = typedKeys(std::exchange(firstStroke_, {}), *event);
-    if (shortcuts_.beginsShortcut(typed)) {
+    if (clearsRepeatCount(*event)) {
+        setRepeatCount(1);
+        event->accept();
+        return;
+    }
+    if (library_->shortcuts.beginsShortcut(typed)) {
         firstStroke_ = typed;
         event->accept();
-    } else if (const int command = shortcuts_.command(typed); command != 0) {
+    } else if (const int command = library_->shortcuts.command(typed); command != 0) {
         event->setAccepted(execute(command));
+    } else if (typed.count() == 1 && event->matches(QKeySequence::SelectAll)) {
+        // The desktop's own key works whatever key the command has, unless it was given to another.
+        execute(selectAllCommand);
     } else if (typed.count() > 1) {
         // A second stroke that completes nothing types nothing either.
         event->accept();
     } else if (!typesText(*event)) {
         event->ignore();
-    } else if (event->text().front().isSurrogate()) {
-        replaceSelection(event->text().toUtf8());
     } else {
-        QsciScintillaBase::keyPressEvent(event);
+        perform({0, event->text().toUtf8()});
+        event->accept();
     }
 }
 
 // The right button keeps a selection it falls into, so that the menu can act on it.
 void CodeEditor::mousePressEvent(QMouseEvent *event)
 {
+    const QPoint point = event->position().toPoint();
+    const long position = send(SCI_POSITIONFROMPOINT, ulong(point.x()), point.y());
+    const ByteRange selected = selection();
+    const bool hit = selected.length() != 0 && position >= selected.start && position <= selected.end;
     if (event->button() != Qt::RightButton) {
+        // Where a selection is not to be dragged, the engine must not find one under the mouse.
+        if (hit && !properties_.dragText && event->modifiers() == Qt::NoModifier)
+            send(SCI_SETEMPTYSELECTION, ulong(position));
         QsciScintillaBase::mousePressEvent(event);
         return;
     }
     setFocus(Qt::MouseFocusReason);
-    const QPoint point = event->position().toPoint();
-    const long position = send(SCI_POSITIONFROMPOINT, ulong(point.x()), point.y());
-    const ByteRange selected = selection();
-    if (selected.length() == 0 || position < selected.start || position > selected.end)
+    if (!hit)
         send(SCI_SETEMPTYSELECTION, ulong(position));
 }
 

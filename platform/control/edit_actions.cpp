@@ -110,14 +110,6 @@ bool shiftIndent(CodeEditor &editor, long columns)
     return shifted;
 }
 
-// The blanks that a line begins with, up to a position in it.
-QByteArray indentBefore(const CodeEditor &editor, long position)
-{
-    const ulong line = ulong(editor.send(S::SCI_LINEFROMPOSITION, ulong(position)));
-    const long start = editor.send(S::SCI_POSITIONFROMLINE, line);
-    return editor.bytes({start, std::min(position, editor.send(S::SCI_GETLINEINDENTPOSITION, line))});
-}
-
 } // namespace
 
 bool undoLast(CodeEditor &editor)
@@ -160,35 +152,6 @@ bool deleteSelectionOrCharacter(CodeEditor &editor)
     const quint64 before = editor.revision();
     editor.send(S::SCI_CLEAR);
     return editor.revision() != before;
-}
-
-bool newLine(CodeEditor &editor)
-{
-    const QByteArray indent = indentBefore(editor, editor.selection().start);
-    editor.send(S::SCI_BEGINUNDOACTION);
-    editor.send(S::SCI_NEWLINE);
-    if (!indent.isEmpty() && editor.send(S::SCI_GETSELECTIONS) == 1)
-        editor.SendScintilla(S::SCI_REPLACESEL, indent.constData());
-    editor.send(S::SCI_ENDUNDOACTION);
-    return true;
-}
-
-bool openLineAbove(CodeEditor &editor)
-{
-    const QByteArray indent = indentBefore(editor, editor.send(S::SCI_GETCURRENTPOS));
-    editor.send(S::SCI_BEGINUNDOACTION);
-    editor.send(S::SCI_HOME);
-    editor.send(S::SCI_NEWLINE);
-    editor.send(S::SCI_LINEUP);
-    editor.SendScintilla(S::SCI_REPLACESEL, indent.constData());
-    editor.send(S::SCI_ENDUNDOACTION);
-    return true;
-}
-
-bool openLineBelow(CodeEditor &editor)
-{
-    editor.send(S::SCI_LINEEND);
-    return newLine(editor);
 }
 
 bool increaseIndent(CodeEditor &editor) { return shiftIndent(editor, editor.send(S::SCI_GETINDENT)); }

@@ -13,11 +13,6 @@ bool copySelection(CodeEditor &editor);
 bool pasteClipboard(CodeEditor &editor);
 bool deleteSelectionOrCharacter(CodeEditor &editor);
 
-// A line end and the indentation of the line that was left.
-bool newLine(CodeEditor &editor);
-bool openLineAbove(CodeEditor &editor);
-bool openLineBelow(CodeEditor &editor);
-
 // All lines that the selection touches, blank ones excepted.
 bool increaseIndent(CodeEditor &editor);
 bool decreaseIndent(CodeEditor &editor);

@@ -1,8 +1,10 @@
 #include "platform/control/editor_commands.h"
 
 #include "platform/control/edit_actions.h"
+#include "platform/control/line_opening.h"
 #include "platform/control/navigation_actions.h"
 #include "platform/control/scintilla.h"
+#include "platform/control/typing_actions.h"
 #include "platform/control/view_actions.h"
 
 #include <array>
@@ -52,9 +54,9 @@ constexpr std::array<EditorCommand, lastCommand - firstCommand + 1> commands {{
     {134, "Remove Repeated Lines", "", 0, removeRepeatedLines},
     {135, "Remove Blank Lines", "", 0, removeBlankLines},
     {136, "Trim Trailing Blanks", "", 0, trimTrailingBlanks},
-    {137, "Select All", "Ctrl+A", 0, selectAll},
+    {137, "Select All", "", 0, selectAll},
     {138, "Select Word", "Ctrl+W", 0, selectWord},
-    {139, "Select Line", "Ctrl+L", 0, selectLine},
+    {139, "Select Line", "Ctrl+Shift+L", 0, selectLine},
     {140, "Cancel Selection", "Esc", 0, cancelSelection},
     {141, "Select Element", "Ctrl+Shift+M", 0, selectElement},
     {142, "Go to Matching Tag", "Ctrl+M", 0, caretToMatchingTag},
@@ -103,8 +105,8 @@ constexpr std::array<EditorCommand, lastCommand - firstCommand + 1> commands {{
     {185, "Start of Wrapped Line", "", S::SCI_HOMEDISPLAY, nullptr},
     {186, "Extend to Start of Wrapped Line", "", S::SCI_HOMEDISPLAYEXTEND, nullptr},
     {187, "Repeat Count", "Ctrl+R", 0, nullptr},
-    {188, "End of Wrapped Line", "", S::SCI_LINEENDDISPLAY, nullptr},
-    {189, "Extend to End of Wrapped Line", "", S::SCI_LINEENDDISPLAYEXTEND, nullptr},
+    {188, "Toggle Offering of Names", "", 0, toggleNameOffering},
+    {189, "Toggle Dragging of Text", "", 0, toggleTextDragging},
     {190, "Start of Document", "Ctrl+Home", S::SCI_DOCUMENTSTART, nullptr},
     {191, "Extend to Start of Document", "Ctrl+Shift+Home", S::SCI_DOCUMENTSTARTEXTEND, nullptr},
     {192, "End of Document", "Ctrl+End", S::SCI_DOCUMENTEND, nullptr},
@@ -127,7 +129,7 @@ constexpr std::array<EditorCommand, lastCommand - firstCommand + 1> commands {{
     {209, "Extend Word Left", "Ctrl+Shift+Left", S::SCI_WORDLEFTEXTEND, nullptr},
     {210, "Word Right", "Ctrl+Right", S::SCI_WORDRIGHT, nullptr},
     {211, "Extend Word Right", "Ctrl+Shift+Right", S::SCI_WORDRIGHTEXTEND, nullptr},
-    {212, "Previous Word End", "", S::SCI_WORDLEFTEND, nullptr},
+    {212, "Complete Name", "Ctrl+Space", 0, completeName},
     {213, "Record Macro", "Ctrl+Shift+R", 0, nullptr},
     {214, "Play Macro 1", "Alt+1", 0, nullptr},
     {215, "Play Macro 2", "Alt+2", 0, nullptr},
@@ -140,13 +142,13 @@ constexpr std::array<EditorCommand, lastCommand - firstCommand + 1> commands {{
     {222, "Play Macro 9", "Alt+9", 0, nullptr},
     {223, "Play Macro 10", "Alt+0", 0, nullptr},
     {224, "Editor Properties", "Alt+Return", 0, nullptr},
-    {225, "Extend to Previous Word End", "", S::SCI_WORDLEFTENDEXTEND, nullptr},
-    {226, "Next Word End", "", S::SCI_WORDRIGHTEND, nullptr},
-    {227, "Extend to Next Word End", "", S::SCI_WORDRIGHTENDEXTEND, nullptr},
-    {228, "Word Part Left", "", S::SCI_WORDPARTLEFT, nullptr},
-    {229, "Extend Word Part Left", "", S::SCI_WORDPARTLEFTEXTEND, nullptr},
-    {230, "Word Part Right", "", S::SCI_WORDPARTRIGHT, nullptr},
-    {231, "Extend Word Part Right", "", S::SCI_WORDPARTRIGHTEXTEND, nullptr},
+    {225, "Close Element", "Alt+.", 0, closeElement},
+    {226, "Fold Level", "Alt+F9", 0, foldLevel},
+    {227, "Unfold Level", "Alt+Shift+F9", 0, unfoldLevel},
+    {228, "Toggle Closing Tags on </", "", 0, toggleCloseOnSlash},
+    {229, "Toggle Closing Tags on >", "", 0, toggleCloseOnBracket},
+    {230, "Toggle Renaming of Both Tags", "", 0, toggleRenaming},
+    {231, "Toggle Automatic Indentation", "", 0, toggleAutoIndent},
     {232, "Top of Window", "Alt+PgUp", 0, caretToWindowTop},
     {233, "Bottom of Window", "Alt+PgDown", 0, caretToWindowBottom},
     {234, "Extend Rectangle Page Up", "Alt+Shift+PgUp", S::SCI_PAGEUPRECTEXTEND, nullptr},

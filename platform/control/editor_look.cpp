@@ -5,9 +5,8 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QPalette>
 #include <algorithm>
-#include <array>
+#include <cmath>
 
 namespace control {
 
@@ -15,94 +14,55 @@ namespace {
 
 using S = QsciScintillaBase;
 
-// What a piece of text is, to the eye.
-enum Role
-{
-    Text,
-    Tag,
-    Attribute,
-    Value,
-    Entity,
-    Comment,
-    Keyword,
-    Number,
-    Faulty,
-    RoleCount
-};
-
-struct Scheme
-{
-    std::array<QRgb, RoleCount> roles;
-    QRgb highlight;
-    QRgb bookmark;
-    QRgb marginText;
-    QRgb tagMark;
-    // How much of the text colour is mixed into the ground, in percent.
-    int marginShade;
-    int guideShade;
-};
-
-// Text and Value follow the palette; their entries stand in for nothing.
-constexpr Scheme lightScheme{
-    {0x000000, 0x800000, 0x0000FF, 0x000000, 0x008000, 0x808080, 0x0000C0, 0x000000, 0xC00000},
-    0xFFFF00,
-    0x2F6FB7,
-    0x6E6E6E,
-    0x3C78C8,
-    6,
-    20};
-constexpr Scheme darkScheme{
-    {0xE0E0E0, 0xF08A7A, 0x7FB8FF, 0xE0E0E0, 0x8CCB7E, 0x9A9A9A, 0xB9A6FF, 0xE0E0E0, 0xFF6B6B},
-    0x665200,
-    0x6FA8E8,
-    0x9A9A9A,
-    0x8FBCF5,
-    5,
-    25};
-
 struct StyleRow
 {
     int first;
     int last;
-    Role role;
+    Token token;
 };
 
-// Style numbers that the XML and HTML lexers give to the text; the last three ranges are scripts in HTML
-// pages.
-constexpr StyleRow styleRows[] = {
-    {0, 0, Text}, // between the tags
-    {1, 2, Tag},         {3, 4, Attribute}, {5, 5, Value}, // a number as an attribute's value
-    {6, 7, Value},       {8, 8, Keyword}, // "=" and the like in a tag
-    {9, 9, Comment},     {10, 10, Entity},  {11, 11, Tag}, // the end of an empty tag
-    {12, 13, Keyword}, // instructions
-    {14, 14, Text},      {15, 16, Keyword}, {17, 17, Text}, // CDATA
-    {18, 18, Keyword},   {19, 19, Value},   {20, 20, Comment}, {21, 22, Keyword}, // declarations
-    {23, 23, Attribute}, {24, 25, Value},   {26, 26, Faulty},  {27, 28, Entity},
-    {29, 30, Comment},   {31, 31, Keyword}, {40, 41, Text},    {42, 44, Comment},
-    {45, 46, Text},      {47, 47, Keyword}, {48, 53, Entity},
+// Style numbers that the XML and HTML lexers give to the text; those from 40 on are scripts in HTML pages.
+constexpr StyleRow styleRows[]
+    = {
+        {0, 0, Token::Text}, // between the tags
+        {1, 2, Token::TagName},     {3, 4, Token::Attribute},
+        {5, 5, Token::Number}, // as an attribute's value
+        {6, 7, Token::String},      {8, 8, Token::TagText}, // "=" and the like
+        {9, 9, Token::Comment},     {10, 10, Token::Entity},
+        {11, 11, Token::TagName}, // the end of an empty tag
+        {12, 13, Token::Keyword}, // instructions
+        {14, 14, Token::Scope}, // a script's element
+        {15, 16, Token::Keyword}, // what a server replaces
+        {17, 17, Token::Scope}, // CDATA
+        {18, 18, Token::Keyword},   {19, 19, Token::String}, // a value without quotes
+        {20, 20, Token::Comment},   {21, 22, Token::Keyword}, // declarations
+        {23, 23, Token::Attribute}, {24, 25, Token::String},
+        {26, 26, Token::Keyword}, // unknown words in a declaration
+        {27, 28, Token::Entity},    {29, 30, Token::Comment},
+        {31, 31, Token::Keyword}, // the inside of a declaration
+        {40, 40, Token::Scope},     {41, 41, Token::Text},
+        {42, 44, Token::Comment},   {45, 45, Token::Number},
+        {46, 46, Token::Text},      {47, 47, Token::Keyword},
+        {48, 49, Token::String},    {50, 50, Token::Operator},
+        {51, 52, Token::String},
 };
-
-QColor mixed(const QColor &ground, const QColor &other, int percent)
-{
-    const auto mix = [percent](int a, int b) { return (a * (100 - percent) + b * percent) / 100; };
-    return {mix(ground.red(), other.red()), mix(ground.green(), other.green()),
-            mix(ground.blue(), other.blue())};
-}
 
 // The engine's colours are 0x00BBGGRR.
 long engineColor(const QColor &color) { return color.red() | (color.green() << 8) | (color.blue() << 16); }
 
 void setUpMargins(CodeEditor &editor)
 {
-    editor.send(S::SCI_SETMARGINTYPEN, bookmarkMargin, S::SC_MARGIN_SYMBOL);
-    editor.send(S::SCI_SETMARGINMASKN, bookmarkMargin, 1 << bookmarkMarker);
-    editor.send(S::SCI_SETMARGINWIDTHN, bookmarkMargin, 16);
+    editor.send(S::SCI_SETMARGINTYPEN, bookmarkMargin, S::SC_MARGIN_COLOUR);
+    editor.send(S::SCI_SETMARGINMASKN, bookmarkMargin,
+                1 << bookmarkMarker | 1 << selectionFirstMarker | 1 << selectionLastMarker);
     editor.send(S::SCI_SETMARGINSENSITIVEN, bookmarkMargin, 1);
     editor.send(S::SCI_SETMARGINTYPEN, numberMargin, S::SC_MARGIN_NUMBER);
     editor.send(S::SCI_SETMARGINMASKN, numberMargin, 0);
     editor.send(S::SCI_SETMARGINTYPEN, foldMargin, S::SC_MARGIN_SYMBOL);
     editor.send(S::SCI_SETMARGINMASKN, foldMargin, long(S::SC_MASK_FOLDERS));
     editor.send(S::SCI_SETMARGINSENSITIVEN, foldMargin, 1);
+    editor.send(S::SCI_SETMARGINTYPEN, dividerMargin, S::SC_MARGIN_COLOUR);
+    editor.send(S::SCI_SETMARGINMASKN, dividerMargin, 0);
     editor.send(S::SCI_SETMARGINLEFT, 0, 4);
 }
 
@@ -123,64 +83,89 @@ void setUpMarks(CodeEditor &editor)
         editor.send(S::SCI_MARKERDEFINE, marker, shape);
     editor.send(S::SCI_INDICSETSTYLE, tagIndicator, S::INDIC_STRAIGHTBOX);
     editor.send(S::SCI_INDICSETUNDER, tagIndicator, 1);
+    editor.send(S::SCI_INDICSETSTYLE, strikeIndicator, S::INDIC_STRIKE);
 }
 
-void setFont(CodeEditor &editor, int style)
+// Whatever was kept as a size, the text can be read.
+double shownSize(double points)
 {
-    const QFont font = editorFont();
-    const QByteArray face = font.family().toUtf8();
-    editor.SendScintilla(S::SCI_STYLESETFONT, uintptr_t(style), face.constData());
-    editor.send(S::SCI_STYLESETSIZEFRACTIONAL, style, long(font.pointSizeF() * 100));
+    constexpr double least = 4;
+    constexpr double most = 96;
+    return std::isfinite(points) ? std::clamp(points, least, most) : EditorFont().size;
+}
+
+void setFont(CodeEditor &editor, const EditorFont &font)
+{
+    const QByteArray face = font.name.toUtf8();
+    editor.SendScintilla(S::SCI_STYLESETFONT, uintptr_t(S::STYLE_DEFAULT), face.constData());
+    editor.send(S::SCI_STYLESETSIZEFRACTIONAL, S::STYLE_DEFAULT, std::lround(shownSize(font.size) * 100));
+    editor.send(S::SCI_STYLESETBOLD, S::STYLE_DEFAULT, font.bold ? 1 : 0);
+    editor.send(S::SCI_STYLESETITALIC, S::STYLE_DEFAULT, font.italic ? 1 : 0);
+    editor.send(S::SCI_STYLESETUNDERLINE, S::STYLE_DEFAULT, font.underline ? 1 : 0);
 }
 
 void setColors(CodeEditor &editor, int style, const QColor &ink, const QColor &ground)
 {
-    editor.send(S::SCI_STYLESETFORE, style, engineColor(ink));
-    editor.send(S::SCI_STYLESETBACK, style, engineColor(ground));
+    editor.send(S::SCI_STYLESETFORE, ulong(style), engineColor(ink));
+    editor.send(S::SCI_STYLESETBACK, ulong(style), engineColor(ground));
 }
 
-void dressText(CodeEditor &editor, const Scheme &scheme, const QColor &ink, const QColor &ground)
+QColor tagMark(const Look &look) { return look.dark ? QColor(0x8FBCF5) : QColor(0x3C78C8); }
+
+void dressText(CodeEditor &editor, const Look &look)
 {
-    setFont(editor, S::STYLE_DEFAULT);
-    setColors(editor, S::STYLE_DEFAULT, ink, ground);
+    setFont(editor, editor.properties().font);
+    setColors(editor, S::STYLE_DEFAULT, look.token(Token::Text).ink, look.window);
     editor.send(S::SCI_STYLECLEARALL);
     for (const StyleRow &row : styleRows)
         for (int style = row.first; style <= row.last; ++style)
-            if (row.role != Text && row.role != Value)
-                editor.send(S::SCI_STYLESETFORE, style, engineColor(QColor(scheme.roles[row.role])));
-    setColors(editor, S::STYLE_LINENUMBER, QColor(scheme.marginText), mixed(ground, ink, scheme.marginShade));
-    setColors(editor, S::STYLE_INDENTGUIDE, mixed(ground, ink, scheme.guideShade), ground);
-    setColors(editor, S::STYLE_BRACELIGHT, QColor(scheme.tagMark), ground);
+            dressStyle(editor, style, look.token(row.token));
+    dressStyle(editor, S::STYLE_LINENUMBER, look.token(Token::LineNumber));
+    editor.send(S::SCI_STYLESETUNDERLINE, S::STYLE_LINENUMBER, 0);
+    setColors(editor, S::STYLE_INDENTGUIDE, look.divider, look.window);
+    setColors(editor, S::STYLE_BRACELIGHT, tagMark(look), look.window);
     editor.send(S::SCI_STYLESETBOLD, S::STYLE_BRACELIGHT, 1);
 }
 
-void dressMarks(CodeEditor &editor, const Scheme &scheme, const QColor &ink, const QColor &ground)
+void dressMargins(CodeEditor &editor, const Look &look)
 {
-    const QColor margin = mixed(ground, ink, scheme.marginShade);
-    editor.send(S::SCI_SETFOLDMARGINCOLOUR, 1, engineColor(margin));
-    editor.send(S::SCI_SETFOLDMARGINHICOLOUR, 1, engineColor(margin));
+    const long margin = engineColor(look.margin);
+    editor.send(S::SCI_SETMARGINBACKN, bookmarkMargin, margin);
+    editor.send(S::SCI_SETMARGINBACKN, dividerMargin, engineColor(look.verticalDivider));
+    editor.send(S::SCI_SETFOLDMARGINCOLOUR, 1, margin);
+    editor.send(S::SCI_SETFOLDMARGINHICOLOUR, 1, margin);
     for (int marker = S::SC_MARKNUM_FOLDEREND; marker <= int(S::SC_MARKNUM_FOLDEROPEN); ++marker) {
-        editor.send(S::SCI_MARKERSETFORE, marker, engineColor(margin));
-        editor.send(S::SCI_MARKERSETBACK, marker, engineColor(QColor(scheme.marginText)));
+        editor.send(S::SCI_MARKERSETFORE, ulong(marker), margin);
+        editor.send(S::SCI_MARKERSETBACK, ulong(marker), engineColor(look.marginInk));
     }
-    editor.send(S::SCI_MARKERSETFORE, bookmarkMarker, engineColor(QColor(scheme.bookmark)));
-    editor.send(S::SCI_MARKERSETBACK, bookmarkMarker, engineColor(QColor(scheme.bookmark)));
-    editor.send(S::SCI_MARKERSETBACK, highlightMarker, engineColor(QColor(scheme.highlight)));
-    editor.send(S::SCI_INDICSETFORE, tagIndicator, engineColor(QColor(scheme.tagMark)));
+}
+
+void dressMarks(CodeEditor &editor, const Look &look)
+{
+    editor.send(S::SCI_MARKERSETFORE, bookmarkMarker, engineColor(look.bookmarkInk));
+    editor.send(S::SCI_MARKERSETBACK, bookmarkMarker, engineColor(look.bookmarkGround));
+    // Without a left margin a bookmark tints its whole line.
+    constexpr int tint = 60;
+    editor.send(S::SCI_MARKERSETALPHA, bookmarkMarker, tint);
+    editor.send(S::SCI_MARKERSETBACK, highlightMarker, engineColor(look.highlight));
+    editor.send(S::SCI_INDICSETFORE, tagIndicator, engineColor(tagMark(look)));
     editor.send(S::SCI_INDICSETALPHA, tagIndicator, 50);
     editor.send(S::SCI_INDICSETOUTLINEALPHA, tagIndicator, 140);
+    editor.send(S::SCI_INDICSETFORE, strikeIndicator, engineColor(look.token(Token::Text).ink));
+    strikeText(editor);
 }
 
 // The caret's line is tinted over its ground, so that a highlighted line shows through.
-void dressCaret(CodeEditor &editor, const QColor &ink, const QColor &ground, const QColor &selected)
+void dressCaret(CodeEditor &editor, const Look &look)
 {
+    const QColor &ink = look.token(Token::Text).ink;
     editor.send(S::SCI_SETCARETFORE, ulong(engineColor(ink)));
     editor.send(S::SCI_SETCARETWIDTH, 2);
     editor.send(S::SCI_SETCARETLINEVISIBLE, 1);
     editor.send(S::SCI_SETCARETLINEBACK, ulong(engineColor(ink)));
     editor.send(S::SCI_SETCARETLINEBACKALPHA, 14);
-    editor.send(S::SCI_SETSELBACK, 1, engineColor(mixed(ground, selected, 40)));
-    editor.send(S::SCI_SETWHITESPACEFORE, 1, engineColor(mixed(ground, ink, 40)));
+    editor.send(S::SCI_SETSELBACK, 1, engineColor(look.selection));
+    editor.send(S::SCI_SETWHITESPACEFORE, 1, engineColor(mixed(look.window, ink, 40)));
 }
 
 } // namespace
@@ -194,7 +179,7 @@ QFont editorFont()
                              QStringLiteral("Noto Sans Mono"),
                              QStringLiteral("Consolas"),
                              QStringLiteral("Courier New")};
-    font.setPointSizeF(11);
+    font.setPointSizeF(EditorFont().size);
     for (const QString &face : faces) {
         font.setFamily(face);
         if (QFontInfo(font).fixedPitch())
@@ -231,14 +216,32 @@ void setUpEditor(CodeEditor &editor)
     setUpMarks(editor);
 }
 
-void dressEditor(CodeEditor &editor, const QPalette &palette)
+QString fixedPitchFace(const QString &name)
 {
-    const QColor ink = palette.color(QPalette::Text);
-    const QColor ground = palette.color(QPalette::Base);
-    const Scheme &scheme = ground.lightness() < 128 ? darkScheme : lightScheme;
-    dressText(editor, scheme, ink, ground);
-    dressMarks(editor, scheme, ink, ground);
-    dressCaret(editor, ink, ground, palette.color(QPalette::Highlight));
+    constexpr qsizetype longest = 100; // no face has such a name
+    if (!name.isEmpty() && name.size() <= longest) {
+        const QFontInfo found((QFont(name)));
+        if (found.fixedPitch() && found.family().compare(name, Qt::CaseInsensitive) == 0)
+            return found.family();
+    }
+    return editorFont().family();
+}
+
+void dressEditor(CodeEditor &editor)
+{
+    const Look look(editor.properties(), editor.palette());
+    dressText(editor, look);
+    dressMargins(editor, look);
+    dressMarks(editor, look);
+    dressCaret(editor, look);
+}
+
+void dressStyle(CodeEditor &editor, int style, const TokenLook &look)
+{
+    const EditorFont &font = editor.properties().font;
+    setColors(editor, style, look.ink, look.ground);
+    editor.send(S::SCI_STYLESETBOLD, ulong(style), font.bold || look.bold ? 1 : 0);
+    editor.send(S::SCI_STYLESETITALIC, ulong(style), font.italic || look.italic ? 1 : 0);
 }
 
 void setEditorLexer(CodeEditor &editor, Language language)
@@ -260,13 +263,27 @@ void setEditorLexer(CodeEditor &editor, Language language)
     editor.send(S::SCI_SETMARGINWIDTHN, foldMargin, language == Language::Plain ? 0 : 16);
 }
 
-void fitNumberMargin(CodeEditor &editor, bool shown)
+void fitMargins(CodeEditor &editor)
 {
-    const QByteArray widest(std::max<qsizetype>(QByteArray::number(qlonglong(editor.lineCount())).size(), 3),
-                            '9');
-    const long digits
-        = editor.SendScintilla(S::SCI_TEXTWIDTH, uintptr_t(S::STYLE_LINENUMBER), widest.constData());
-    editor.send(S::SCI_SETMARGINWIDTHN, numberMargin, shown ? digits + 10 : 0);
+    const EditorProperties &properties = editor.properties();
+    editor.send(S::SCI_SETMARGINWIDTHN, bookmarkMargin, properties.leftMargin ? leftMarginWidth : 0);
+    const bool any = properties.leftMargin || properties.lineNumbering
+        || editor.send(S::SCI_GETMARGINWIDTHN, foldMargin) != 0;
+    editor.send(S::SCI_SETMARGINWIDTHN, dividerMargin, any ? 1 : 0);
+}
+
+void strikeText(CodeEditor &editor)
+{
+    const long length = editor.send(S::SCI_GETLENGTH);
+    if (length == 0)
+        return;
+    const bool struck = editor.properties().font.strikethrough;
+    // Nearly always there is nothing to do.
+    if (!struck && editor.send(S::SCI_INDICATORVALUEAT, strikeIndicator, length / 2) == 0)
+        return;
+    editor.send(S::SCI_SETINDICATORCURRENT, strikeIndicator);
+    editor.send(S::SCI_SETINDICATORVALUE, 1);
+    editor.send(struck ? S::SCI_INDICATORFILLRANGE : S::SCI_INDICATORCLEARRANGE, 0, length);
 }
 
 } // namespace control

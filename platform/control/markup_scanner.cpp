@@ -1,14 +1,24 @@
 #include "platform/control/markup_scanner.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
 
 namespace control {
 
-bool isNameByte(char c)
-{
-    return static_cast<unsigned char>(c) > ' ' && std::strchr("<>/=\"'&?!", c) == nullptr;
-}
+namespace {
+
+// By byte, since whole texts are read.
+constexpr std::array<bool, 256> nameBytes = [] {
+    std::array<bool, 256> bytes{};
+    std::fill(bytes.begin() + ' ' + 1, bytes.end(), true);
+    for (const char c : {'<', '>', '/', '=', '"', '\'', '&', '?', '!'})
+        bytes[size_t(c)] = false;
+    return bytes;
+}();
+
+} // namespace
+
+bool isNameByte(char c) { return nameBytes[static_cast<unsigned char>(c)]; }
 
 MarkupScanner::MarkupScanner(QByteArrayView text, bool html, qsizetype from)
     : text_(text), html_(html), at_(from)

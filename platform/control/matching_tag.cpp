@@ -1,5 +1,6 @@
 #include "platform/control/matching_tag.h"
 
+#include <string_view>
 #include <vector>
 
 namespace control {
@@ -11,18 +12,13 @@ constexpr qsizetype longestName = 1024;
 // Behind a comment or CDATA section that began before the bytes do.
 qsizetype behindOpen(QByteArrayView bytes, QByteArrayView opening, QByteArrayView closing)
 {
-    const qsizetype close = bytes.indexOf(closing);
+    // Looks for the first, rare byte, which is quick.
+    const std::string_view all(bytes.data(), size_t(bytes.size()));
+    const auto close = qsizetype(all.find(std::string_view(closing.data(), size_t(closing.size()))));
     if (close < 0)
         return 0;
-    const qsizetype open = bytes.indexOf(opening);
-    return open >= 0 && open < close ? 0 : close + closing.size();
-}
-
-qsizetype firstSafePosition(const MatchText &text)
-{
-    if (text.fromDocumentStart)
-        return 0;
-    return std::max(behindOpen(text.bytes, "<!--", "-->"), behindOpen(text.bytes, "<![CDATA[", "]]>"));
+    const qsizetype open = bytes.first(close).indexOf(opening);
+    return open >= 0 ? 0 : close + closing.size();
 }
 
 bool sameName(const MatchText &text, const Markup &one, const Markup &other)
@@ -55,9 +51,15 @@ private:
     int depth_ = 1;
 };
 
-std::optional<Markup> partnerBefore(const MatchText &text, const Markup &tag,
-                                    const std::vector<Markup> &before)
+// Reads again what stands before, so that the tags of all other names need not be kept.
+std::optional<Markup> partnerBefore(const MatchText &text, const Markup &tag, MarkupScanner scanner)
 {
+    std::vector<Markup> before;
+    for (std::optional<Markup> met = scanner.next(); met && met->whole.start < tag.whole.start;
+         met = scanner.next())
+        if (met->name.length == tag.name.length && met->kind != MarkupKind::EmptyTag
+            && sameName(text, *met, tag))
+            before.push_back(*met);
     Pairing pairing(text, tag);
     for (auto met = before.rbegin(); met != before.rend(); ++met)
         if (pairing.closes(*met))
@@ -76,17 +78,22 @@ std::optional<Markup> partnerAfter(const MatchText &text, const Markup &tag, Mar
 
 } // namespace
 
+qsizetype firstSafePosition(const MatchText &text)
+{
+    if (text.fromDocumentStart)
+        return 0;
+    return std::max(behindOpen(text.bytes, "<!--", "-->"), behindOpen(text.bytes, "<![CDATA[", "]]>"));
+}
+
 std::optional<TagMatch> matchTag(const MatchText &text, qsizetype caret)
 {
     MarkupScanner scanner(text.bytes, text.html, firstSafePosition(text));
-    std::vector<Markup> before;
+    const MarkupScanner fromStart = scanner;
     std::optional<Markup> found;
     MarkupScanner behindFound = scanner;
     while (const std::optional<Markup> met = scanner.next()) {
         if (met->whole.start > caret)
             break;
-        if (found)
-            before.push_back(*found);
         found = met;
         behindFound = scanner;
         if (met->whole.end() > caret)
@@ -98,7 +105,7 @@ std::optional<TagMatch> matchTag(const MatchText &text, qsizetype caret)
     if (found->kind == MarkupKind::StartTag)
         match.partner = partnerAfter(text, *found, behindFound);
     else if (found->kind == MarkupKind::EndTag)
-        match.partner = partnerBefore(text, *found, before);
+        match.partner = partnerBefore(text, *found, fromStart);
     return match;
 }
 

@@ -25,6 +25,9 @@ struct TagMatch
     std::optional<Markup> partner;
 };
 
+// Where reading can begin: behind a comment or CDATA section that began before the bytes do.
+qsizetype firstSafePosition(const MatchText &text);
+
 // Nothing when the caret touches no markup.
 std::optional<TagMatch> matchTag(const MatchText &text, qsizetype caret);
 

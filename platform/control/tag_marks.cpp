@@ -2,8 +2,8 @@
 
 #include "platform/control/code_editor.h"
 #include "platform/control/editor_look.h"
+#include "platform/control/text_window.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace control {
@@ -15,24 +15,6 @@ using S = QsciScintillaBase;
 // The engine's position for no position.
 constexpr auto nowhere = ulong(-1);
 
-// The bytes around a position, and where they begin.
-struct Window
-{
-    QByteArrayView bytes;
-    long start = 0;
-};
-
-Window windowAround(const CodeEditor &editor, long position, long reach)
-{
-    const long start = std::max(0L, position - reach);
-    const long end = std::min(editor.send(S::SCI_GETLENGTH), position + reach);
-    if (start == end)
-        return {{}, start};
-    const long bytes = editor.send(S::SCI_GETRANGEPOINTER, ulong(start), end - start);
-    // The engine hands pointers out as numbers. NOLINTNEXTLINE(performance-no-int-to-ptr)
-    return {QByteArrayView(reinterpret_cast<const char *>(bytes), end - start), start};
-}
-
 void shift(Markup &markup, long offset)
 {
     markup.whole.start += offset;
@@ -43,7 +25,7 @@ void shift(Markup &markup, long offset)
 bool mayMatch(const CodeEditor &editor, long caret)
 {
     constexpr long nameReach = 1100;
-    const Window near = windowAround(editor, caret, nameReach);
+    const TextWindow near = windowAround(editor, caret, nameReach);
     const qsizetype at = caret - near.start;
     if (at < near.bytes.size() && near.bytes[at] == '<')
         return true;
@@ -56,7 +38,7 @@ bool mayMatch(const CodeEditor &editor, long caret)
 
 std::optional<TagMatch> tagMatchAt(const CodeEditor &editor, long position)
 {
-    const Window window = windowAround(editor, position, long(matchReach));
+    const TextWindow window = windowAround(editor, position, long(matchReach));
     std::optional<TagMatch> match = matchTag(
         {window.bytes, window.start == 0, editor.language() == Language::Html}, position - window.start);
     if (!match)

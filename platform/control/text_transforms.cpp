@@ -229,6 +229,38 @@ QByteArray joinedLines(QByteArrayView lines)
     return joined;
 }
 
+namespace {
+
+// A comment cannot stand in a comment; put away like this it can, and comes out again.
+constexpr std::pair<const char *, const char *> putAway[]
+    = {{"<!--", "&lt;!&ndash;"}, {"-->", "&ndash;&gt;"}};
+
+// What a comment holds, without the blank at each end that commenting puts there.
+QByteArray uncommented(QByteArrayView comment)
+{
+    QByteArray freed = comment.sliced(4, comment.size() - 7).trimmed().toByteArray();
+    for (const auto &[markup, away] : putAway)
+        freed.replace(away, markup);
+    return freed;
+}
+
+// Frees comments that nothing but blanks stands between; nothing when there is more.
+std::optional<QByteArray> allUncommented(QByteArrayView text)
+{
+    QByteArray freed;
+    while (!text.isEmpty()) {
+        const qsizetype open = text.indexOf("<!--");
+        const qsizetype close = open < 0 ? -1 : text.indexOf("-->", open + 4);
+        if (close < 0 || !text.first(open).trimmed().isEmpty())
+            break;
+        freed += text.first(open).toByteArray() + uncommented(text.sliced(open, close + 3 - open));
+        text = text.sliced(close + 3);
+    }
+    return text.isEmpty() ? std::optional<QByteArray>(freed) : std::nullopt;
+}
+
+} // namespace
+
 std::optional<QByteArray> commentToggled(QByteArrayView text)
 {
     const QByteArrayView inner = text.trimmed();
@@ -237,14 +269,16 @@ std::optional<QByteArray> commentToggled(QByteArrayView text)
     const qsizetype lead = inner.data() - text.data();
     const QByteArray before = text.first(lead).toByteArray();
     const QByteArray after = text.sliced(lead + inner.size()).toByteArray();
-    if (inner.size() >= 7 && inner.startsWith("<!--") && inner.endsWith("-->")) {
-        const QByteArrayView freed = inner.sliced(4, inner.size() - 7);
-        if (freed.indexOf("-->") < 0)
-            return before + freed.trimmed().toByteArray() + after;
-    }
-    if (inner.indexOf("--") >= 0 || inner.endsWith('-'))
+    if (const std::optional<QByteArray> freed = allUncommented(inner))
+        return before + *freed + after;
+    QByteArray held = inner.toByteArray();
+    if (held.count("<!--") != held.count("-->"))
         return std::nullopt;
-    return before + "<!-- " + inner.toByteArray() + " -->" + after;
+    for (const auto &[markup, away] : putAway)
+        held.replace(markup, away);
+    if (held.contains("--") || held.endsWith('-'))
+        return std::nullopt;
+    return before + "<!-- " + held + " -->" + after;
 }
 
 } // namespace control

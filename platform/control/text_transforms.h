@@ -32,8 +32,9 @@ QByteArray withoutTrailingBlanks(QByteArrayView lines);
 // All lines in one: indentation dropped, one blank between. The last line end is kept.
 QByteArray joinedLines(QByteArrayView lines);
 
-// Put between comment marks, or freed of them when it is one comment; outer blanks stay outside. Nothing when
-// the text is blank or holds "--", which no comment may.
+// Put between comment marks, or freed of them when it is comments and blanks only; outer blanks stay outside.
+// The marks of comments within are put away, to come out again with the text. Nothing when the text is blank,
+// holds part of a comment, or "--", which no comment may.
 std::optional<QByteArray> commentToggled(QByteArrayView text);
 
 } // namespace control

@@ -36,6 +36,35 @@ void toggle(CodeEditor &editor, unsigned ask, unsigned set, int whenOn)
     editor.send(set, editor.send(ask) == 0 ? ulong(whenOn) : 0);
 }
 
+// The line that the block around a line begins in; -1 when there is none.
+long blockStart(const CodeEditor &editor, long line)
+{
+    return isFoldHeader(editor, line) ? line : editor.send(S::SCI_GETFOLDPARENT, ulong(line));
+}
+
+// Folds or unfolds every block as deep as the caret's.
+bool setLevel(CodeEditor &editor, int action)
+{
+    knowFolds(editor);
+    const long start = blockStart(editor, editor.caretLine());
+    if (start < 0)
+        return false;
+    const auto levelOf = [&editor](long line) {
+        return editor.send(S::SCI_GETFOLDLEVEL, ulong(line))
+            & (S::SC_FOLDLEVELNUMBERMASK | S::SC_FOLDLEVELHEADERFLAG);
+    };
+    const long level = levelOf(start);
+    bool any = false;
+    for (long line = 0; line < editor.lineCount(); ++line) {
+        if (levelOf(line) != level
+            || (editor.send(S::SCI_GETFOLDEXPANDED, ulong(line)) != 0) == (action == S::SC_FOLDACTION_EXPAND))
+            continue;
+        editor.send(S::SCI_FOLDLINE, ulong(line), action);
+        any = true;
+    }
+    return any;
+}
+
 // A caret in a folded stretch goes to the line that stands for it.
 void keepCaretVisible(CodeEditor &editor)
 {
@@ -57,9 +86,7 @@ bool resetZoom(CodeEditor &editor)
 bool toggleFold(CodeEditor &editor)
 {
     knowFolds(editor);
-    long line = editor.caretLine();
-    if (!isFoldHeader(editor, line))
-        line = editor.send(S::SCI_GETFOLDPARENT, ulong(line));
+    const long line = blockStart(editor, editor.caretLine());
     if (line < 0)
         return false;
     editor.send(S::SCI_TOGGLEFOLD, ulong(line));
@@ -89,6 +116,15 @@ bool unfoldAll(CodeEditor &editor)
     editor.send(S::SCI_FOLDALL, S::SC_FOLDACTION_EXPAND);
     return folded;
 }
+
+bool foldLevel(CodeEditor &editor)
+{
+    const bool any = setLevel(editor, S::SC_FOLDACTION_CONTRACT);
+    keepCaretVisible(editor);
+    return any;
+}
+
+bool unfoldLevel(CodeEditor &editor) { return setLevel(editor, S::SC_FOLDACTION_EXPAND); }
 
 bool toggleLineNumbers(CodeEditor &editor)
 {

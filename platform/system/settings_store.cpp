@@ -1,6 +1,7 @@
 #include "platform/system/settings_store.h"
 
 #include <QStringList>
+#include <QVariant>
 
 namespace settings {
 
@@ -19,6 +20,29 @@ QString cleanKey(QString key)
     return parts.join(QLatin1Char('/'));
 }
 
+QString numberIn(const QByteArray &blob)
+{
+    if (blob.isEmpty())
+        return {};
+    const auto byte = [&blob](qsizetype at) { return at < blob.size() ? quint8(blob[at]) : quint8(0); };
+    return QString::number(qint16(byte(0) | byte(1) << 8));
+}
+
+QString textOf(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QString:
+        return value.toString();
+    case QMetaType::QStringList:
+        // A text with commas that somebody wrote into the file by hand is read as a list.
+        return value.toStringList().join(QLatin1String(", "));
+    case QMetaType::QByteArray:
+        return numberIn(value.toByteArray());
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 SettingsStore::SettingsStore()
@@ -31,9 +55,7 @@ SettingsStore::SettingsStore(const QString &file) : settings_(file, QSettings::I
 
 QString SettingsStore::text(const QString &key, const QString &defaultText) const
 {
-    const QVariant value = settings_.value(cleanKey(key));
-    // A text with commas that somebody wrote into the file by hand is read as a list.
-    QString text = value.toStringList().join(QLatin1String(", "));
+    QString text = textOf(settings_.value(cleanKey(key)));
     const qsizetype end = text.indexOf(QChar());
     if (end >= 0)
         text.truncate(end);

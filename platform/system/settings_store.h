@@ -19,7 +19,8 @@ public:
     // The settings in a named file.
     explicit SettingsStore(const QString &file);
 
-    // A missing or empty value reads as the default.
+    // A missing or empty value reads as the default. A blob reads as the number that its first two bytes are,
+    // with sign and the lower byte first; any other kind of value as the default.
     QString text(const QString &key, const QString &defaultText = {}) const;
     void setText(const QString &key, const QString &text);
 

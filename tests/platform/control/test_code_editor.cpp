@@ -1,6 +1,7 @@
 // The editor's text, caret, undo, clipboard and signals.
 #include "platform/control/code_editor.h"
 #include "platform/control/editor_look.h"
+#include "platform/control/line_numbers.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -8,7 +9,9 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QtTest>
 
 using namespace control;
@@ -29,6 +32,28 @@ QByteArrayList markedNames(const CodeEditor &editor)
         at = end;
     }
     return names;
+}
+
+QPalette paletteOf(const QColor &ground, const QColor &ink)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Base, ground);
+    palette.setColor(QPalette::Text, ink);
+    return palette;
+}
+
+QByteArray besideLine(const CodeEditor &editor, int line)
+{
+    QByteArray text(64, '\0');
+    text.truncate(editor.SendScintilla(S::SCI_MARGINGETTEXT, uintptr_t(line), text.data()));
+    return text;
+}
+
+// The one line with the mark; -1 for none, -2 for several.
+long markedLine(const CodeEditor &editor, int marker)
+{
+    const long line = editor.send(S::SCI_MARKERNEXT, 0, 1L << marker);
+    return line >= 0 && editor.send(S::SCI_MARKERNEXT, ulong(line + 1), 1L << marker) >= 0 ? -2 : line;
 }
 
 } // namespace
@@ -322,6 +347,216 @@ private Q_SLOTS:
         QVERIFY(editor.send(S::SCI_GETMARGINWIDTHN, numberMargin) > narrow);
         editor.setLineNumbersShown(false);
         QCOMPARE(editor.send(S::SCI_GETMARGINWIDTHN, numberMargin), 0L);
+    }
+
+    void firstColoursCanBeRead_data()
+    {
+        QTest::addColumn<QColor>("ground");
+        QTest::addColumn<QColor>("ink");
+        QTest::newRow("white") << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("paper") << QColor(0xFD, 0xF6, 0xE3) << QColor(0x58, 0x6E, 0x75);
+        QTest::newRow("grey") << QColor(0x80, 0x80, 0x80) << QColor(Qt::black);
+        QTest::newRow("dark") << QColor(0x20, 0x20, 0x20) << QColor(0xE0, 0xE0, 0xE0);
+        QTest::newRow("black") << QColor(Qt::black) << QColor(Qt::white);
+        QTest::newRow("blue") << QColor(0x00, 0x20, 0x50) << QColor(0xC0, 0xD0, 0xE0);
+    }
+    void firstColoursCanBeRead()
+    {
+        QFETCH(QColor, ground);
+        QFETCH(QColor, ink);
+        const Look look(EditorProperties(), paletteOf(ground, ink));
+        for (int token = 0; token < tokenCount; ++token) {
+            const TokenLook &shown = look.tokens[size_t(token)];
+            QVERIFY2(contrast(shown.ink, shown.ground) >= 3, qPrintable(QString::number(token)));
+            if (look.dark && token != int(Token::LineNumber))
+                QVERIFY2(contrast(shown.ink, look.highlight) >= 2.5, qPrintable(QString::number(token)));
+        }
+        QVERIFY(contrast(look.marginInk, look.margin) >= 3);
+        QVERIFY(contrast(look.bookmarkGround, look.margin) >= 3);
+    }
+
+    void chosenColoursAreShownAsTheyAre()
+    {
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        EditorProperties chosen;
+        chosen.colours[TagNameInk] = 0x101010;
+        chosen.colours[TagNameGround] = 0x111111;
+        chosen.colours[HighlightGround] = 0xFFFFFE;
+        chosen.styles[TagNameStyle] = Italic;
+        chosen.styles[CommentStyle] = 99;
+        for (const QColor &ground : {QColor(Qt::black), QColor(Qt::white)}) {
+            editor.setPalette(paletteOf(ground, Qt::gray));
+            editor.setProperties(chosen);
+            QCOMPARE(editor.send(S::SCI_STYLEGETFORE, 1), 0x101010L);
+            QCOMPARE(editor.send(S::SCI_STYLEGETBACK, 1), 0x111111L);
+            QCOMPARE(Look(chosen, editor.palette()).highlight, QColor(0xFE, 0xFF, 0xFF));
+            QVERIFY(editor.properties().colours == chosen.colours);
+            QCOMPARE(editor.send(S::SCI_STYLEGETBOLD, 1), 0L);
+            QCOMPARE(editor.send(S::SCI_STYLEGETITALIC, 1), 1L);
+            QCOMPARE(editor.send(S::SCI_STYLEGETITALIC, 9), 0L);
+        }
+    }
+
+    void choosingChangesNothingElse()
+    {
+        CodeEditor editor;
+        editor.resize(400, 300);
+        editor.setLanguage(Language::Xml);
+        editor.loadText("<a>\n" + QByteArray("<b>\n</b>\n").repeated(200) + "</a>\n");
+        editor.replaceSelection("<!--x-->");
+        editor.execute(157); // fold all
+        editor.send(S::SCI_SETZOOM, 3);
+        editor.send(S::SCI_SETSEL, 4, 60);
+        editor.send(S::SCI_SETFIRSTVISIBLELINE, 20);
+        const auto state = [&editor] {
+            return QList<long>{editor.send(S::SCI_GETZOOM),
+                               editor.send(S::SCI_GETFIRSTVISIBLELINE),
+                               editor.selection().start,
+                               editor.selection().end,
+                               editor.canUndo(),
+                               long(editor.revision()),
+                               editor.send(S::SCI_GETALLLINESVISIBLE)};
+        };
+        const QList<long> before = state();
+        QSignalSpy told(&editor, &CodeEditor::propertiesChanged);
+        QSignalSpy dressed(&editor, &CodeEditor::dressed);
+        EditorProperties chosen;
+        chosen.font = {QStringLiteral("False"), 14.25, true, false, true, true};
+        chosen.numberingStyle = int(NumberingStyle::FromCaret);
+        chosen.colours[TextInk] = 0x123456;
+        editor.setProperties(chosen);
+        QCOMPARE(editor.send(S::SCI_STYLEGETSIZEFRACTIONAL, 1), 1425L);
+        QVERIFY(QFontInfo(QFont(editor.properties().font.name)).fixedPitch());
+        QCOMPARE(state(), before);
+        QCOMPARE(dressed.size(), 1);
+        editor.setProperties(chosen);
+        editor.setWhiteSpaceShown(true);
+        editor.setLineNumbersShown(false);
+        QCOMPARE(dressed.size(), 1);
+        QCOMPARE(told.size(), 0);
+        editor.changeProperties(editor.properties());
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(state(), before);
+    }
+
+    void struckTextStaysStruck()
+    {
+        CodeEditor editor;
+        editor.loadText("one");
+        EditorProperties chosen = editor.properties();
+        chosen.font.strikethrough = true;
+        editor.setProperties(chosen);
+        editor.placeCaret(0, 3);
+        editor.replaceSelection(" two");
+        const auto struckEnd
+            = [&editor] { return editor.send(S::SCI_INDICATOREND, ulong(strikeIndicator), 0); };
+        QCOMPARE(struckEnd(), 7L);
+        editor.loadText("three");
+        QCOMPARE(struckEnd(), 5L);
+        chosen.font.strikethrough = false;
+        editor.setProperties(chosen);
+        QCOMPARE(editor.send(S::SCI_INDICATORVALUEAT, ulong(strikeIndicator), 2), 0L);
+    }
+
+    void lineNumbers_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QString>("beside"); // with the caret in line 4
+        QTest::newRow("decimal") << 1 << -3 << 2 << QStringLiteral("-1");
+        QTest::newRow("unknown") << 77 << 5 << 2 << QStringLiteral("7");
+        QTest::newRow("hexadecimal") << 2 << 250 << 10 << QStringLiteral("104");
+        QTest::newRow("a tenth") << 3 << 1 << 9 << QStringLiteral("10");
+        QTest::newRow("no tenth") << 3 << 1 << 8 << QString();
+        QTest::newRow("the caret's") << 3 << 1 << 4 << QStringLiteral("5");
+        QTest::newRow("above the caret") << 4 << 100 << 1 << QStringLiteral("3");
+        QTest::newRow("at the caret") << 4 << 100 << 4 << QStringLiteral("104");
+        QTest::newRow("largest") << 1 << 2147483647 << 1 << QStringLiteral("2147483648");
+    }
+    void lineNumbers()
+    {
+        QFETCH(int, style);
+        QFETCH(int, start);
+        QFETCH(int, line);
+        CodeEditor editor;
+        editor.resize(400, 400);
+        EditorProperties chosen;
+        chosen.numberingStyle = style;
+        chosen.numberingStart = start;
+        editor.setProperties(chosen);
+        editor.loadText(QByteArray("\n").repeated(5000));
+        editor.placeCaret(4, 0);
+        editor.grab();
+        QTEST(QString::fromLatin1(besideLine(editor, line)), "beside");
+        QCOMPARE(besideLine(editor, 3000), QByteArray());
+        editor.send(S::SCI_SETFIRSTVISIBLELINE, 2990);
+        editor.grab();
+        QCOMPARE(QString::fromLatin1(besideLine(editor, 2999)), numberBeside(chosen, 2999, 4));
+        chosen.numberingStyle = chosen.numberingStart = 1;
+        editor.setProperties(chosen);
+        QCOMPARE(editor.send(S::SCI_GETMARGINTYPEN, numberMargin), long(S::SC_MARGIN_NUMBER));
+        QCOMPARE(besideLine(editor, 2999), QByteArray());
+    }
+
+    void selectionsOfSeveralLinesAreBounded()
+    {
+        CodeEditor editor;
+        editor.loadText(QByteArray("abc\n").repeated(9));
+        const auto bounds = [&editor](long start, long end) {
+            editor.send(S::SCI_SETSEL, ulong(start), end);
+            editor.grab();
+            QCoreApplication::processEvents();
+            return QList<long>{markedLine(editor, selectionFirstMarker),
+                               markedLine(editor, selectionLastMarker)};
+        };
+        const QList<long> none{-1, -1};
+        QCOMPARE(bounds(1, 3), none);
+        QCOMPARE(bounds(1, 22), QList<long>({0, 5}));
+        QCOMPARE(bounds(30, 5), QList<long>({1, 7}));
+        editor.execute(163); // indents the selected lines
+        const ByteRange kept = editor.selection();
+        QCOMPARE(bounds(kept.start, kept.end), QList<long>({1, 7}));
+        EditorProperties chosen = editor.properties();
+        chosen.leftMargin = false;
+        editor.setProperties(chosen);
+        QCOMPARE(bounds(kept.start, kept.end), none);
+    }
+
+    void draggingTheScrollBarTellsTheLine()
+    {
+        CodeEditor editor;
+        editor.resize(300, 200);
+        EditorProperties chosen;
+        chosen.numberingStart = 11;
+        editor.setProperties(chosen);
+        editor.loadText(QByteArray("\n").repeated(500));
+        editor.show();
+        QScrollBar *bar = editor.verticalScrollBar();
+        bar->setSliderDown(true);
+        bar->setSliderPosition(99);
+        QCOMPARE(QToolTip::text(), QStringLiteral("Line 110"));
+        bar->setSliderDown(false);
+        QTRY_VERIFY(!QToolTip::isVisible());
+    }
+
+    void selectionIsDraggedOnlyWhenWanted()
+    {
+        CodeEditor editor;
+        editor.resize(400, 300);
+        editor.loadText("some words here");
+        EditorProperties chosen;
+        for (const bool drag : {true, false}) {
+            chosen.dragText = drag;
+            editor.setProperties(chosen);
+            editor.send(S::SCI_SETSEL, 0, 10);
+            const QPoint inside(int(editor.send(S::SCI_POINTXFROMPOSITION, 0, 4)) + 1,
+                                int(editor.send(S::SCI_POINTYFROMPOSITION, 0, 4)) + 4);
+            QTest::mousePress(editor.viewport(), Qt::LeftButton, {}, inside);
+            QCOMPARE(editor.selection().length(), drag ? 10L : 0L);
+            QTest::mouseRelease(editor.viewport(), Qt::LeftButton, {}, inside);
+        }
     }
 };
 

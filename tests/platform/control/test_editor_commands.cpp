@@ -41,14 +41,19 @@ QByteArray marked(const CodeEditor &editor)
 QByteArray observed(const CodeEditor &editor)
 {
     QByteArrayList all{marked(editor), QGuiApplication::clipboard()->text().toUtf8()};
-    for (const unsigned ask : {S::SCI_GETANCHOR, S::SCI_GETCURRENTPOS, S::SCI_GETZOOM,
-                               S::SCI_GETFIRSTVISIBLELINE, S::SCI_GETOVERTYPE, S::SCI_GETVIEWWS,
-                               S::SCI_GETVIEWEOL, S::SCI_GETWRAPMODE, S::SCI_GETINDENTATIONGUIDES,
-                               S::SCI_GETALLLINESVISIBLE, S::SCI_SELECTIONISRECTANGLE, S::SCI_GETSELECTIONS})
+    for (const unsigned ask :
+         {S::SCI_GETANCHOR, S::SCI_GETCURRENTPOS, S::SCI_GETZOOM, S::SCI_GETFIRSTVISIBLELINE,
+          S::SCI_GETOVERTYPE, S::SCI_GETVIEWWS, S::SCI_GETVIEWEOL, S::SCI_GETWRAPMODE,
+          S::SCI_GETINDENTATIONGUIDES, S::SCI_GETALLLINESVISIBLE, S::SCI_SELECTIONISRECTANGLE,
+          S::SCI_GETSELECTIONS, S::SCI_AUTOCACTIVE})
         all += QByteArray::number(qlonglong(editor.send(ask)));
     for (int line = 0; line < editor.lineCount(); ++line)
         all += QByteArray::number(qlonglong(editor.send(S::SCI_MARKERGET, ulong(line))));
     all += QByteArray::number(qlonglong(editor.send(S::SCI_GETMARGINWIDTHN, numberMargin)));
+    const EditorProperties &chosen = editor.properties();
+    for (const bool option : {chosen.closeOnSlash, chosen.closeOnBracket, chosen.renameBoth,
+                              chosen.autoIndent, chosen.offerNames, chosen.dragText})
+        all += option ? "on" : "off";
     return all.join('\n');
 }
 
@@ -91,6 +96,11 @@ const Setup setups[] = {
         editor.execute(157);
         editor.placeCaret(2, 19);
     },
+    [](CodeEditor &editor) {
+        editor.placeCaret(0, 2);
+        editor.execute(226);
+    },
+    [](CodeEditor &editor) { editor.placeCaret(1, 4); },
 };
 
 } // namespace
@@ -176,6 +186,9 @@ private Q_SLOTS:
             {116, "ab|\n", "ba|\n"},
             {116, "a\n|b", "a\n|b"},
             {117, "a\nb|\nc", "{b\n}a\nc"},
+            {117, "a\r\n{<b>\r\n</b>}", "{<b>\r\n</b>\r\n}a"},
+            {118, "a|\r\nb", "b\r\n{a}"},
+            {114, "<a>\r\n  <b/>|\r\n</a>", "<a>\r\n  <b/>|\r\n  <b/>\r\n</a>"},
             {119, "a|  \r\n\t b\r\nc", "a| b\r\nc"},
             {119, "{a\nb\nc}\nd", "{a b c}\nd"},
             {121, "\t a|b", "\t a\n\t |b"},
@@ -186,6 +199,10 @@ private Q_SLOTS:
             {124, "\t<a/>|\n", "{\t<!-- <a/> -->}\n"},
             {124, "{<!-- a -->}", "{a}"},
             {124, "{a--b}", "{a--b}"},
+            {124, "{<a>\n<!-- b -->\n</a>}", "{<!-- <a>\n&lt;!&ndash; b &ndash;&gt;\n</a> -->}"},
+            {124, "{<!-- <a>\n&lt;!&ndash; b &ndash;&gt;\n</a> -->}", "{<a>\n<!-- b -->\n</a>}"},
+            {124, "{<!-- a -->\n<!-- b -->}", "{a\nb}"},
+            {124, "{a -->}", "{a -->}"},
             {131, "c\nb|\na", "a\nb|\nc"},
             {132, "{a\r\nb\r\n}c", "{b\r\na\r\n}c"},
             {133, "{1\n2\n3}", "{3\n2\n1}"},
@@ -317,6 +334,21 @@ private Q_SLOTS:
         QVERIFY(visible(2));
     }
 
+    void levelsFold()
+    {
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        editor.loadText("<r>\n<a>\n<c>\n1\n</c>\n</a>\n<b>\n2\n</b>\n</r>\n");
+        editor.placeCaret(7, 1);
+        QVERIFY(editor.execute(226) && !editor.execute(226));
+        const auto visible
+            = [&editor](int line) { return editor.send(S::SCI_GETLINEVISIBLE, ulong(line)) != 0; };
+        QVERIFY(visible(1) && !visible(2) && visible(6) && !visible(7));
+        QCOMPARE(editor.caretLine(), 6);
+        QVERIFY(editor.execute(227) && !editor.execute(227));
+        QVERIFY(visible(3) && visible(7));
+    }
+
     void servicesAreAsked()
     {
         CodeEditor editor;
@@ -354,8 +386,8 @@ private Q_SLOTS:
     {
         CodeEditor editor;
         editor.loadText("abc");
-        editor.shortcuts().setShortcuts(137, {QKeySequence(QStringLiteral("Ctrl+K, A"))});
-        QTest::keyClick(&editor, Qt::Key_A, Qt::ControlModifier);
+        editor.shortcuts().setShortcuts(138, {QKeySequence(QStringLiteral("Ctrl+K, A"))});
+        QTest::keyClick(&editor, Qt::Key_W, Qt::ControlModifier);
         QVERIFY(!editor.canCopy());
         QTest::keyClick(&editor, Qt::Key_K, Qt::ControlModifier);
         QTest::keyClick(&editor, Qt::Key_B);
@@ -365,7 +397,7 @@ private Q_SLOTS:
         QVERIFY(editor.canCopy());
         // Keys belong to one command at a time.
         editor.shortcuts().setShortcuts(195, {QKeySequence(QStringLiteral("Ctrl+K, A"))});
-        QVERIFY(editor.shortcuts().shortcuts(137).isEmpty());
+        QVERIFY(editor.shortcuts().shortcuts(138).isEmpty());
     }
 
     void windowKeepsItsShortcuts_data()

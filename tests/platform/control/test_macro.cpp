@@ -1,0 +1,360 @@
+// Macros: the bytes they are kept in, and playing and recording them in an editor.
+#include "platform/control/code_editor.h"
+#include "platform/control/macro_recorder.h"
+
+#include <QInputMethodEvent>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace control;
+using S = QsciScintillaBase;
+
+namespace {
+
+const Macro sample = {{0, "<a\xC3\xA4>\t\n"}, {183, {}}, {167, {}, 1'000'000}, {0, "x", 300}, {223, {}}};
+
+// What a macro's bytes are up to the checksum, with the right checksum behind.
+QByteArray signedBytes(QByteArray bytes)
+{
+    quint32 sum = 0xFFFFFFFFU;
+    for (const char byte : bytes) {
+        sum ^= quint8(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = (sum >> 1) ^ ((sum & 1U) != 0 ? 0xEDB88320U : 0U);
+    }
+    for (int byte = 0; byte < 4; ++byte)
+        bytes += char(~sum >> (8 * byte));
+    return bytes;
+}
+
+void type(CodeEditor &editor, const char *text) { QTest::keyClicks(&editor, QString::fromUtf8(text)); }
+
+void commit(CodeEditor &editor, const char *preedit, const char *committed)
+{
+    QInputMethodEvent event(QString::fromUtf8(preedit), {});
+    event.setCommitString(QString::fromUtf8(committed));
+    QCoreApplication::sendEvent(&editor, &event);
+}
+
+// Records whatever is done to an editor while it lives.
+class Recording
+{
+public:
+    explicit Recording(CodeEditor &editor) : recorder_(editor)
+    {
+        recorder_.start();
+        connection_ = QObject::connect(&editor, &CodeEditor::stepped, &editor,
+                                       [this](const Step &step) { lost_ = lost_ || !recorder_.take(step); });
+    }
+    ~Recording() { QObject::disconnect(connection_); }
+    Macro finish() { return recorder_.finish(); }
+    bool lost() const { return lost_; }
+
+private:
+    MacroRecorder recorder_;
+    QMetaObject::Connection connection_;
+    bool lost_ = false;
+};
+
+} // namespace
+
+class TestMacro : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void bytesComeBack()
+    {
+        const QByteArray bytes = bytesOf(sample);
+        QCOMPARE(macroOf(bytes), sample);
+        for (const char *rest : {"\0", "XEM1", "\xFF\xFF\xFF\xFF\xFF\xFF"}) {
+            QCOMPARE(macroOf(bytes + QByteArray(rest, 4)), sample);
+        }
+        MacroSlots macros;
+        QVERIFY(macros.setMacro(9, bytes + '\0'));
+        QCOMPARE(macros.macro(9), bytes);
+        QVERIFY(!macros.setMacro(10, bytes) && !macros.setMacro(-1, bytes));
+        QVERIFY(macros.setMacro(9, bytes.chopped(1)));
+        QVERIFY(macros.macro(9).isEmpty());
+    }
+
+    void damagedBytesAreNothing()
+    {
+        const QByteArray bytes = bytesOf(sample);
+        for (qsizetype length = 0; length < bytes.size(); ++length)
+            QVERIFY2(!macroOf(bytes.first(length)), qPrintable(QString::number(length)));
+        for (qsizetype at = 0; at < bytes.size(); ++at) {
+            for (const int flip : {0x01, 0x80, 0xFF}) {
+                QByteArray damaged = bytes + "\0rest";
+                damaged[at] = char(damaged[at] ^ flip);
+                QVERIFY2(!macroOf(damaged), qPrintable(QString::number(at)));
+            }
+        }
+    }
+
+    void hostileBytesAreNothing_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("good");
+        const auto row = [](const char *name, const QByteArray &steps, bool good = false) {
+            QTest::newRow(name) << signedBytes("XEM1" + steps) << good;
+        };
+        row("Line Down", "\x01\xCE\x02", true);
+        row("no step", QByteArray("\0", 1));
+        row("more steps than there are", "\x02\xCE\x02");
+        row("two thousand million steps", "\xFF\xFF\xFF\xFF\x07\xCE\x02");
+        row("a number without end", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x01");
+        row("text longer than the file", QByteArray("\x01\x00\xFF\xFF\xFF\x7Fzz", 8));
+        row("text of two letters", QByteArray("\x01\x00\x02zz", 5), true);
+        row("no text", QByteArray("\x01\x00\x00", 3));
+        row("text that is no UTF-8", QByteArray("\x01\x00\x01\xC3", 4));
+        row("text with a zero", QByteArray("\x01\x00\x01\x00", 4));
+        row("text with Escape", QByteArray("\x01\x00\x01\x1B", 4));
+        row("repeated no times", QByteArray("\x01\xCF\x02\x00", 4));
+        row("repeated two million times", "\x01\xCF\x02\x80\x89\x7A");
+        row("command 242", "\x01\xE4\x03");
+        row("command 99", "\x01\xC6\x01");
+        for (const int command : {100, 101, 168, 169, 178, 187, 212, 213, 224}) {
+            const QByteArray name = "command " + QByteArray::number(command);
+            row(name, QByteArray("\x01") + char((command * 2) | 0x80) + char(command * 2 >> 7));
+        }
+    }
+    void hostileBytesAreNothing()
+    {
+        QFETCH(QByteArray, bytes);
+        QTEST(macroOf(bytes).has_value(), "good");
+    }
+
+    void whatIsRecordedPlays_data()
+    {
+        QTest::addColumn<QByteArray>("recorded");
+        QTest::addColumn<QByteArray>("played");
+        QTest::newRow("LF") << QByteArray("one\ntwo\n")
+                            << QByteArray("< \xC3\xA4\xF0\x9F\x98\x80>\n- one\ntwo\n");
+        QTest::newRow("CR LF") << QByteArray("one\r\ntwo\r\n")
+                               << QByteArray("< \xC3\xA4\xF0\x9F\x98\x80>\r\n- one\r\ntwo\r\n");
+    }
+    void whatIsRecordedPlays()
+    {
+        QFETCH(QByteArray, recorded);
+        QFETCH(QByteArray, played);
+        CodeEditor editor;
+        editor.loadText(recorded);
+        Recording recording(editor);
+        type(editor, "< ");
+        commit(editor, "a", "");
+        commit(editor, "", "\xC3\xA4");
+        commit(editor, "", "\xF0\x9F\x98\x80>\n");
+        type(editor, "x");
+        QTest::keyClick(&editor, Qt::Key_Backspace);
+        type(editor, "-");
+        QTest::keyClick(&editor, Qt::Key_Tab);
+        QTest::keyClick(&editor, Qt::Key_Backspace);
+        type(editor, " ");
+        QTest::keyClick(&editor, Qt::Key_Home, Qt::ControlModifier);
+        const Macro macro = recording.finish();
+        QCOMPARE(editor.text(), played);
+        QCOMPARE(macroOf(bytesOf(macro)), macro);
+
+        editor.loadText(recorded);
+        QSignalSpy edited(&editor, &CodeEditor::textEdited);
+        QVERIFY(editor.player().play(macro));
+        QCOMPARE(editor.text(), played);
+        QCOMPARE(edited.size(), 1);
+        editor.undo();
+        QCOMPARE(editor.text(), recorded);
+        QVERIFY(!editor.canUndo());
+        editor.redo();
+        QCOMPARE(editor.text(), played);
+        QVERIFY(editor.updatesEnabled());
+    }
+
+    // What was undone while recording is not in the macro; what was typed before it stays out as well.
+    void undoneIsNotRecorded()
+    {
+        CodeEditor editor;
+        type(editor, "before");
+        Recording recording(editor);
+        type(editor, "ab");
+        editor.execute(199);
+        type(editor, "wrong");
+        editor.execute(183);
+        editor.execute(100);
+        QCOMPARE(editor.text(), QByteArray("beforeab"));
+        type(editor, "X");
+        editor.execute(100);
+        editor.execute(101);
+        type(editor, "Y");
+        QVERIFY(!recording.lost());
+        const Macro expected = {{0, "ab"}, {199, {}}, {0, "XY"}};
+        QCOMPARE(recording.finish(), expected);
+        QCOMPARE(editor.text(), QByteArray("beforeaXYb"));
+    }
+
+    void undoBeyondTheRecordingIsSaid()
+    {
+        CodeEditor editor;
+        type(editor, "before");
+        Recording recording(editor);
+        editor.execute(100);
+        QVERIFY(recording.lost());
+        QCOMPARE(editor.text(), QByteArray());
+        QVERIFY(recording.finish().isEmpty());
+    }
+
+    void repeatCountIsOneStep_data()
+    {
+        QTest::addColumn<int>("command");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<int>("caret");
+        QTest::newRow("typing") << 0 << 3 << QByteArray("a/a/a/one\ntwo\nthree") << 6;
+        QTest::newRow("move") << 167 << 2 << QByteArray("one\ntwo\nthree") << 8;
+        QTest::newRow("move to the end") << 201 << 1'000'000 << QByteArray("one\ntwo\nthree") << 13;
+        QTest::newRow("delete to the end") << 195 << 1'000'000 << QByteArray() << 0;
+        QTest::newRow("join, while there are lines") << 119 << 50 << QByteArray("one two three") << 0;
+        QTest::newRow("nothing to go to") << 206 << 50 << QByteArray("one\ntwo\nthree") << 0;
+    }
+    void repeatCountIsOneStep()
+    {
+        QFETCH(int, command);
+        QFETCH(int, count);
+        CodeEditor editor;
+        editor.loadText("one\ntwo\nthree");
+        QSignalSpy stepped(&editor, &CodeEditor::stepped);
+        editor.setRepeatCount(count);
+        QCOMPARE(editor.perform({command, command == 0 ? "a/" : ""}), command != 206);
+        QTEST(editor.text(), "after");
+        QTEST(int(editor.send(S::SCI_GETCURRENTPOS)), "caret");
+        QCOMPARE(editor.repeatCount(), 1);
+        QCOMPARE(stepped.size(), command == 206 ? 0 : 1);
+        editor.undo();
+        QCOMPARE(editor.text(), QByteArray("one\ntwo\nthree"));
+        QVERIFY(!editor.canUndo());
+    }
+
+    void repeatedUndoGoesBackStepByStep()
+    {
+        CodeEditor editor;
+        for (const char *piece : {"a", "b", "c", "d"})
+            editor.replaceSelection(piece);
+        editor.setRepeatCount(3);
+        editor.execute(100);
+        QCOMPARE(editor.text(), QByteArray("a"));
+        editor.setRepeatCount(2);
+        editor.execute(101);
+        QCOMPARE(editor.text(), QByteArray("abc"));
+    }
+
+    void escapeTakesTheCountBack()
+    {
+        CodeEditor editor;
+        editor.loadText("one");
+        editor.setRepeatCount(5);
+        editor.send(S::SCI_SETSEL, 0, 2);
+        QTest::keyClick(&editor, Qt::Key_Escape);
+        QCOMPARE(editor.selection(), ByteRange({0, 2}));
+        type(editor, "x");
+        QCOMPARE(editor.text(), QByteArray("xe"));
+    }
+
+    void playEndsWhereAStepFails()
+    {
+        CodeEditor editor;
+        editor.loadText("one\ntwo\nthree");
+        PlayReport report;
+        editor.player().watch({}, [&report](const PlayReport &ended) { report = ended; });
+        QVERIFY(!editor.player().play({{0, "x"}, {206, {}}, {0, "y"}}));
+        QCOMPARE(editor.text(), QByteArray("xone\ntwo\nthree"));
+        QCOMPARE(report.end, PlayEnd::StepFailed);
+        QCOMPARE(report.failed.command, 206);
+        // A repetition that has come to its end within a macro is no failure.
+        QVERIFY(editor.player().play({{206, {}, 5}, {0, "y"}}) == false);
+        QVERIFY(editor.player().play({{167, {}, 99}, {0, "y"}}));
+        QCOMPARE(editor.text(), QByteArray("xone\ntwo\nthreey"));
+        QCOMPARE(report.end, PlayEnd::Done);
+        editor.undo();
+        QCOMPARE(editor.text(), QByteArray("xone\ntwo\nthree"));
+        // In the last line there is no line to go on to, though the key goes to its end.
+        editor.placeCaret(0, 0);
+        editor.setServiceHandler(214, [&editor] {
+            return editor.player().play({{181, {}}, {0, "-"}, {167, {}}});
+        });
+        editor.setRepeatCount(99);
+        editor.execute(214);
+        QCOMPARE(editor.text(), QByteArray("-xone\n-two\n-three"));
+        QCOMPARE(report.end, PlayEnd::StepFailed);
+        QCOMPARE(report.failed.command, 167);
+    }
+
+    void playCanBeStopped()
+    {
+        CodeEditor editor;
+        PlayReport report;
+        int asked = 0;
+        editor.player().watch([&asked](const PlayReport &) { return ++asked < 3; },
+                              [&report](const PlayReport &ended) { report = ended; });
+        editor.setRepeatCount(mostRepeats);
+        QVERIFY(editor.perform({0, "ab"}));
+        QCOMPARE(report.end, PlayEnd::Cancelled);
+        QVERIFY(report.rounds > 0 && report.rounds < mostRepeats);
+        QVERIFY(editor.text().startsWith(QByteArray("ab").repeated(report.rounds)));
+        editor.undo();
+        QCOMPARE(editor.text(), QByteArray());
+        QVERIFY(!editor.canUndo());
+    }
+
+    void playCannotFillTheMemory()
+    {
+        CodeEditor editor;
+        editor.loadText(QByteArray("some line\n").repeated(100000));
+        PlayReport report;
+        editor.player().watch({}, [&report](const PlayReport &ended) { report = ended; });
+        QVERIFY(editor.player().play({{137, {}}, {114, {}, 1000}}) == false);
+        QCOMPARE(report.end, PlayEnd::TextTooLarge);
+        QVERIFY(editor.text().size() <= 2 * MacroPlayer::mostText);
+    }
+
+    void redoSurvivesAPlayThatChangesNothing()
+    {
+        CodeEditor editor;
+        type(editor, "word");
+        editor.undo();
+        editor.player().play({{190, {}}, {192, {}}});
+        QVERIFY(!editor.canUndo() && editor.canRedo());
+    }
+
+    void longMacroOnALongText()
+    {
+        Macro round;
+        for (int i = 0; i < 249; ++i)
+            round += {{0, "<"}, {183, {}}, {179, {}}, {201, {}}};
+        round += {{181, {}}, {0, "> "}, {181, {}}, {167, {}}};
+        QByteArray text;
+        QByteArray expected;
+        for (int line = 0; line < 10000; ++line) {
+            const QByteArray content = "line " + QByteArray::number(line) + " of the text\n";
+            text += content;
+            expected += line < 20 ? "> " + QByteArray(249, '<') + content : content;
+        }
+        CodeEditor editor;
+        editor.resize(800, 600);
+        editor.show();
+        editor.loadText(text);
+        QElapsedTimer timer;
+        timer.start();
+        EditorLibrary &library = *editor.library();
+        QVERIFY(library.macros.setMacro(0, bytesOf(round)));
+        editor.setServiceHandler(214,
+                                 [&] { return editor.player().play(*macroOf(library.macros.macro(0))); });
+        editor.setRepeatCount(20);
+        editor.execute(214);
+        qInfo("%d steps: %lld ms", 20 * int(round.size()), timer.elapsed());
+        QCOMPARE(editor.text(), expected);
+        editor.undo();
+        QCOMPARE(editor.text(), text);
+    }
+};
+
+QTEST_MAIN(TestMacro)
+#include "test_macro.moc"

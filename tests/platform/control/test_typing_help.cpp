@@ -1,0 +1,370 @@
+// What is typed along: closing tags, the other tag's name, indentation, and the names offered.
+#include "platform/control/code_editor.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace control;
+using S = QsciScintillaBase;
+
+namespace {
+
+constexpr Language X = Language::Xml;
+constexpr Language H = Language::Html;
+constexpr Language P = Language::Plain;
+
+// Texts show the caret as "|", or the selection as "{...}" with the caret at its end.
+void putMarked(CodeEditor &editor, QByteArray marked)
+{
+    const qsizetype caret = marked.indexOf('|');
+    const qsizetype start = marked.indexOf('{');
+    const qsizetype end = marked.indexOf('}') - 1;
+    marked.replace("|", "").replace("{", "").replace("}", "");
+    editor.loadText(marked);
+    if (start >= 0)
+        editor.send(S::SCI_SETSEL, ulong(start), long(end));
+    else
+        editor.send(S::SCI_GOTOPOS, ulong(caret));
+}
+
+QByteArray marked(const CodeEditor &editor) { return editor.text().insert(editor.selection().end, '|'); }
+
+// Letters are typed; "~" is Backspace, "#" Delete, "@" Return, "^" a paste, "%" overtyping turned on or off.
+Step stepOf(char key)
+{
+    const std::pair<char, int> commands[] = {{'~', 105}, {'#', 195}, {'@', 121}, {'^', 104}, {'%', 159}};
+    for (const auto &[sign, command] : commands)
+        if (key == sign)
+            return {command, {}};
+    return {0, QByteArray(1, key)};
+}
+
+void type(CodeEditor &editor, const QByteArray &keys)
+{
+    for (const char key : keys)
+        editor.perform(stepOf(key));
+}
+
+} // namespace
+
+class TestTypingHelp : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keysTypeAlong_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("keys");
+        QTest::addColumn<QByteArray>("after");
+        struct Row
+        {
+            Language language;
+            const char *before;
+            const char *keys;
+            const char *after;
+        };
+        const Row rows[] = {
+            // The closing tag on "</".
+            {X, "<a><b>x|", "</", "<a><b>x</b>|"},
+            {X, "<a><b/><c></c>|", "</", "<a><b/><c></c></a>|"},
+            // A tag typed to its end all the same, or other text that begins like it.
+            {X, "<ab>x|", "</ab>", "<ab>x</ab>|"},
+            {X, "<a><b>x|", "</b></a>", "<a><b>x</b></a>|"},
+            {X, "<a><b>x|", "</by</", "<a><b>x</b>by</a>|"},
+            {X, "<ab>x|", "</ab~>", "<ab>x</ab>a>|"},
+            {X, "<a></a>|", "</", "<a></a></|"},
+            {X, "<b>|</b>", "</", "<b></b>|</b>"},
+            {X, "<a><|b>", "/", "<a></|b>"},
+            {X, "<a><!-- <b> |", "</", "<a><!-- <b> </|"},
+            {X, "<a><!-- <b> -->|", "</", "<a><!-- <b> --></a>|"},
+            {X, "<a><![CDATA[|]]></a>", "</", "<a><![CDATA[</|]]></a>"},
+            {X, "<a><?p |?></a>", "</", "<a><?p </|?></a>"},
+            {X, "<a b=\"|\"></a>", "</", "<a b=\"</|\"></a>"},
+            {X, "<a>\n  <b>\n    x\n    |", "</", "<a>\n  <b>\n    x\n  </b>|"},
+            {X, "<a>\n  <b>\n    x|", "</", "<a>\n  <b>\n    x</b>|"},
+            {X, "<P><br>|", "</", "<P><br></br>|"},
+            {H, "<P><br>|", "</", "<P><br></P>|"},
+            {H, "<script>if (a|", "</", "<script>if (a</|"},
+            {H, "<script>\n<b>\n|", "</", "<script>\n<b>\n</script>|"},
+            {P, "<a>|", "</", "<a></|"},
+            // The closing tag on ">".
+            {X, "<a|", ">", "<a>|</a>"},
+            {X, "<a b='>'|", ">", "<a b='>'>|</a>"},
+            {X, "<a b='|'", ">", "<a b='>|'"},
+            {X, "<a/|", ">", "<a/>|"},
+            {X, "</a|", ">", "</a>|"},
+            {X, "<a|</a>", ">", "<a>|</a>"},
+            {X, "<a|x</a>", ">", "<a>|x</a>"},
+            {X, "<a><a|</a>", ">", "<a><a>|</a></a>"},
+            {X, "<!-- <a|", ">", "<!-- <a>|"},
+            {X, "<a|>", ">", "<a>|>"},
+            {X, "<!DOCTYPE a|", ">", "<!DOCTYPE a>|"},
+            {X, "<?a|", ">", "<?a>|"},
+            {X, "a |", ">", "a >|"},
+            {H, "<br|", ">", "<br>|"},
+            {H, "<script>if (a<b|", ">", "<script>if (a<b>|"},
+            {P, "<a|", ">", "<a>|"},
+            // Both names.
+            {X, "<a|>x</a>", "bc", "<abc|>x</abc>"},
+            {X, "<a>x</a|>", "bc", "<abc>x</abc|>"},
+            {X, "<ab|><ab/>\n</ab>", "~~c", "<c|><ab/>\n</c>"},
+            {X, "<|ab>x</ab>", "##c", "<c|>x</c>"},
+            {X, "<{ab} c='1'>x</ab>", "^", "<pasted| c='1'>x</pasted>"},
+            {X, "<|ab>x</ab>", "%c%", "<c|b>x</cb>"},
+            {X, "<a|b>x</ab>", " ", "<a |b>x</a>"},
+            {X, "<a|>x</a>", " b", "<a b|>x</a>"},
+            {X, "<a|>x</b>", "c", "<ac|>x</b>"},
+            {X, "<a><a|></a>", "b", "<a><ab|></a>"},
+            {X, "<a><a|></a></a>", "b", "<a><ab|></ab></a>"},
+            {X, "<a>|</a>", "<ab", "<a><ab|</a>"},
+            {X, "<!-- <a|></a> -->", "b", "<!-- <ab|></a> -->"},
+            {X, "<a|/><b></a>", "b", "<ab|/><b></a>"},
+            {X, "<a |></a>", "b", "<a b|></a>"},
+            {H, "<DIV|>x</div>", "s", "<DIVs|>x</DIVs>"},
+            {P, "<a|>x</a>", "b", "<ab|>x</a>"},
+            // New lines.
+            {X, "  <a>|</a>", "@", "  <a>\n    |\n  </a>"},
+            {X, "\t<a>|</a>", "@", "\t<a>\n\t\t|\n\t</a>"},
+            {X, "  <a>|", "@", "  <a>\n    |"},
+            {X, "  <a\n     b='1'>|", "@", "  <a\n     b='1'>\n    |"},
+            {X, "  <a>x|</a>", "@", "  <a>x\n  |</a>"},
+            {X, "  <a/>|", "@", "  <a/>\n  |"},
+            {X, "  <a></a>|", "@", "  <a></a>\n  |"},
+            {X, "  <!-- <a>|", "@", "  <!-- <a>\n  |"},
+            {X, "  <a></b>|", "@", "  <a></b>\n    |"},
+            {H, "  <br>|", "@", "  <br>\n  |"},
+            {P, "  <a>|</a>", "@", "  <a>\n  |</a>"},
+        };
+        for (const Row &row : rows)
+            QTest::addRow("%s %s", row.before, row.keys) << int(row.language) << QByteArray(row.before)
+                                                         << QByteArray(row.keys) << QByteArray(row.after);
+    }
+    void keysTypeAlong()
+    {
+        QFETCH(int, language);
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, keys);
+        QFETCH(QByteArray, after);
+        QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+        CodeEditor editor;
+        EditorProperties all;
+        all.closeOnBracket = true;
+        editor.setProperties(all);
+        editor.setLanguage(Language(language));
+        putMarked(editor, before);
+        const QByteArray plain = editor.text();
+        type(editor, keys);
+        QCOMPARE(marked(editor), after);
+        for (qsizetype i = 0; i < keys.size() && editor.canUndo(); ++i)
+            editor.undo();
+        QCOMPARE(editor.text(), plain);
+        while (editor.canRedo())
+            editor.redo();
+        QCOMPARE(editor.text(), QByteArray(after).replace("|", ""));
+    }
+
+    void optionsSwitchItOff_data()
+    {
+        QTest::addColumn<int>("toggle");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("keys");
+        QTest::addColumn<QByteArray>("on");
+        QTest::addColumn<QByteArray>("off");
+        const auto row
+            = [](int toggle, const char *before, const char *keys, const char *on, const char *off) {
+                  QTest::addRow("%d %s", toggle, before) << toggle << QByteArray(before) << QByteArray(keys)
+                                                         << QByteArray(on) << QByteArray(off);
+              };
+        row(228, "<a>|", "</", "<a></a>|", "<a></|");
+        row(230, "<a|>x</a>", "b", "<ab|>x</ab>", "<ab|>x</a>");
+        row(231, "  <a>|</a>", "@", "  <a>\n    |\n  </a>", "  <a>\n|</a>");
+        row(231, "<a>\n\t|", "</", "<a>\n</a>|", "<a>\n\t</a>|");
+        row(229, "<a|", ">", "<a>|", "<a>|</a>"); // off before anybody chose
+    }
+    void optionsSwitchItOff()
+    {
+        QFETCH(int, toggle);
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, keys);
+        QFETCH(QByteArray, on);
+        QFETCH(QByteArray, off);
+        CodeEditor editor;
+        editor.setLanguage(X);
+        QSignalSpy chosen(&editor, &CodeEditor::propertiesChanged);
+        for (const QByteArray &expected : {on, off, on}) {
+            putMarked(editor, before);
+            type(editor, keys);
+            QCOMPARE(marked(editor), expected);
+            QVERIFY(editor.execute(toggle));
+        }
+        QCOMPARE(chosen.size(), 3);
+    }
+
+    void oneUndoTakesItBack_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("keys");
+        QTest::addColumn<QByteArray>("undone");
+        const auto row = [](const char *before, const char *keys, const char *undone) {
+            QTest::addRow("%s %s", before, keys)
+                << QByteArray(before) << QByteArray(keys) << QByteArray(undone);
+        };
+        row("<a>x<|", "/", "<a>x<");
+        row("<a>|</a>", "@", "<a></a>");
+        row("<a|>x</a>", "bcd", "<a>x</a>");
+        row("<abc>x</abc|>", "~~~", "<abc>x</abc>");
+        row("<abc|>x</abc>", "~~de", "<a>x</a>");
+        row("<{abc}>x</abc>", "^", "<abc>x</abc>");
+    }
+    void oneUndoTakesItBack()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, keys);
+        QFETCH(QByteArray, undone);
+        QGuiApplication::clipboard()->setText(QStringLiteral("z"));
+        CodeEditor editor;
+        editor.setLanguage(X);
+        putMarked(editor, before);
+        type(editor, keys);
+        const QByteArray done = editor.text();
+        editor.execute(100);
+        QCOMPARE(editor.text(), undone);
+        editor.execute(101);
+        QCOMPARE(editor.text(), done);
+    }
+
+    // Between the tags lies more than is looked at, and around them more than is read at once.
+    void longTextsAreLeftAlone()
+    {
+        CodeEditor editor;
+        editor.setLanguage(X);
+        const QByteArray much = QByteArray("<i/>\n").repeated(400'000);
+        editor.loadText("<a>" + much + "</a>");
+        editor.placeCaret(0, 2);
+        type(editor, "b");
+        QVERIFY(editor.text().startsWith("<ab>") && editor.text().endsWith("</a>"));
+        editor.execute(192);
+        type(editor, "</");
+        QVERIFY(editor.text().endsWith("</a></"));
+    }
+
+    void namesAreOffered_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArrayList>("words");
+        const auto row = [](const char *before, const QByteArrayList &words) {
+            QTest::addRow("%s", before) << QByteArray(before) << words;
+        };
+        row("<r><item/><item/><it/><x/><i|</r>", {"item", "it"});
+        row("<r><item/><it/><it|</r>", {"it", "item"});
+        row("<r><b></b><bc></|", {"bc"});
+        row("<a id='1' x='2'/><b idle='3' i='4'/><b i=''/><b i|>", {"i", "idle", "id"});
+        row("<b id='' idle=''/><b id='1' i|>", {"idle"});
+        row("<b id='' idle=''/><b i| id='1'>", {"idle"});
+        row("<b k='one'/><b k='only'/><b l='off'/><b k='o|'>", {"one", "only"});
+        row("<!DOCTYPE r [<!ENTITY ann 'x'><!ENTITY % par ''>]><r>&a|", {"amp", "apos", "ann"});
+        row("<r a='&l|'/>", {"lt"});
+        row("<r>&|</r>", {"lt", "gt", "amp", "quot", "apos"});
+        row("<r><!-- <r| --></r>", {});
+        row("<r><![CDATA[<r|]]></r>", {});
+        row("<r> r|</r>", {});
+        row("<r a=|>", {});
+    }
+    void namesAreOffered()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArrayList, words);
+        CodeEditor editor;
+        editor.setLanguage(X);
+        putMarked(editor, before);
+        QCOMPARE(QByteArrayList(editor.typingHelp().namesFitting().words), words);
+    }
+
+    // Keys: as above, "!" Tab, "*" Escape, "+" Down, "$" Ctrl+Space, "=" start of the line.
+    void listTakesKeys_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("keys");
+        QTest::addColumn<QByteArray>("after");
+        const auto row = [](const char *before, const char *keys, const char *after) {
+            QTest::addRow("%s %s", before, keys)
+                << QByteArray(before) << QByteArray(keys) << QByteArray(after);
+        };
+        row("<item/><it/><it/>|", "<i@", "<item/><it/><it/><it|");
+        row("<item/><it/><it/>|", "<i+@", "<item/><it/><it/><item|");
+        row("<item/><it/><it/>|", "<i+!", "<item/><it/><it/><item|");
+        row("<item/><it/>|", "<it@", "<item/><it/><it\n|");
+        row("<item/><it/>|", "<x@", "<item/><it/><x\n|");
+        row("<item/><it/>|", "<i*@", "<item/><it/><i\n|");
+        row("<item/><it/>|", "<i~$@", "<item/><it/><it|");
+        row("<item/>|", "<i=@", "\n|<item/><i");
+        row("<item/>|", "<item>@", "<item/><item>\n\t|");
+        row("<a>x|</a>", "&a@", "<a>x&amp;|</a>");
+        row("<ab>x|", "</a@", "<ab>x</ab>|");
+        row("<r><ab x='1'/><ab>x</ab></r>|", "<a!", "<r><ab x='1'/><ab>x</ab></r><ab|");
+    }
+    void listTakesKeys()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, keys);
+        QFETCH(QByteArray, after);
+        CodeEditor editor;
+        editor.setLanguage(X);
+        EditorProperties noSlash;
+        noSlash.closeOnSlash = false;
+        editor.setProperties(noSlash);
+        editor.show();
+        putMarked(editor, before);
+        Macro recorded;
+        connect(&editor, &CodeEditor::stepped, &editor, [&recorded](const Step &step) { recorded += step; });
+        for (const char key : keys) {
+            const QByteArray list("!*+$=");
+            const int commands[] = {128, 140, 167, 212, 181};
+            if (const qsizetype at = list.indexOf(key); at >= 0)
+                editor.execute(commands[at]);
+            else
+                editor.perform(stepOf(key));
+        }
+        QCOMPARE(marked(editor), after);
+        // What was recorded gives the same without any list.
+        CodeEditor other;
+        other.setLanguage(X);
+        other.setProperties(noSlash);
+        putMarked(other, before);
+        for (const Step &step : recorded)
+            other.perform(step);
+        QCOMPARE(marked(other), after);
+    }
+
+    void offeringCanBeSwitchedOff()
+    {
+        CodeEditor editor;
+        editor.setLanguage(X);
+        editor.show();
+        editor.execute(188);
+        putMarked(editor, "<item/>|");
+        type(editor, "<i");
+        QVERIFY(!editor.send(S::SCI_AUTOCACTIVE));
+        QVERIFY(editor.execute(212));
+        QVERIFY(editor.send(S::SCI_AUTOCACTIVE));
+    }
+
+    void closeElement()
+    {
+        CodeEditor editor;
+        editor.setLanguage(X);
+        putMarked(editor, "<a>\n  <b>|");
+        QVERIFY(editor.execute(225));
+        type(editor, "@");
+        QVERIFY(editor.execute(225));
+        QVERIFY(!editor.execute(225));
+        QCOMPARE(marked(editor), QByteArray("<a>\n  <b></b>\n</a>|"));
+    }
+};
+
+QTEST_MAIN(TestTypingHelp)
+#include "test_typing_help.moc"
