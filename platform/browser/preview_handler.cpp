@@ -1,5 +1,6 @@
 #include "platform/browser/preview_handler.h"
 
+#include "platform/browser/external_subset.h"
 #include "platform/browser/media_type.h"
 #include "platform/browser/preview_url.h"
 #include "platform/browser/style_instruction.h"
@@ -8,7 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QWebEngineUrlRequestJob>
-#include <optional>
 
 namespace browser {
 namespace {
@@ -28,6 +28,16 @@ std::optional<QByteArray> readRegularFile(const QString &path)
     return file.error() == QFile::NoError ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
+// The URL of a file, of the same visit as another one.
+QUrl siblingUrl(const QUrl &url, const QString &path)
+{
+    QUrl sibling = previewUrl(path, 0);
+    sibling.setHost(url.host());
+    return sibling;
+}
+
+bool holdsInstructions(const QByteArray &type) { return type == "text/xml" || type.endsWith("+xml"); }
+
 } // namespace
 
 void PreviewHandler::admit(const QString &path) { chosen_.insert(path); }
@@ -39,30 +49,69 @@ void PreviewHandler::setOverlay(const QString &path, const QByteArray &bytes)
 
 void PreviewHandler::dropOverlay(const QString &path) { overlays_.remove(path); }
 
+// The file that is meant by a URL whose own path is given.
+QString PreviewHandler::destination(const QUrl &asked, const QString &path) const
+{
+    const QString alias = detours_.aliased(asked);
+    if (!alias.isEmpty())
+        return alias;
+    if (overlays_.contains(path) || QFileInfo::exists(path))
+        return path;
+    const QString beside = detours_.besideOriginal(path);
+    return beside.isEmpty() ? path : beside;
+}
+
+std::optional<QByteArray> PreviewHandler::bytesOf(const QString &path) const
+{
+    const auto overlay = overlays_.constFind(path);
+    return overlay != overlays_.constEnd() ? std::optional(*overlay) : readRegularFile(path);
+}
+
+QByteArray PreviewHandler::typeOf(const QString &path, const QByteArray &bytes) const
+{
+    if (const auto original = detours_.originalOf(path))
+        return mediaType(*original, bytes, Wanted::AsDocument);
+    return mediaType(path, bytes, chosen_.contains(path) ? Wanted::AsDocument : Wanted::ByPage);
+}
+
+// XML as today's browsers can read it. A copy may have been given a declaration that only we can find.
+QByteArray PreviewHandler::readable(QByteArray xml, const QUrl &url, const QString &path) const
+{
+    xml = withModernStyleInstructions(std::move(xml));
+    if (!detours_.originalOf(path))
+        return xml;
+    return withExternalSubset(xml, [&](const QString &systemId) -> std::optional<QByteArray> {
+        const QUrl asked = url.resolved(QUrl(systemId));
+        const QString named = pathOfPreviewUrl(asked);
+        return named.isEmpty() ? std::nullopt : bytesOf(destination(asked, named));
+    });
+}
+
 void PreviewHandler::requestStarted(QWebEngineUrlRequestJob *job)
 {
-    const QString path = pathOfPreviewUrl(job->requestUrl());
+    const QUrl url = job->requestUrl();
+    const QString path = pathOfPreviewUrl(url);
     if (path.isEmpty() || job->requestMethod() != "GET") {
         job->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
-    const auto overlay = overlays_.constFind(path);
-    std::optional<QByteArray> bytes
-        = overlay != overlays_.constEnd() ? std::optional(*overlay) : readRegularFile(path);
+    // Told the file's own URL, the browser finds from there what the file refers to.
+    if (const QString meant = destination(url, path); meant != path) {
+        job->redirect(siblingUrl(url, meant));
+        return;
+    }
+    const std::optional<QByteArray> bytes = bytesOf(path);
     if (!bytes) {
         job->fail(QWebEngineUrlRequestJob::UrlNotFound);
         return;
     }
-    const QByteArray type
-        = mediaType(path, *bytes, chosen_.contains(path) ? Wanted::AsDocument : Wanted::ByPage);
+    const QByteArray type = typeOf(path, *bytes);
     if (type.isEmpty()) {
         job->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
-    if (type == "text/xml")
-        bytes = withModernStyleInstructions(std::move(*bytes));
     auto *buffer = new QBuffer(job);
-    buffer->setData(*bytes);
+    buffer->setData(holdsInstructions(type) ? readable(*bytes, url, path) : *bytes);
     job->reply(type, buffer);
 }
 

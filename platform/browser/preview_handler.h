@@ -1,10 +1,13 @@
 // Serves local files to the preview, under the kind that they are.
 #pragma once
 
+#include "platform/browser/preview_detours.h"
+
 #include <QHash>
 #include <QSet>
 #include <QString>
 #include <QWebEngineUrlSchemeHandler>
+#include <optional>
 
 namespace browser {
 
@@ -24,9 +27,18 @@ public:
     void setOverlay(const QString &path, const QByteArray &bytes);
     void dropOverlay(const QString &path);
 
+    // What is asked for by another URL than its own is found all the same, and the browser told its own.
+    PreviewDetours &detours() { return detours_; }
+
     void requestStarted(QWebEngineUrlRequestJob *job) override;
 
 private:
+    QString destination(const QUrl &asked, const QString &path) const;
+    std::optional<QByteArray> bytesOf(const QString &path) const;
+    QByteArray typeOf(const QString &path, const QByteArray &bytes) const;
+    QByteArray readable(QByteArray xml, const QUrl &url, const QString &path) const;
+
+    PreviewDetours detours_;
     QSet<QString> chosen_;
     QHash<QString, QByteArray> overlays_;
 };

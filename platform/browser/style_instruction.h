@@ -6,7 +6,8 @@
 namespace browser {
 
 // The document with each "<?xml:stylesheet" before its root element spelt "<?xml-stylesheet", the only
-// spelling that today's browsers obey. Nothing moves: both are equally long.
+// spelling that today's browsers obey. In either spelling a "&" that begins no reference, and a "<", as
+// paths are pasted in, become references. Reads bytes of UTF-16 too.
 QByteArray withModernStyleInstructions(QByteArray xml);
 
 } // namespace browser
