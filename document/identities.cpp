@@ -16,6 +16,12 @@ void Identities::savedFrom(EditorIdentity editor)
     share();
 }
 
+void Identities::forgetSaved()
+{
+    savedDom_.reset();
+    savedEditor_.reset();
+}
+
 void Identities::agree(DomIdentity dom, EditorIdentity editor)
 {
     agreedDom_ = dom;

@@ -27,6 +27,9 @@ public:
     void savedFrom(DomIdentity dom);
     void savedFrom(EditorIdentity editor);
 
+    // SavedXml is another text now, which is not known to equal either.
+    void forgetSaved();
+
     // The DOM's text and the editor's were just found or made equal.
     void agree(DomIdentity dom, EditorIdentity editor);
 

@@ -95,16 +95,39 @@ void Life::openExisting(const QString &path)
     if (saving_.cndsavefunc())
         return;
     const auto file = parsing_.readFile(path);
-    if (!file)
-        return;
+    if (file)
+        take(path, *file);
+}
+
+void Life::take(const QString &path, const files::LoadedText &file)
+{
     around_.editor.loadText(newDocumentTemplate());
     around_.workspace.selectTab(NormalMode);
     files_.spare(path);
     files_.kiltmpfyl();
     around_.workspace.setSaveEnabled(true);
-    loadAs(path, *file);
+    loadAs(path, file);
     saving_.rememberDom();
     saving_.showTitle();
+}
+
+void Life::reload()
+{
+    const QString path = state_.CurrentFilePath;
+    const int tab = around_.workspace.currentTab();
+    const auto file = parsing_.readFile(path);
+    if (!file)
+        return;
+    take(path, *file);
+    if (tab == XmlMode)
+        around_.workspace.selectTab(tab);
+}
+
+void Life::keepOver()
+{
+    const auto file = files::readTextFile(state_.CurrentFilePath);
+    state_.SavedXml = file ? file->utf8 : QByteArray();
+    state_.known.forgetSaved();
 }
 
 bool Life::leave()
@@ -112,7 +135,7 @@ bool Life::leave()
     if (saving_.cndsavefunc())
         return false;
     for (const char *exchangeFile : {"\\tdyex\\d.txt", "\\tdyex\\o.txt", "\\tdyex\\i.txt", "\\tdyex\\f.txt"})
-        files::deleteIfExists(files::joinPath(files::programFolder(), QLatin1String(exchangeFile)));
+        files::deleteIfExists(files::joinPath(around_.exchangeFolder, QLatin1String(exchangeFile)));
     files_.kiltmpfyl();
     return true;
 }

@@ -37,6 +37,13 @@ public:
     // the open document stays.
     void openPath(const QString &path);
 
+    // Another program changed the document's file: reads it again, whatever was changed here.
+    void reload();
+
+    // Another program changed or removed the document's file, and what is open here stays: it counts as
+    // changed unless it is what the file now holds.
+    void keepOver();
+
     // The window is about to close: asks the save question; false when it must stay open. Otherwise clears
     // up, and nothing but the end of the process may follow.
     bool leave();
@@ -48,6 +55,7 @@ private:
     bool loadAs(const QString &path, const files::LoadedText &file);
     void startAnew(const QString &workingFile);
     void openExisting(const QString &path);
+    void take(const QString &path, const files::LoadedText &file);
 
     DocumentState &state_;
     Surroundings around_;

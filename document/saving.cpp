@@ -29,11 +29,28 @@ QByteArray Saving::currentText() const
     return domIsSource() ? state_.Document.xml() : around_.editor.text();
 }
 
-bool Saving::isChanged() const
+bool Saving::mayBeChanged() const
 {
-    const bool known = domIsSource() ? state_.known.isSaved(state_.domIdentity())
-                                     : state_.known.isSaved(around_.editor.revision());
-    return !known && currentText() != state_.SavedXml;
+    return !(domIsSource() ? state_.known.isSaved(state_.domIdentity())
+                           : state_.known.isSaved(around_.editor.revision()));
+}
+
+bool Saving::isChanged()
+{
+    if (!mayBeChanged())
+        return false;
+    if (currentText() != state_.SavedXml)
+        return true;
+    knowSaved();
+    return false;
+}
+
+void Saving::knowSaved()
+{
+    if (domIsSource())
+        state_.known.savedFrom(state_.domIdentity());
+    else
+        state_.known.savedFrom(around_.editor.revision());
 }
 
 bool Saving::cndsavefunc()
@@ -61,11 +78,9 @@ SaveResult Saving::save(const QString &path)
     }
     files_.spare(path);
     state_.SavedXml = text;
-    if (domIsSource())
-        state_.known.savedFrom(state_.domIdentity());
-    else
-        state_.known.savedFrom(around_.editor.revision());
+    knowSaved();
     around_.workspace.setSaveEnabled(true);
+    around_.workspace.documentSaved();
     return SaveResult::Saved;
 }
 

@@ -25,8 +25,11 @@ public:
     // Preview that of the mode it was entered from.
     QByteArray currentText() const;
 
-    // Whether the current text differs from SavedXml.
-    bool isChanged() const;
+    // Whether the current text differs from SavedXml. Compares the two when that is not known.
+    bool isChanged();
+
+    // Whether it may differ, by what is known without a look at the texts.
+    bool mayBeChanged() const;
 
     // Asks whether to save a changed document, and does so. True when the user cancelled, or when the
     // document could not be written and going on would lose it.
@@ -46,6 +49,7 @@ public:
 
 private:
     bool domIsSource() const;
+    void knowSaved();
     bool mayWriteTo(const QString &path);
     SaveResult moveTo(const QString &path);
 

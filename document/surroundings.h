@@ -14,6 +14,7 @@ struct Surroundings
     control::EditorControl &editor;
     browser::Browser &browser;
     dialogs::Dialogs &dialogs;
+    QString exchangeFolder; // where Tidy runs leave their files
 };
 
 // The pointer shows that a long step runs, for as long as this lives. Never around a question to the user.

@@ -73,12 +73,26 @@ void WorkingFiles::preview(const QByteArray &text)
 QString WorkingFiles::findTemporaryFolder()
 {
     const auto usual = files::privateTempFolder();
-    if (usual)
+    if (usual && claim(*usual))
         return *usual;
-    around_.workspace.note(usual.reason());
+    if (!usual)
+        around_.workspace.note(usual.reason());
     if (!standIn_)
         standIn_ = std::make_unique<QTemporaryDir>();
     return standIn_->isValid() ? standIn_->path() : QDir::tempPath();
+}
+
+// The working files have the same names in every window. What a vanished process claimed is free.
+bool WorkingFiles::claim(const QString &folder)
+{
+    if (claim_)
+        return true;
+    auto lock = std::make_unique<QLockFile>(files::joinPath(folder, QStringLiteral("\\window")));
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock())
+        return false;
+    claim_ = std::move(lock);
+    return true;
 }
 
 void WorkingFiles::tryToWrite(const QString &path, const QByteArray &text)

@@ -5,6 +5,7 @@
 #include "document/document_state.h"
 #include "document/surroundings.h"
 
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -40,11 +41,14 @@ public:
 
 private:
     QString findTemporaryFolder();
+    bool claim(const QString &folder);
     void tryToWrite(const QString &path, const QByteArray &text);
 
     DocumentState &state_;
     Surroundings around_;
-    std::unique_ptr<QTemporaryDir> standIn_; // only where the usual temporary folder is not to be trusted
+    // Only where the usual temporary folder is not to be trusted, or another window of the user has it.
+    std::unique_ptr<QTemporaryDir> standIn_;
+    std::unique_ptr<QLockFile> claim_; // on the usual one
 };
 
 } // namespace document

@@ -30,6 +30,8 @@ public:
     virtual void rebuildTree() = 0;
 
     virtual void setSaveEnabled(bool enabled) = 0; // "&Save" and "Save1" together
+    virtual void documentSaved() { } // the document's file was just written
+
     virtual void setTitleLine(const QString &text) = 0; // first panel of the status bar
     virtual void note(const QString &text) = 0; // right end of the status bar: what was not done, and why
 

@@ -3,6 +3,8 @@
 #include "platform/files/file_helpers.h"
 #include "platform/files/text_file.h"
 
+#include <QFile>
+
 namespace tidy {
 
 namespace {
@@ -19,6 +21,16 @@ QString standingOptionsFile(const QString &programFolder)
 QString perRunOptionsFile(const QString &programFolder)
 {
     return files::joinPath(programFolder, QStringLiteral("\\tdyex\\default2.tidy"));
+}
+
+platform::Result<void> lendStandingOptions(const QString &from, const QString &to)
+{
+    if (from == to)
+        return {};
+    QFile options(standingOptionsFile(from));
+    if (!options.open(QIODevice::ReadOnly))
+        return platform::Failure{QStringLiteral("%1 cannot be read.").arg(options.fileName())};
+    return files::writeTextFile(standingOptionsFile(to), options.readAll());
 }
 
 platform::Result<void> writeConversionOptions(const QString &programFolder, InputKind input,

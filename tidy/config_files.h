@@ -28,6 +28,10 @@ enum class OutputKind
 QString standingOptionsFile(const QString &programFolder);
 QString perRunOptionsFile(const QString &programFolder);
 
+// Gives a run in another folder the user's standing options as they are now; nothing to do in the same
+// folder.
+platform::Result<void> lendStandingOptions(const QString &from, const QString &to);
+
 // Write the per-run options: "input-xml: ..." and "output-...: yes", or for the result of a transformation
 // "output-html: yes" alone. On failure the old file stands.
 platform::Result<void> writeConversionOptions(const QString &programFolder, InputKind input,

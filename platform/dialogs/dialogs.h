@@ -37,9 +37,9 @@ class Dialogs
 public:
     virtual ~Dialogs() = default;
 
-    // A modal message box with the program's title. Dismissing it answers Ok, No or Cancel: the answer
-    // that does least.
-    virtual Answer message(Icon icon, Buttons buttons, const QString &text) = 0;
+    // A modal message box with this title, or the program's. Dismissing it answers Ok, No or Cancel: the
+    // answer that does least.
+    virtual Answer message(Icon icon, Buttons buttons, const QString &text, const QString &title = {}) = 0;
 
     // File dialogs: filter is "Name|*.a;*.b|Name|*.c"; the result is a full path, empty when dismissed.
     virtual QString openFile(const QString &title, const QString &filter) = 0;

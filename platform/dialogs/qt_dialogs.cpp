@@ -71,11 +71,11 @@ QWidget *QtDialogs::parent() const
     return dialog ? dialog : window_.data();
 }
 
-Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text)
+Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text, const QString &title)
 {
     const Answer least = leastAnswer(buttons);
-    QMessageBox box(boxIcon(icon), QStringLiteral("Zelph XML Editor"), QString(), boxButtons(buttons),
-                    parent());
+    QMessageBox box(boxIcon(icon), title.isEmpty() ? QStringLiteral("Zelph XML Editor") : title, QString(),
+                    boxButtons(buttons), parent());
     box.setTextFormat(Qt::PlainText);
     box.setText(fittedText(text));
     box.setDefaultButton(buttons == Buttons::Ok ? QMessageBox::Ok : QMessageBox::Yes);

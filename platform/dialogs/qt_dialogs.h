@@ -16,7 +16,7 @@ public:
     // The window that dialogs stand over when no other dialog is open; may be destroyed before this.
     void setParentWindow(QWidget *window) { window_ = window; }
 
-    Answer message(Icon icon, Buttons buttons, const QString &text) override;
+    Answer message(Icon icon, Buttons buttons, const QString &text, const QString &title = {}) override;
 
     // Opening does not insist that the file exists, and saving does not ask about overwriting: the program
     // has its own words for both.

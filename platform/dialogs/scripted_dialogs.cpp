@@ -19,9 +19,9 @@ bool offers(Buttons buttons, Answer answer)
 
 } // namespace
 
-Answer ScriptedDialogs::message(Icon icon, Buttons buttons, const QString &text)
+Answer ScriptedDialogs::message(Icon icon, Buttons buttons, const QString &text, const QString &title)
 {
-    messages_.append({icon, buttons, text});
+    messages_.append({icon, buttons, text, title});
     if (!answers_.isEmpty() && offers(buttons, answers_.first()))
         return answers_.takeFirst();
     unanswered_.append(text);

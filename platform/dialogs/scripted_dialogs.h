@@ -14,6 +14,7 @@ struct AskedMessage
     Icon icon;
     Buttons buttons;
     QString text;
+    QString title; // empty for the program's
 };
 
 // One file dialog as it was asked for.
@@ -33,7 +34,7 @@ public:
     // What the next file dialog returns; empty for one that is dismissed.
     void answerFile(const QString &path) { paths_.append(path); }
 
-    Answer message(Icon icon, Buttons buttons, const QString &text) override;
+    Answer message(Icon icon, Buttons buttons, const QString &text, const QString &title = {}) override;
     QString openFile(const QString &title, const QString &filter) override;
     QString saveFile(const QString &title, const QString &filter, const QString &proposed) override;
 

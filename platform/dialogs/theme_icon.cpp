@@ -41,10 +41,14 @@ void searchUsualFolders()
     QIcon::setThemeSearchPaths(folders);
 }
 
+// In the variant that fits the palette, which may have changed since.
 void useBreeze()
 {
+    const QString variant = isDark() ? QStringLiteral("breeze-dark") : QStringLiteral("breeze");
+    if (QIcon::themeName() == variant)
+        return;
     searchUsualFolders();
-    QIcon::setThemeName(isDark() ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+    QIcon::setThemeName(variant);
 }
 
 // Pictures on the 22 grid keep a margin of 3. At 16 it is left away, which makes grid and pixels one.
@@ -87,7 +91,7 @@ QIcon themeIcon(const QString &name)
 {
     if (name.startsWith(QStringLiteral("xe-")))
         return ownIcon(name);
-    if (!themeIsComplete())
+    if (!themeIsComplete() || QIcon::themeName().startsWith(QStringLiteral("breeze")))
         useBreeze();
     return QIcon::fromTheme(name);
 }

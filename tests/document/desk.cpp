@@ -1,5 +1,7 @@
 #include "desk.h"
 
+#include "platform/files/file_helpers.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -36,7 +38,7 @@ QStringList linesOf(std::initializer_list<const char *> lines)
     return result;
 }
 
-Desk::Desk() : session({workspace, editor, browser, dialogs})
+Desk::Desk() : session({workspace, editor, browser, dialogs, files::programFolder()})
 {
     workspace.session = &session;
     dialogs.workspace = &workspace;

@@ -134,7 +134,8 @@ public:
 class AnsweringDialogs : public dialogs::Dialogs
 {
 public:
-    dialogs::Answer message(dialogs::Icon icon, dialogs::Buttons buttons, const QString &text) override
+    dialogs::Answer message(dialogs::Icon icon, dialogs::Buttons buttons, const QString &text,
+                            const QString &) override
     {
         messages.append(text);
         icons.append(icon);
