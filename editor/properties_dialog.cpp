@@ -1,0 +1,123 @@
+#include "editor/properties_dialog.h"
+
+#include "editor/colours_page.h"
+#include "editor/fonts_page.h"
+#include "editor/keyboard_page.h"
+#include "editor/language_page.h"
+#include "editor/options_page.h"
+#include "platform/control/code_editor.h"
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace editor {
+
+PropertiesDialog::PropertiesDialog(control::CodeEditor &editor, QWidget *parent)
+    : QDialog(parent), editor_(editor), draft_(draftOf(editor)), pages_(new QTabWidget(this)),
+      ok_(button("OKButton", tr("OK"))), cancel_(button("CancelButton", tr("Cancel"))),
+      apply_(button("cmdApply", tr("&Apply"))), defaults_(button("cmdDefaults", tr("Restore &Defaults")))
+{
+    setObjectName(QStringLiteral("frmEditorProperties"));
+    setWindowTitle(tr("Editor Properties"));
+    setWindowModality(Qt::WindowModal);
+    pages_->setObjectName(QStringLiteral("tabPages"));
+    pages_->setAccessibleName(tr("Pages"));
+    addPage(new ColoursPage(draft_, this), "pgColours", tr("&Colours"));
+    addPage(new FontsPage(draft_, this), "pgFonts", tr("&Fonts"));
+    addPage(new OptionsPage(draft_, this), "pgOptions", tr("&Options"));
+    addPage(new LanguagePage(draft_, this), "pgLanguage", tr("&Language"));
+    addPage(new KeyboardPage(draft_, editor.window(), this), "pgKeyboard", tr("&Keyboard"));
+    layOut();
+    resize(usualSize());
+    connect(pages_, &QTabWidget::currentChanged, this, &PropertiesDialog::showPage);
+    connect(ok_, &QPushButton::clicked, this, &PropertiesDialog::accept);
+    connect(cancel_, &QPushButton::clicked, this, &PropertiesDialog::reject);
+    connect(apply_, &QPushButton::clicked, this, &PropertiesDialog::apply);
+    connect(defaults_, &QPushButton::clicked, this, [this] { currentPage()->restoreDefaults(); });
+    takeFromEditor();
+}
+
+QPushButton *PropertiesDialog::button(const char *name, const QString &caption)
+{
+    auto *made = new QPushButton(caption, this);
+    made->setObjectName(QString::fromLatin1(name));
+    made->setAutoDefault(false);
+    return made;
+}
+
+void PropertiesDialog::addPage(PropertiesPage *page, const char *name, const QString &caption)
+{
+    page->setObjectName(QString::fromLatin1(name));
+    pages_->addTab(page, caption);
+    connect(page, &PropertiesPage::changed, this, &PropertiesDialog::showState);
+}
+
+void PropertiesDialog::layOut()
+{
+    ok_->setDefault(true);
+    auto *buttons = new QDialogButtonBox(this);
+    buttons->addButton(ok_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
+    buttons->addButton(apply_, QDialogButtonBox::ApplyRole);
+    buttons->addButton(defaults_, QDialogButtonBox::ResetRole);
+    auto *whole = new QVBoxLayout(this);
+    whole->addWidget(pages_, 1);
+    whole->addWidget(buttons);
+}
+
+// The tabs count only pages of which the height depends on the width.
+QSize PropertiesDialog::usualSize() const
+{
+    int tallest = 0;
+    for (const PropertiesPage *page : pages_->findChildren<PropertiesPage *>())
+        tallest = std::max(tallest, page->sizeHint().height());
+    const int missing = tallest - pages_->currentWidget()->sizeHint().height();
+    return sizeHint() + QSize(0, std::max(0, missing));
+}
+
+PropertiesPage *PropertiesDialog::currentPage() const
+{
+    return static_cast<PropertiesPage *>(pages_->currentWidget());
+}
+
+void PropertiesDialog::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous())
+        takeFromEditor();
+    QDialog::showEvent(event);
+}
+
+void PropertiesDialog::takeFromEditor()
+{
+    draft_ = draftOf(editor_);
+    showPage();
+}
+
+void PropertiesDialog::showPage()
+{
+    currentPage()->showDraft();
+    showState();
+}
+
+void PropertiesDialog::showState()
+{
+    apply_->setEnabled(differs(draft_, editor_));
+    defaults_->setEnabled(currentPage()->hasDefaults());
+}
+
+void PropertiesDialog::apply()
+{
+    editor::apply(draft_, editor_);
+    takeFromEditor();
+}
+
+void PropertiesDialog::accept()
+{
+    apply();
+    QDialog::accept();
+}
+
+} // namespace editor

@@ -1,0 +1,341 @@
+// The find bar under a real editor, by keyboard.
+#include "editor/find_bar.h"
+#include "editor/find_memory.h"
+#include "editor/find_services.h"
+#include "editor/go_to_line.h"
+#include "platform/system/settings_store.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QVBoxLayout>
+#include <QtTest>
+
+using namespace editor;
+
+namespace {
+
+using S = QsciScintillaBase;
+
+class Desk
+{
+public:
+    explicit Desk(const QByteArray &text)
+        : edit(new control::CodeEditor(&window)), bar(new FindBar(*edit, memory, &window))
+    {
+        auto *column = new QVBoxLayout(&window);
+        column->addWidget(edit, 1);
+        column->addWidget(bar);
+        bindFindServices(*edit, *bar);
+        edit->loadText(text);
+        window.resize(900, 500);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        edit->setFocus();
+    }
+
+    // Keys as a user strikes them, to whatever has the focus.
+    static void type(const char *text)
+    {
+        QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text));
+    }
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    template <typename T>
+    T *control(const char *name) const
+    {
+        return window.findChild<T *>(QString::fromLatin1(name));
+    }
+    void tick(const char *name) const { control<QCheckBox>(name)->click(); }
+    QString label(const char *name) const { return control<QLabel>(name)->text(); }
+    // The selection as "start-end".
+    QString selected() const
+    {
+        const control::ByteRange range = edit->selection();
+        return QStringLiteral("%1-%2").arg(range.start).arg(range.end);
+    }
+    void select(long start, long end) const { edit->send(S::SCI_SETSEL, ulong(start), end); }
+    bool isMarked(long position, int indicator = matchIndicator) const
+    {
+        return edit->send(S::SCI_INDICATORVALUEAT, ulong(indicator), position) != 0;
+    }
+
+    FindMemory memory;
+    QWidget window;
+    control::CodeEditor *edit;
+    FindBar *bar;
+};
+
+// For the dialog that is opened next.
+void answerGotoLine(const char *text)
+{
+    QTimer::singleShot(0, qApp, [text] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("txtLine"));
+        QTest::keyClicks(field, QString::fromLatin1(text));
+        QTest::keyClick(field, Qt::Key_Return);
+        if (dialog->isVisible())
+            QTest::keyClick(field, Qt::Key_Escape);
+    });
+}
+
+} // namespace
+
+class TestFindBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void searchesWhileTyping()
+    {
+        Desk desk("one two\ntwo one\n");
+        desk.edit->placeCaret(0, 1);
+        Desk::press(Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(desk.bar->isVisible() && !desk.control<QComboBox>("cboReplace")->isVisible());
+        Desk::type("ONE");
+        QCOMPARE(desk.selected(), QStringLiteral("12-15"));
+        QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("2 of 2"));
+        QTRY_VERIFY(desk.isMarked(0) && !desk.isMarked(12) && !desk.isMarked(4));
+        Desk::press(Qt::Key_Return);
+        QCOMPARE(desk.selected(), QStringLiteral("0-3"));
+        QCOMPARE(desk.label("lblNotice"), QStringLiteral("Continued at the start"));
+        Desk::press(Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(desk.selected(), QStringLiteral("12-15"));
+        QCOMPARE(desk.label("lblNotice"), QStringLiteral("Continued at the end"));
+        Desk::type("x");
+        QCOMPARE(desk.label("lblNotice"), QStringLiteral("Nothing found"));
+        QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("No match"));
+        Desk::press(Qt::Key_Backspace);
+        Desk::press(Qt::Key_F3);
+        QCOMPARE(desk.selected(), QStringLiteral("0-3"));
+        Desk::press(Qt::Key_Escape);
+        QVERIFY(!desk.bar->isVisible() && desk.edit->hasFocus() && !desk.isMarked(0));
+        QCOMPARE(desk.selected(), QStringLiteral("0-3"));
+        QCOMPARE(desk.memory.texts().value(0), QStringLiteral("ONE"));
+    }
+
+    void worksWithoutTheBar()
+    {
+        Desk desk("a b a");
+        QVERIFY(!desk.edit->execute(176));
+        QVERIFY(desk.bar->isVisible());
+        Desk::type("a");
+        Desk::press(Qt::Key_Escape);
+        QVERIFY(desk.edit->execute(174));
+        QCOMPARE(desk.selected(), QStringLiteral("4-5"));
+        QVERIFY(desk.edit->execute(176));
+        QCOMPARE(desk.selected(), QStringLiteral("0-1"));
+        desk.edit->loadText("b");
+        QSignalSpy noted(desk.bar, &FindBar::noted);
+        QVERIFY(!desk.edit->execute(176));
+        QCOMPARE(noted.value(0).value(0).toString(), QStringLiteral("Nothing found."));
+        QVERIFY(!desk.bar->isVisible());
+    }
+
+    void opensWithTheSelection_data()
+    {
+        QTest::addColumn<long>("start");
+        QTest::addColumn<long>("end");
+        QTest::addColumn<bool>("expression");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("inSelection");
+        QTest::newRow("none") << 0L << 0L << false << QString() << false;
+        QTest::newRow("one line") << 0L << 3L << false << QStringLiteral("a.b") << false;
+        QTest::newRow("expression") << 0L << 3L << true << QStringLiteral("a\\.b") << false;
+        QTest::newRow("lines") << 0L << 5L << false << QString() << true;
+    }
+    void opensWithTheSelection()
+    {
+        QFETCH(long, start);
+        QFETCH(long, end);
+        QFETCH(bool, expression);
+        Desk desk("a.b\nc");
+        desk.control<QCheckBox>("chkExpression")->setChecked(expression);
+        desk.select(start, end);
+        desk.edit->execute(178);
+        QTEST(desk.control<QComboBox>("cboFind")->currentText(), "text");
+        QTEST(desk.control<QCheckBox>("chkInSelection")->isChecked(), "inSelection");
+        QTEST(desk.isMarked(1, scopeIndicator), "inSelection");
+    }
+
+    void keepsToTheSelection()
+    {
+        Desk desk("x x\nx x\nx");
+        desk.select(2, 7);
+        desk.edit->execute(169);
+        Desk::type("x");
+        QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("1 of 3"));
+        desk.control<QComboBox>("cboReplace")->setFocus();
+        Desk::type("long");
+        Desk::press(Qt::Key_A, Qt::AltModifier);
+        QTRY_COMPARE(desk.edit->text(), QByteArray("x long\nlong long\nx"));
+        // The range has grown with what is in it.
+        desk.control<QComboBox>("cboFind")->setFocus();
+        desk.control<QComboBox>("cboFind")->setEditText(QStringLiteral("long"));
+        QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("1 of 3"));
+        desk.edit->undo();
+        desk.control<QComboBox>("cboFind")->setEditText(QStringLiteral("x"));
+        QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("1 of 3"));
+        desk.edit->loadText("x\nx\nx\nx");
+        QTRY_VERIFY(!desk.isMarked(0, scopeIndicator));
+        QTRY_VERIFY(desk.label("lblCount").endsWith(QStringLiteral("4 matches")));
+    }
+
+    void replaces_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QString>("find");
+        QTest::addColumn<QString>("replacement");
+        QTest::addColumn<QByteArray>("one"); // after replacing the first match
+        QTest::addColumn<QByteArray>("all");
+        const auto row = [](const char *name, const char *before, const char *find, const char *replacement,
+                            const char *one, const char *all) {
+            QTest::newRow(name) << QByteArray(before) << QString::fromUtf8(find)
+                                << QString::fromUtf8(replacement) << QByteArray(one) << QByteArray(all);
+        };
+        row("longer", "a-a-a", "a", "aa", "aa-a-a", "aa-aa-aa");
+        row("nothing", "a-a-a", "a", "", "-a-a", "--");
+        row("groups", "a1 b2", "(\\w)(\\d)", "$2$1", "1a b2", "1a 2b");
+        row("line ends", "a\r\nb", "[ab]", "$0\\n", "a\r\n\r\nb", "a\r\n\r\nb\r\n");
+        row("empty matches", "a\nb\n", "^", "- ", "- a\nb\n", "- a\n- b\n- ");
+        row("missing", "a", "b", "c", "a", "a");
+    }
+    void replaces()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QString, find);
+        QFETCH(QString, replacement);
+        for (const bool all : {false, true}) {
+            Desk desk(before);
+            desk.edit->send(S::SCI_MARKERADD, 0, 1);
+            Desk::press(Qt::Key_H, Qt::ControlModifier);
+            desk.tick("chkExpression");
+            desk.control<QComboBox>("cboFind")->setEditText(find);
+            desk.control<QComboBox>("cboReplace")->setEditText(replacement);
+            desk.control<QComboBox>("cboReplace")->setFocus();
+            if (all)
+                desk.control<QPushButton>("cmdReplaceAll")->click();
+            else
+                Desk::press(Qt::Key_Return);
+            QFETCH(QByteArray, one);
+            QTEST(desk.edit->text(), all ? "all" : "one");
+            QVERIFY(desk.edit->send(S::SCI_MARKERNEXT, 0, 2) >= 0);
+            QCOMPARE(desk.edit->canUndo(), one != before);
+            desk.edit->undo();
+            QCOMPARE(desk.edit->text(), before);
+            QVERIFY(!desk.edit->canUndo());
+        }
+    }
+
+    void replacesVeryMany()
+    {
+        QLocale::setDefault(QLocale(QLocale::English));
+        Desk desk(QByteArray("ab\n").repeated(250'000));
+        desk.edit->placeCaret(1000, 1);
+        desk.edit->execute(169);
+        Desk::type("b");
+        desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("cd"));
+        desk.control<QPushButton>("cmdReplaceAll")->click();
+        QTRY_VERIFY(desk.label("lblNotice").endsWith(QStringLiteral("250,000 matches replaced")));
+        QCOMPARE(desk.edit->text(), QByteArray("acd\n").repeated(250'000));
+        QCOMPARE(desk.edit->caretLine(), 1000);
+        desk.edit->undo();
+        QVERIFY(!desk.edit->canUndo());
+    }
+
+    void cancelsReplacing()
+    {
+        const QByteArray text = QByteArray("ab\n").repeated(3'000'000);
+        Desk desk(text);
+        desk.edit->execute(169);
+        desk.tick("chkExpression");
+        desk.control<QComboBox>("cboFind")->setEditText(QStringLiteral("(a)(b)"));
+        desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("\\U$2$1"));
+        desk.control<QPushButton>("cmdReplaceAll")->click();
+        QVERIFY(desk.control<QPushButton>("cmdCancel")->hasFocus());
+        Desk::press(Qt::Key_Escape);
+        QCOMPARE(desk.label("lblNotice"), QStringLiteral("Nothing was replaced"));
+        QVERIFY(desk.bar->isVisible() && !desk.edit->canUndo());
+        QVERIFY(desk.edit->text() == text);
+    }
+
+    void tellsFaults()
+    {
+        Desk desk("aaa");
+        desk.edit->execute(169);
+        desk.tick("chkExpression");
+        desk.control<QComboBox>("cboFind")->setFocus();
+        Desk::type("(a");
+        QCOMPARE(desk.label("lblNotice"), QStringLiteral("Missing closing parenthesis (at character 3)"));
+        Desk::press(Qt::Key_Return);
+        QVERIFY(desk.label("lblNotice").startsWith(QStringLiteral("Missing closing")));
+        Desk::type(")");
+        QCOMPARE(desk.label("lblNotice"), QString());
+        desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("$2"));
+        desk.control<QPushButton>("cmdReplaceAll")->click();
+        QCOMPARE(desk.label("lblNotice"), QStringLiteral("The expression has no group 2 (at character 1)"));
+        QCOMPARE(desk.edit->text(), QByteArray("aaa"));
+    }
+
+    void memoryOutlivesTheRun()
+    {
+        QTemporaryDir folder;
+        settings::SettingsStore store(folder.filePath(QStringLiteral("s.ini")));
+        FindMemory first(&store);
+        for (int text = 0; text < 25; ++text)
+            first.rememberText(QStringLiteral("t %1").arg(text));
+        first.rememberText(QStringLiteral("t 10"));
+        first.rememberReplacement(QStringLiteral("r,\"\\n"));
+        first.setLast({QStringLiteral("x"), true, false, true});
+        const FindMemory second(&store);
+        QCOMPARE(second.texts().size(), 20);
+        QCOMPARE(second.texts(), first.texts());
+        QCOMPARE(second.texts().mid(0, 2), QStringList({QStringLiteral("t 10"), QStringLiteral("t 24")}));
+        QCOMPARE(second.replacements(), first.replacements());
+        QCOMPARE(second.last(), (control::SearchPattern{QString(), true, false, true}));
+    }
+
+    void readsLines_data()
+    {
+        QTest::addColumn<QString>("asked"); // on line 5 of 10
+        QTest::addColumn<std::optional<LinePlace>>("place");
+        const auto row = [](const char *asked, std::optional<LinePlace> place) {
+            QTest::newRow(asked) << QString::fromLatin1(asked) << place;
+        };
+        row("1", LinePlace{0, 0});
+        row(" 10 : 3 ", LinePlace{9, 2});
+        row("+2", LinePlace{6, 0});
+        row("-2:4", LinePlace{2, 3});
+        row("-99", LinePlace{0, 0});
+        row("+99999999999", LinePlace{9, 0});
+        for (const char *none : {"", "0", "11", "99999999999", "x", "3x", "+", "1:", "-"})
+            row(none, std::nullopt);
+    }
+    void readsLines()
+    {
+        QFETCH(QString, asked);
+        QFETCH(std::optional<LinePlace>, place);
+        QCOMPARE(placeAskedFor(asked, 4, 10), place);
+    }
+
+    void goesToALine()
+    {
+        Desk desk("a\nbcd\ne");
+        answerGotoLine("2:3");
+        Desk::press(Qt::Key_G, Qt::ControlModifier);
+        QCOMPARE(desk.edit->caretLine(), 1);
+        QCOMPARE(desk.edit->caretColumn(), 2);
+        answerGotoLine("4"); // refused, and left with Esc
+        desk.edit->execute(168);
+        QCOMPARE(desk.edit->caretLine(), 1);
+    }
+};
+
+QTEST_MAIN(TestFindBar)
+#include "test_find_bar.moc"

@@ -1,0 +1,345 @@
+// Macro files, and recording, playing and repeating by keyboard in an editor.
+#include "editor/macro_files.h"
+#include "editor/macro_services.h"
+#include "platform/control/code_editor.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QtTest>
+
+using namespace editor;
+using control::bytesOf;
+using control::CodeEditor;
+using control::Macro;
+using control::MacroSlots;
+
+namespace {
+
+Macro typing(const char *text) { return {{0, text}}; }
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+QByteArray read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A program folder with its macros.
+struct Folder
+{
+    QTemporaryDir program;
+    MacroSlots macros;
+    QStringList notes;
+    MacroFiles files{program.path(), macros, [this](const QString &note) { notes += note; }};
+
+    QString path(const char *name = "") const
+    {
+        return program.filePath(QStringLiteral("macros/%1").arg(QString::fromUtf8(name)));
+    }
+    void add(const char *name, const QByteArray &bytes)
+    {
+        QDir().mkpath(path());
+        write(path(name), bytes);
+    }
+    QList<int> filled() const
+    {
+        QList<int> filled;
+        for (int slot = 0; slot < MacroSlots::count; ++slot)
+            if (!macros.macro(slot).isEmpty())
+                filled += slot;
+        return filled;
+    }
+};
+
+// Does it in the next window that waits for an answer.
+template <typename Do>
+void inNextWindow(const char *name, const Do &answer)
+{
+    auto *timer = new QTimer(qApp);
+    timer->callOnTimeout([timer, name, answer] {
+        QWidget *window = QApplication::activeModalWidget();
+        if (window == nullptr || !window->isVisible())
+            return;
+        timer->deleteLater();
+        timer->stop();
+        QCOMPARE(window->objectName(), QString::fromUtf8(name));
+        answer(window);
+    });
+    timer->start(5);
+}
+
+void press(QWidget *window, const QList<Qt::Key> &keys)
+{
+    for (const Qt::Key key : keys)
+        QTest::keyClick(window->focusWidget() != nullptr ? window->focusWidget() : window, key);
+}
+
+// An editor with the services, used by keyboard.
+struct Desk
+{
+    CodeEditor editor;
+    QStringList notes;
+    MacroServices services{editor, nullptr, [this](const QString &note) { notes += note; }};
+
+    void type(const char *text) { QTest::keyClicks(&editor, QString::fromUtf8(text)); }
+    void record() { QTest::keyClick(&editor, Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier); }
+    void play(Qt::Key digit) { QTest::keyClick(&editor, digit, Qt::AltModifier); }
+    void repeat(const char *count)
+    {
+        inNextWindow("frmRepeatCount", [count](QWidget *window) {
+            QTest::keyClicks(window->focusWidget(), QString::fromUtf8(count));
+            press(window, {Qt::Key_Return});
+        });
+        QTest::keyClick(&editor, Qt::Key_R, Qt::ControlModifier);
+    }
+    void put(int slot, const Macro &macro) { editor.library()->macros.setMacro(slot, bytesOf(macro)); }
+    Macro macro(int slot) const
+    {
+        return control::macroOf(editor.library()->macros.macro(slot)).value_or(Macro());
+    }
+};
+
+} // namespace
+
+class TestMacros : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void filesGoIntoTheirSlots_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QList<int>>("filled");
+        QTest::addColumn<qsizetype>("notes");
+        const auto row = [](const char *name, const QList<int> &filled, qsizetype notes = 0) {
+            QTest::newRow(name) << QByteArray(name) << filled << notes;
+        };
+        row("3.dem", {3});
+        row("9.x.dem", {9});
+        row(" 4 .dem", {4});
+        row("5.3dem", {5});
+        row("07.dem", {7});
+        row("12.dem", {}, 1);
+        row("-1.dem", {}, 1);
+        row("99999999999.dem", {}, 1);
+        row("1.DEM", {});
+        row("2.dem~", {});
+        row("notes.dem", {0});
+        row("0x4.dem", {0});
+        row(".dem", {0});
+        row("7dem", {0});
+    }
+    void filesGoIntoTheirSlots()
+    {
+        QFETCH(QByteArray, name);
+        Folder folder;
+        folder.add(name, bytesOf(typing("a")) + "rest of an older one");
+        folder.files.LoadMacros();
+        QTEST(folder.filled(), "filled");
+        QTEST(folder.notes.size(), "notes");
+    }
+
+    // What the names before it say decides for a name without a number; which are before it, the file system.
+    void nameWithoutNumberFollowsTheOneBefore()
+    {
+        Folder folder;
+        for (const char *name : {"3.dem", "notes.dem", "6.dem", "other.dem"})
+            folder.add(name, bytesOf(typing(name)));
+        QMap<int, QByteArray> expected;
+        int slot = 0;
+        for (QDirIterator names(folder.path(), QDir::Files); names.hasNext();) {
+            names.next();
+            if (names.fileName().front().isDigit())
+                slot = names.fileName().left(1).toInt();
+            expected.insert(slot, bytesOf(typing(names.fileName().toUtf8())));
+        }
+        folder.files.LoadMacros();
+        QCOMPARE(folder.filled(), expected.keys());
+        for (const auto &[at, bytes] : expected.asKeyValueRange())
+            QCOMPARE(folder.macros.macro(at), bytes);
+    }
+
+    void slotsGetOneByteMore()
+    {
+        Folder folder;
+        folder.add("3.dem", "ten bytes.");
+        QCOMPARE(*macroFileBytes(folder.path("3.dem")), QByteArray("ten bytes.\0", 11));
+        folder.add("empty.dem", "");
+        QCOMPARE(*macroFileBytes(folder.path("empty.dem")), QByteArray("\0", 1));
+    }
+
+    void whatIsNoMacroFileIsSkipped()
+    {
+        Folder folder;
+        folder.files.LoadMacros();
+        QVERIFY(folder.filled().isEmpty() && folder.notes.isEmpty());
+        QVERIFY(QDir().mkpath(folder.path("5.dem")));
+        folder.files.LoadMacros();
+        folder.add("6.dem", bytesOf(typing("a")) + QByteArray(control::mostMacroBytes, 'x'));
+        folder.add("7.dem", bytesOf(typing("a")).chopped(1));
+        folder.files.LoadMacros();
+        QVERIFY(folder.filled().isEmpty());
+        QCOMPARE(folder.notes.size(), 4);
+        // One that cannot be read leaves its slot alone, one without a macro does not.
+        folder.macros.setMacro(7, bytesOf(typing("b")));
+        folder.files.LoadMacroFile(folder.path("8.dem"), 7);
+        QCOMPARE(folder.filled(), QList<int>{7});
+        folder.files.LoadMacroFile(folder.path("7.dem"), 7);
+        QVERIFY(folder.filled().isEmpty());
+    }
+
+    void savingWritesOverAndNeverShortens()
+    {
+        Folder folder;
+        folder.files.SaveMacros();
+        QVERIFY(QFileInfo(folder.path()).isDir() && QDir(folder.path()).isEmpty());
+        const QByteArray bytes = bytesOf(typing("short"));
+        const QByteArray older = bytesOf(typing("a good deal longer"));
+        folder.add("9.dem", older);
+        folder.add("2.dem", older);
+        folder.macros.setMacro(9, bytes);
+        folder.macros.setMacro(0, bytes);
+        folder.files.SaveMacros();
+        QCOMPARE(read(folder.path("9.dem")), bytes + older.mid(bytes.size()));
+        QCOMPARE(read(folder.path("2.dem")), older);
+        QCOMPARE(read(folder.path("0.dem")), bytes);
+        folder.macros = {};
+        folder.files.LoadMacros();
+        QCOMPARE(folder.filled(), QList<int>({0, 2, 9}));
+        QCOMPARE(folder.macros.macro(9), bytes);
+        QVERIFY(folder.files.SaveMacroFile(folder.path("x"), 5));
+        QVERIFY(!folder.files.SaveMacroFile(folder.path("no/folder"), 9));
+        QVERIFY(!folder.files.SaveMacroFile(folder.path(), 9));
+        QVERIFY(!QFileInfo::exists(folder.path("x")));
+        QCOMPARE(folder.notes.size(), 2);
+    }
+
+    void recordedByKeysAndPlayed()
+    {
+        Desk desk;
+        QSignalSpy state(&desk.services, &MacroServices::stateChanged);
+        desk.put(0, typing("x"));
+        desk.record();
+        desk.type("ab");
+        QTest::keyClick(&desk.editor, Qt::Key_Left);
+        QCOMPARE(state.last().first().toString(), QStringLiteral("Recording a macro: 3 steps"));
+        inNextWindow("frmMacroSlot", [](QWidget *window) {
+            auto *list = window->findChild<QTreeWidget *>();
+            QCOMPARE(list->topLevelItem(0)->text(1), QStringLiteral("1 step"));
+            QCOMPARE(list->currentItem(), list->topLevelItem(1));
+            QCOMPARE(list->currentItem()->text(1), QStringLiteral("empty"));
+            press(window, {Qt::Key_Down, Qt::Key_Return});
+        });
+        desk.record();
+        QCOMPARE(state.last().first().toString(), QString());
+        QCOMPARE(desk.macro(2), Macro({{0, "ab"}, {199, {}}}));
+        desk.editor.loadText({});
+        desk.repeat("3");
+        QCOMPARE(state.last().first().toString(), QStringLiteral("Repeat: 3"));
+        desk.play(Qt::Key_3);
+        QCOMPARE(desk.editor.text(), QByteArray("aaabbb"));
+        QTest::keyClick(&desk.editor, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(desk.editor.text(), QByteArray());
+    }
+
+    void cancelledRecordingIsGone()
+    {
+        Desk desk;
+        desk.record();
+        desk.record();
+        QCOMPARE(desk.notes.last(), QStringLiteral("Nothing was recorded."));
+        desk.record();
+        desk.type("a");
+        inNextWindow("frmMacroSlot", [](QWidget *window) { press(window, {Qt::Key_Escape}); });
+        desk.record();
+        QVERIFY(!desk.services.recording());
+        for (int slot = 0; slot < MacroSlots::count; ++slot)
+            QVERIFY(desk.macro(slot).isEmpty());
+    }
+
+    void cancelledCountIsNone()
+    {
+        Desk desk;
+        desk.repeat("7");
+        QCOMPARE(desk.editor.repeatCount(), 7);
+        inNextWindow("frmRepeatCount", [](QWidget *window) { press(window, {Qt::Key_Escape}); });
+        QTest::keyClick(&desk.editor, Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(desk.editor.repeatCount(), 1);
+    }
+
+    void repeatIsRecordedAndMacrosInMacros()
+    {
+        Desk desk;
+        desk.put(0, {{0, "x"}});
+        desk.record();
+        desk.repeat("4");
+        desk.type("-");
+        desk.play(Qt::Key_1);
+        inNextWindow("frmMacroSlot", [](QWidget *window) {
+            auto *list = window->findChild<QTreeWidget *>();
+            QVERIFY(list->topLevelItem(0)->isDisabled());
+            press(window, {Qt::Key_Return});
+        });
+        desk.record();
+        QCOMPARE(desk.macro(1), Macro({{0, "-", 4}, {214, {}}}));
+        desk.editor.loadText({});
+        desk.play(Qt::Key_2);
+        QCOMPARE(desk.editor.text(), QByteArray("----x"));
+        desk.editor.undo();
+        QVERIFY(!desk.editor.canUndo());
+    }
+
+    void macroThatPlaysItselfIsRefused()
+    {
+        Desk desk;
+        desk.put(0, {{0, "a"}, {215, {}}});
+        desk.put(1, {{0, "b"}, {216, {}}});
+        desk.put(2, {{0, "c"}, {214, {}}});
+        desk.put(3, {{0, "d"}, {217, {}, 1000}});
+        desk.put(4, {{0, "e"}, {223, {}}});
+        const QList<std::pair<Qt::Key, QString>> keys = {
+            {Qt::Key_1, QStringLiteral("Macro 1 would play itself.")},
+            {Qt::Key_3, QStringLiteral("Macro 3 would play itself.")},
+            {Qt::Key_4, QStringLiteral("Macro 4 would play itself.")},
+            {Qt::Key_0, QStringLiteral("Macro 10 is empty.")},
+        };
+        for (const auto &[key, note] : keys) {
+            desk.play(key);
+            QCOMPARE(desk.notes.last(), note);
+            QCOMPARE(desk.editor.text(), QByteArray());
+        }
+        desk.play(Qt::Key_5);
+        QCOMPARE(desk.notes.last(), QStringLiteral("Macro 10 is empty."));
+        QCOMPARE(desk.editor.text(), QByteArray("e"));
+    }
+
+    void longPlayIsStoppedByEscape()
+    {
+        Desk desk;
+        desk.put(0, {{0, "<a/>"}, {121, {}}});
+        inNextWindow("frmMacroProgress", [](QWidget *window) { press(window, {Qt::Key_Escape}); });
+        desk.editor.setRepeatCount(control::mostRepeats);
+        desk.play(Qt::Key_1);
+        QVERIFY(!desk.notes.isEmpty() && desk.notes.last().startsWith(QStringLiteral("Stopped after ")));
+        QVERIFY(desk.editor.text().startsWith("<a/>\n<a/>\n"));
+        desk.editor.undo();
+        QCOMPARE(desk.editor.text(), QByteArray());
+        QVERIFY(!desk.editor.canUndo());
+    }
+};
+
+QTEST_MAIN(TestMacros)
+#include "test_macros.moc"
