@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QIcon>
 #include <QLabel>
+#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -108,6 +109,8 @@ frmAbout::frmAbout(QWidget *parent, std::function<void(const QString &)> openAdd
     top->addLayout(words, 1);
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdok"));
+    buttons->button(QDialogButtonBox::Ok)->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
 
     auto *whole = new QVBoxLayout(this);

@@ -96,6 +96,13 @@ void CommandSet::showEditorKeys(const std::function<QKeySequence(int)> &keyOf)
     }
 }
 
+void CommandSet::refreshIcons()
+{
+    for (const Command &row : commandTable())
+        if (QAction *shown = action(row); shown != nullptr && *row.icon != 0)
+            shown->setIcon(dialogs::themeIcon(text(row.icon)));
+}
+
 void CommandSet::disableUnbound()
 {
     for (auto it = actions_.cbegin(); it != actions_.cend(); ++it)

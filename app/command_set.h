@@ -32,6 +32,9 @@ public:
     // itself acts on them, before any menu could.
     void showEditorKeys(const std::function<QKeySequence(int)> &keyOf);
 
+    // Fetches the pictures anew, for another palette.
+    void refreshIcons();
+
     // Commands that nothing was bound to cannot be chosen.
     void disableUnbound();
 

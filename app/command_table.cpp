@@ -28,6 +28,8 @@ constexpr Command commands[] = {
      .shortcut = "Ctrl+Shift+S"},
     {.menu = "mnuFile", .caption = "-"},
     {.menu = "mnuFile", .name = "mnuexit", .caption = "E&xit", .icon = "application-exit", .shortcut = "Ctrl+Q"},
+    {.menu = "mnuFile", .caption = "-"},
+    {.menu = "mnuFile", .name = "mnurecent", .caption = "&Recent Documents", .submenu = true},
 
     {.menu = "mnueditnod1", .name = "mnueditnod", .caption = "&Edit Node", .icon = "document-edit"},
 
@@ -156,7 +158,7 @@ constexpr Command commands[] = {
      .place = 23, .icon = "view-visible", .shortcut = "F7"},
     {.menu = "mnuview", .caption = "-"},
     {.menu = "mnuview", .name = "mnuAssignedfilePre", .caption = "Assigned file Preview", .toolbar = "Toolbar1",
-     .key = "asign", .place = 24, .icon = "document-preview"},
+     .key = "asign", .place = 24, .icon = "document-preview", .checkable = true},
 
     {.menu = "mnuinsert", .name = "mnuelement", .caption = "Element", .toolbar = "Toolbar5", .key = "element",
      .place = 11, .icon = "xe-element", .tip = "Element",
@@ -184,11 +186,12 @@ constexpr Command commands[] = {
     {.menu = "mnuhelp", .caption = "-"},
     {.menu = "mnuhelp", .name = "mnuabout", .caption = "&About - Zelph XML Editor...", .icon = "help-about"},
 
-    {.name = "back", .caption = "Back", .toolbar = "Toolbar3", .key = "back", .place = 11, .icon = "go-previous"},
+    {.name = "back", .caption = "Back", .toolbar = "Toolbar3", .key = "back", .place = 11, .icon = "go-previous",
+     .shortcut = "Alt+Left"},
     {.name = "forward", .caption = "Forward", .toolbar = "Toolbar3", .key = "forward", .place = 12,
-     .icon = "go-next"},
+     .icon = "go-next", .shortcut = "Alt+Right"},
     {.name = "refreash", .caption = "Refresh", .toolbar = "Toolbar3", .key = "refreash", .place = 13,
-     .icon = "view-refresh"},
+     .icon = "view-refresh", .shortcut = "Ctrl+R"},
 };
 // clang-format on
 

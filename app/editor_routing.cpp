@@ -8,20 +8,20 @@ namespace app {
 
 namespace {
 
-// Commands that the editor has operations of its own for, and can say whether it could perform.
+// Commands of which the editor can say whether it could perform them.
 struct Direct
 {
     const char *name;
     bool (control::EditorControl::*can)() const;
-    void (control::EditorControl::*run)();
+    int command;
 };
 
 constexpr Direct direct[] = {
-    {"editcmxsub_0", &control::EditorControl::canUndo, &control::EditorControl::undo},
-    {"editcmxsub_1", &control::EditorControl::canRedo, &control::EditorControl::redo},
-    {"editcmxsub_3", &control::EditorControl::canCut, &control::EditorControl::cut},
-    {"editcmxsub_4", &control::EditorControl::canCopy, &control::EditorControl::copy},
-    {"editcmxsub_5", &control::EditorControl::canPaste, &control::EditorControl::paste},
+    {"editcmxsub_0", &control::EditorControl::canUndo, 100},
+    {"editcmxsub_1", &control::EditorControl::canRedo, 101},
+    {"editcmxsub_3", &control::EditorControl::canCut, 102},
+    {"editcmxsub_4", &control::EditorControl::canCopy, 103},
+    {"editcmxsub_5", &control::EditorControl::canPaste, 104},
 };
 
 } // namespace
@@ -40,8 +40,7 @@ EditorRouting::EditorRouting(control::EditorControl &editor, CommandSet &command
 void EditorRouting::bindNumbered()
 {
     for (const Command &row : commandTable()) {
-        const control::EditorCommand *command = control::findEditorCommand(row.editorCommand);
-        if (command != nullptr && !command->isService())
+        if (control::findEditorCommand(row.editorCommand) != nullptr)
             commands_.bind(row.name, [this, &row] { execute(row); });
     }
 }
@@ -51,7 +50,7 @@ void EditorRouting::bindDirect()
     for (const Direct &row : direct) {
         commands_.bind(row.name, [this, row] {
             if ((editor_.*row.can)())
-                (editor_.*row.run)();
+                editor_.execute(row.command);
             refresh();
         });
     }
@@ -65,7 +64,9 @@ void EditorRouting::bindLineHistory()
 
 void EditorRouting::execute(const Command &row)
 {
-    if (!editor_.execute(row.editorCommand))
+    // Who serves a command says himself what came of it.
+    const bool served = control::findEditorCommand(row.editorCommand)->isService();
+    if (!editor_.execute(row.editorCommand) && !served)
         note_(QStringLiteral("%1: there is nothing to do.")
                   .arg(QString::fromLatin1(row.caption).remove(QLatin1Char('&')).trimmed()));
 }

@@ -6,6 +6,7 @@
 #include "platform/dialogs/qt_dialogs.h"
 #include "platform/dialogs/theme_icon.h"
 #include "platform/files/file_helpers.h"
+#include "platform/files/user_folders.h"
 #include "platform/system/desktop_shell.h"
 #include "platform/system/settings_store.h"
 
@@ -27,11 +28,12 @@ int main(int argc, char *argv[])
     dialogs::QtDialogs dialogs;
     shell::DesktopShell shell;
     settings::SettingsStore settings;
+    const files::UserFolders folders(files::programFolder());
     const auto previews = browser::warmUp();
     std::unique_ptr<app::mainfrm> window;
 
     app::frmSplash splash(dialogs, files::programFolder(), [&] {
-        window = std::make_unique<app::mainfrm>(app::Outside{dialogs, shell, settings, previews});
+        window = std::make_unique<app::mainfrm>(app::Outside{dialogs, shell, settings, folders, previews});
         QObject::connect(window.get(), &app::mainfrm::left, &application, [] { QApplication::exit(0); });
         dialogs.setParentWindow(window.get());
         window->prelodr(arguments);

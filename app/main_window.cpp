@@ -1,15 +1,21 @@
 #include "app/main_window.h"
 
+#include "app/document_mark.h"
+#include "app/editor_host.h"
 #include "app/file_drop.h"
+#include "app/file_watch.h"
 #include "app/node_editing.h"
 #include "app/node_images.h"
 #include "app/quick_tags_host.h"
+#include "app/recent_documents.h"
 #include "app/status_bar.h"
 #include "app/tidy_host.h"
 #include "app/toolbars.h"
 #include "app/view_frame.h"
 #include "platform/browser/web_browser.h"
 #include "platform/control/code_editor.h"
+#include "platform/files/file_helpers.h"
+#include "platform/files/user_folders.h"
 #include "platform/system/settings_store.h"
 #include "platform/system/shell.h"
 #include "tree/freeze.h"
@@ -17,8 +23,8 @@
 #include "tree/tree_model.h"
 #include "tree/tree_view.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
@@ -32,19 +38,21 @@ constexpr QSize firstSize(1024, 720); // pixels, before anybody chose another
 constexpr QSize leastSize(420, 300);
 constexpr QSize frameAllowance(16, 64); // what a window manager may put around the window
 
+QString barsKey() { return QStringLiteral("window/bars"); }
 QString placeKey() { return QStringLiteral("window/geometry"); }
 
 } // namespace
 
 mainfrm::mainfrm(const Outside &outside)
-    : dialogs_(outside.dialogs), shell_(outside.shell), settings_(outside.settings), commands_(this),
-      menus_(*menuBar(), commands_), StatusBar1(new StatusBar(this)),
+    : dialogs_(outside.dialogs), shell_(outside.shell), settings_(outside.settings),
+      folders_(outside.folders), commands_(this), menus_(*menuBar(), commands_),
+      StatusBar1(new StatusBar(this)),
       Toolbar1(makeToolBar("Toolbar1", tr("File and mode"), commands_, this)), frame_(new ViewFrame(this)),
       CodeMax1(new control::CodeEditor(frame_)),
       WebBrowser1(new browser::WebBrowser(outside.previews, frame_)),
       routing_(*CodeMax1, commands_, [this](const QString &text) { note(text); }),
       session_(std::make_unique<document::Session>(
-          document::Surroundings{*this, *CodeMax1, *WebBrowser1, dialogs_})),
+          document::Surroundings{*this, *CodeMax1, *WebBrowser1, dialogs_, folders_.exchange()})),
       model_(std::make_unique<tree::TreeModel>(session_->state().Document)),
       TreeView1(new tree::TreeView(*model_, frame_)),
       nodes_(std::make_unique<tree::NodeCommands>(*model_, session_->state().Document, *TreeView1, dialogs_)),
@@ -52,7 +60,6 @@ mainfrm::mainfrm(const Outside &outside)
           std::make_unique<FileDrop>(*this, [this](const QString &path) { session_->life().openPath(path); }))
 {
     setObjectName(QStringLiteral("mainfrm"));
-    setWindowTitle(QStringLiteral("Zelph XML Editor"));
     setMinimumSize(leastSize);
     setContextMenuPolicy(Qt::NoContextMenu);
     addToolBar(Toolbar1);
@@ -63,12 +70,16 @@ mainfrm::mainfrm(const Outside &outside)
     connectEditor();
     connectTree();
     editNodes();
+    serveEditor(outside);
+    tellOfDocument();
+    watchFile();
     restorePlace();
 }
 
 // The tree looks into the document to the last, so it goes before the session does.
 mainfrm::~mainfrm()
 {
+    editorHost_.reset();
     tidy_.reset();
     quickTags_.reset();
     delete TreeView1;
@@ -104,8 +115,6 @@ void mainfrm::connectEditor()
     connect(menu, &QMenu::aboutToShow, this, [this] { routing_.refresh(); });
     connect(CodeMax1, &control::CodeEditor::contextMenuRequested, menu,
             [menu](const QPoint &at) { menu->popup(at); });
-    commands_.showEditorKeys(
-        [this](int command) { return CodeMax1->shortcuts().shortcuts(command).value(0); });
 }
 
 void mainfrm::connectTree()
@@ -137,9 +146,77 @@ void mainfrm::editNodes()
         .bar = *frame_->progressBar(),
         .dialogs = dialogs_,
         .shell = shell_,
+        .folders = folders_,
         .currentPath = [this] { return session_->state().CurrentFilePath; },
         .note = [this](const QString &text) { note(text); },
     });
+}
+
+void mainfrm::serveEditor(const Outside &outside)
+{
+    editorHost_ = std::make_unique<EditorHost>(EditorHost::Around{
+        .window = *this,
+        .frame = *frame_,
+        .bar = *StatusBar1,
+        .editor = *CodeMax1,
+        .session = *session_,
+        .dialogs = dialogs_,
+        .settings = settings_,
+        .commands = commands_,
+        .previews = outside.previews,
+        .dataFolder = folders_.data(),
+        .note = [this](const QString &text) { note(text); },
+    });
+}
+
+void mainfrm::tellOfDocument()
+{
+    mark_ = std::make_unique<DocumentMark>(DocumentMark::Around{*this, *StatusBar1, *session_, *CodeMax1});
+    recent_ = std::make_unique<RecentDocuments>(settings_, *menus_.menu(QStringLiteral("mnurecent")),
+                                                [this](const QString &path) {
+                                                    note({});
+                                                    session_->life().openPath(path);
+                                                });
+    connect(CodeMax1, &control::CodeEditor::textEdited, this, [this] { mark_->edited(); });
+    connect(CodeMax1, &control::CodeEditor::caretMoved, this, [this] { mark_->caretMoved(); });
+    connect(nodes_.get(), &tree::NodeCommands::stepsChanged, this, [this] { mark_->edited(); });
+}
+
+void mainfrm::watchFile()
+{
+    watch_ = std::make_unique<FileWatch>();
+    connect(watch_.get(), &FileWatch::touched, this, &mainfrm::checkFile);
+    connect(watch_.get(), &FileWatch::changed, this, &mainfrm::fileChanged);
+    connect(watch_.get(), &FileWatch::gone, this, &mainfrm::fileGone);
+}
+
+// Not while another question is open, nor behind another program's window: there is time until the user is
+// back.
+void mainfrm::checkFile()
+{
+    if (isActiveWindow() && QApplication::activeModalWidget() == nullptr)
+        watch_->check();
+}
+
+void mainfrm::fileChanged()
+{
+    const QString text = tr("%1 has been changed by another program. Do you want to load it again?%2")
+                             .arg(files::fileNameOf(session_->state().CurrentFilePath),
+                                  session_->saving().isChanged()
+                                      ? QLatin1Char('\n') + tr("What you changed here would be lost.")
+                                      : QString());
+    if (dialogs_.message(dialogs::Icon::Question, dialogs::Buttons::YesNo, text) == dialogs::Answer::Yes)
+        session_->life().reload();
+    else
+        session_->life().keepOver();
+    mark_->refresh();
+}
+
+void mainfrm::fileGone()
+{
+    session_->life().keepOver();
+    mark_->refresh();
+    note(tr("%1 is no longer there; saving writes it anew.").arg(session_->state().CurrentFilePath));
 }
 
 void mainfrm::prelodr(const QStringList &arguments)
@@ -147,9 +224,23 @@ void mainfrm::prelodr(const QStringList &arguments)
     WebBrowser1->setSilent(true);
     setSaveEnabled(false);
     setModesEnabled(false, true, true);
+    editorHost_->load();
     showMenusFor(currentTab());
     session_->life().prelodr(arguments);
+    for (const QString &line : folders_.notes())
+        note(line);
     focusView();
+}
+
+void mainfrm::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        commands_.refreshIcons();
+        TreeView1->setNodeImages(nodeImages());
+    } else if (event->type() == QEvent::ActivationChange && watch_) {
+        checkFile();
+    }
 }
 
 void mainfrm::closeEvent(QCloseEvent *event)
@@ -179,6 +270,7 @@ void mainfrm::tabChanged(int tab)
     quickTags_->modeChanged();
     if (currentTab() == tab)
         focusView();
+    mark_->refresh();
 }
 
 // A tab reached with the keyboard keeps the focus, so that the arrow keys go on through the tabs.
@@ -201,7 +293,21 @@ void mainfrm::setSaveEnabled(bool enabled)
     commands_.action(QStringLiteral("mnuSave"))->setEnabled(enabled);
 }
 
-void mainfrm::setTitleLine(const QString &text) { StatusBar1->setTitleLine(text); }
+void mainfrm::setTitleLine(const QString &text)
+{
+    StatusBar1->setTitleLine(text);
+    const QString path = session_->files().istmppath() ? QString() : session_->state().CurrentFilePath;
+    if (!path.isEmpty())
+        recent_->add(path);
+    watch_->watch(path);
+    mark_->refresh();
+}
+
+void mainfrm::documentSaved()
+{
+    watch_->remember();
+    mark_->refresh();
+}
 
 void mainfrm::note(const QString &text) { StatusBar1->setNote(text); }
 
@@ -225,7 +331,7 @@ void mainfrm::layOut()
 
 void mainfrm::enterEditor() { routing_.enter(); }
 
-void mainfrm::closeAssignedPreview() { }
+void mainfrm::closeAssignedPreview() { editorHost_->closeAssignedPreview(); }
 
 void mainfrm::openPage(const QString &path)
 {
@@ -236,16 +342,17 @@ void mainfrm::openPage(const QString &path)
 void mainfrm::showBusy(bool busy)
 {
     if (busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
     else
-        QGuiApplication::restoreOverrideCursor();
+        QApplication::restoreOverrideCursor();
 }
 
 void mainfrm::restorePlace()
 {
+    restoreState(settings_.blob(barsKey()));
     if (restoreGeometry(settings_.blob(placeKey())))
         return;
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect screen = QApplication::primaryScreen()->availableGeometry();
     resize(firstSize.boundedTo(screen.size() - frameAllowance));
     move(screen.center() - rect().center());
 }
@@ -253,6 +360,7 @@ void mainfrm::restorePlace()
 void mainfrm::rememberPlace()
 {
     settings_.setBlob(placeKey(), saveGeometry());
+    settings_.setBlob(barsKey(), saveState());
     if (const auto written = settings_.flush(); !written)
         note(written.reason());
 }

@@ -25,6 +25,9 @@ class NodeCommands;
 class TreeModel;
 class TreeView;
 } // namespace tree
+namespace files {
+class UserFolders;
+}
 namespace settings {
 class SettingsStore;
 }
@@ -34,9 +37,13 @@ class Shell;
 
 namespace app {
 
+class DocumentMark;
+class EditorHost;
 class FileDrop;
+class FileWatch;
 class NodeEditing;
 class QuickTagsHost;
+class RecentDocuments;
 class TidyHost;
 class StatusBar;
 class ViewFrame;
@@ -47,6 +54,7 @@ struct Outside
     dialogs::Dialogs &dialogs;
     shell::Shell &shell;
     settings::SettingsStore &settings;
+    const files::UserFolders &folders;
     std::shared_ptr<browser::PreviewProfile> previews;
 };
 
@@ -70,6 +78,7 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     // document::Workspace
@@ -77,6 +86,7 @@ private:
     void selectTab(int tab) override;
     void rebuildTree() override;
     void setSaveEnabled(bool enabled) override;
+    void documentSaved() override;
     void setTitleLine(const QString &text) override;
     void note(const QString &text) override;
     void setModesEnabled(bool normal, bool xml, bool preview) override;
@@ -106,6 +116,9 @@ private:
     void convertAndTidy();
     void tidyOptions();
     void tidyMessages();
+    void saveMacros();
+    void countAll();
+    void assignedPreview();
     void browseBack();
     void browseForward();
     void browseReload();
@@ -115,6 +128,12 @@ private:
     void connectEditor();
     void connectTree();
     void editNodes();
+    void serveEditor(const Outside &outside);
+    void tellOfDocument();
+    void watchFile();
+    void checkFile();
+    void fileChanged();
+    void fileGone();
     void tabChanged(int tab);
     void focusView();
     void restorePlace();
@@ -123,6 +142,7 @@ private:
     dialogs::Dialogs &dialogs_;
     shell::Shell &shell_;
     settings::SettingsStore &settings_;
+    const files::UserFolders &folders_;
 
     CommandSet commands_;
     Menus menus_;
@@ -139,7 +159,11 @@ private:
     std::unique_ptr<NodeEditing> nodeEditing_;
     std::unique_ptr<QuickTagsHost> quickTags_;
     std::unique_ptr<TidyHost> tidy_;
+    std::unique_ptr<EditorHost> editorHost_;
     std::unique_ptr<FileDrop> drops_;
+    std::unique_ptr<DocumentMark> mark_;
+    std::unique_ptr<FileWatch> watch_;
+    std::unique_ptr<RecentDocuments> recent_;
     int tab_ = document::NormalMode; // the one that the last switch led to
     bool left_ = false;
 };

@@ -1,5 +1,6 @@
 // What the main window's own commands do. Those of the editor are bound in editor_routing.cpp.
 #include "app/about.h"
+#include "app/editor_host.h"
 #include "app/main_window.h"
 #include "app/quick_tags_host.h"
 #include "app/tidy_host.h"
@@ -28,6 +29,9 @@ void mainfrm::bindCommands()
         {"mnucleancod", &mainfrm::convertAndTidy},
         {"mnuCleaningOptions", &mainfrm::tidyOptions},
         {"mnutidymessages", &mainfrm::tidyMessages},
+        {"savmac", &mainfrm::saveMacros},
+        {"searchcmxsub_15", &mainfrm::countAll},
+        {"mnuAssignedfilePre", &mainfrm::assignedPreview},
         {"mnucontenets", &mainfrm::helpContents},
         {"mnuindex", &mainfrm::helpIndex},
         {"mnuSearch", &mainfrm::helpSearch},
@@ -79,6 +83,12 @@ void mainfrm::convertAndTidy() { tidy_->convert(); }
 void mainfrm::tidyOptions() { tidy_->editOptions(); }
 
 void mainfrm::tidyMessages() { tidy_->showMessages(); }
+
+void mainfrm::saveMacros() { editorHost_->saveMacros(); }
+
+void mainfrm::countAll() { editorHost_->countAll(); }
+
+void mainfrm::assignedPreview() { editorHost_->toggleAssignedPreview(); }
 
 void mainfrm::browseBack() { WebBrowser1->back(); }
 

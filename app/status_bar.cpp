@@ -53,6 +53,34 @@ StatusBar::StatusBar(QWidget *parent)
     addWidget(title_, 1);
     addPermanentWidget(note_, 1);
     note_->hide();
+    activity_ = addPanel("Activity", tr("What the editor is doing"));
+    caret_ = addPanel("CaretPlace", tr("Line and column of the caret"));
+    encoding_ = addPanel("Encoding", tr("How characters are written in the file"));
+    lineEnd_ = addPanel("LineEnd", tr("What ends a line"));
+}
+
+QLabel *StatusBar::addPanel(const char *name, const QString &tip)
+{
+    auto *panel = new QLabel(this);
+    panel->setObjectName(QString::fromLatin1(name));
+    panel->setTextFormat(Qt::PlainText);
+    panel->setToolTip(tip);
+    panel->setContentsMargins(2 * inset, 0, 2 * inset, 0);
+    addPermanentWidget(panel);
+    panel->hide();
+    return panel;
+}
+
+void StatusBar::show(QLabel *panel, const QString &text)
+{
+    panel->setText(text);
+    panel->setVisible(!text.isEmpty());
+}
+
+void StatusBar::setForm(const QString &encoding, const QString &lineEnd)
+{
+    show(encoding_, encoding);
+    show(lineEnd_, lineEnd);
 }
 
 void StatusBar::setNote(const QString &text)

@@ -1,4 +1,4 @@
-// The status bar: the title line, and at the right end a note of what was not done, and why.
+// The status bar: the title line, a note of what was not done and why, and the state of text and caret.
 #pragma once
 
 #include <QLabel>
@@ -30,9 +30,23 @@ public:
     // Stays until it is replaced; empty clears it.
     void setNote(const QString &text);
 
+    // What the editor is busy with by itself, such as recording; empty for nothing.
+    void setActivity(const QString &text) { show(activity_, text); }
+    // Where the caret is; empty where there is none.
+    void setCaret(const QString &text) { show(caret_, text); }
+    // How the document stands in its file; either may be empty.
+    void setForm(const QString &encoding, const QString &lineEnd);
+
 private:
+    QLabel *addPanel(const char *name, const QString &tip);
+    static void show(QLabel *panel, const QString &text);
+
     ElidedLabel *title_;
     ElidedLabel *note_;
+    QLabel *activity_;
+    QLabel *caret_;
+    QLabel *encoding_;
+    QLabel *lineEnd_;
 };
 
 } // namespace app

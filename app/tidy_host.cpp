@@ -1,7 +1,8 @@
 #include "app/tidy_host.h"
 
 #include "platform/control/code_editor.h"
-#include "platform/files/file_helpers.h"
+#include "platform/files/user_folders.h"
+#include "tidy/config_files.h"
 #include "tidy/frmconvrtr.h"
 #include "tidy/messages_panel.h"
 #include "tidy/tidyopfrm.h"
@@ -13,13 +14,13 @@
 namespace app {
 
 TidyHost::TidyHost(const Around &around)
-    : around_(around), run_(files::programFolder(), around_.editor, *this, around_.shell),
+    : around_(around), run_(around_.folders.exchange(), around_.editor, *this, around_.shell),
       services_{
-          .programFolder = files::programFolder(),
+          .programFolder = around_.folders.exchange(),
           .dialogs = around_.dialogs,
           .currentText = [this] { return around_.editor.text(); },
           .currentPath = around_.currentPath,
-          .runTidy = [this](const QByteArray &markup) { run_.start(markup); },
+          .runTidy = [this](const QByteArray &markup) { run(markup); },
           .showMessages = [this](const std::vector<tidy::Message> &messages) { tellMessages(messages); },
       },
       dock_(new QDockWidget(tidy::messagesTitle(), &around_.window)), panel_(new tidy::MessagesPanel(dock_))
@@ -32,9 +33,18 @@ TidyHost::TidyHost(const Around &around)
 
 void TidyHost::convert() { tidy::frmconvrtr(services_, &around_.window).exec(); }
 
+// The options are the user's, the run is this window's.
+void TidyHost::run(const QByteArray &markup)
+{
+    const auto lent = tidy::lendStandingOptions(around_.folders.data(), around_.folders.exchange());
+    if (!lent)
+        around_.note(lent.reason());
+    run_.start(markup);
+}
+
 void TidyHost::editOptions()
 {
-    tidy::tidyopfrm(files::programFolder(), around_.dialogs, &around_.window).exec();
+    tidy::tidyopfrm(around_.folders.data(), around_.dialogs, &around_.window).exec();
 }
 
 void TidyHost::showMessages()

@@ -15,6 +15,10 @@ namespace control {
 class CodeEditor;
 }
 
+namespace files {
+class UserFolders;
+}
+
 namespace tidy {
 class MessagesPanel;
 }
@@ -32,6 +36,7 @@ public:
         QProgressBar &bar;
         dialogs::Dialogs &dialogs;
         shell::Shell &shell;
+        const files::UserFolders &folders;
         std::function<QString()> currentPath;
         std::function<void(const QString &)> note;
     };
@@ -46,6 +51,7 @@ private:
     void showProgress(int value) override;
     void hideProgress() override;
     void addPanel();
+    void run(const QByteArray &markup);
     void tellMessages(const std::vector<tidy::Message> &messages);
     void goTo(int line, int column);
 

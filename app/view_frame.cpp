@@ -65,6 +65,8 @@ void ViewFrame::addPage(const QString &title, QWidget *view, const QList<QToolBa
         ProgressBar1->setParent(room);
 }
 
+void ViewFrame::addBelow(int tab, QWidget *widget) { SSTab1->widget(tab)->layout()->addWidget(widget); }
+
 bool ViewFrame::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize && resized_)

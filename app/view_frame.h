@@ -22,6 +22,9 @@ public:
     explicit ViewFrame(QWidget *parent);
 
     // Adds the next tab. The frame takes the view and the toolbars, which stand above it in one row.
+    // What stands below a page's view and takes room from it while it is shown.
+    void addBelow(int tab, QWidget *widget);
+
     void addPage(const QString &title, QWidget *view, const QList<QToolBar *> &toolbars);
 
     // Called whenever the area changes; expected to call layOut.

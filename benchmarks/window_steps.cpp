@@ -7,10 +7,12 @@
 #include "platform/browser/browser_process.h"
 #include "platform/browser/preview_profile.h"
 #include "platform/dialogs/scripted_dialogs.h"
+#include "platform/files/user_folders.h"
 #include "platform/system/settings_store.h"
 #include "platform/system/shell.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QTabWidget>
 #include <QTest>
@@ -110,7 +112,9 @@ void measureWindow(const QString &documentPath, const Yardsticks &yardsticks)
     dialogs::ScriptedDialogs nobody;
     NoShell shell;
     settings::SettingsStore settings(QFileInfo(documentPath).path() + QStringLiteral("/settings.ini"));
-    app::mainfrm window({nobody, shell, settings, browser::warmUp()});
+    QDir().mkpath(QFileInfo(documentPath).path() + QStringLiteral("/tdyex"));
+    const files::UserFolders folders(QFileInfo(documentPath).path());
+    app::mainfrm window({nobody, shell, settings, folders, browser::warmUp()});
     window.prelodr({});
     window.show();
     QTest::qWait(1000); // until the browser's processes have settled

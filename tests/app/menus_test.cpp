@@ -36,6 +36,9 @@ const char *const wholeTree = R"(mnuFile &File
   mnuSaveas Save &As...
   -
   mnuexit E&xit
+  -
+  mnurecent &Recent Documents
+    &Clear List
 mnueditnod1 &Edit Node
   mnueditnod &Edit Node
   -
@@ -256,7 +259,7 @@ private Q_SLOTS:
     {
         const Folders folders;
         const Window window(folders);
-        QCOMPARE(window.main->windowTitle(), QStringLiteral("Zelph XML Editor"));
+        QCOMPARE(window.main->windowTitle(), QStringLiteral("New Document[*] - Zelph XML Editor"));
         QCOMPARE(window.main->objectName(), QStringLiteral("mainfrm"));
         for (const char *name :
              {"Picture1", "SSTab1", "TreeView1", "CodeMax1", "WebBrowser1", "StatusBar1", "ProgressBar1"})

@@ -62,6 +62,7 @@ private:
     dialogs::ScriptedDialogs dialogs_;
     RunningShell shell_;
     std::unique_ptr<settings::SettingsStore> settings_;
+    std::unique_ptr<files::UserFolders> userFolders_;
     std::unique_ptr<app::mainfrm> main_;
 };
 
@@ -69,7 +70,9 @@ void TidyTest::initTestCase()
 {
     layOutTidy(folders_);
     settings_ = std::make_unique<settings::SettingsStore>(folders_.program(QStringLiteral("settings.ini")));
-    main_ = std::make_unique<app::mainfrm>(app::Outside{dialogs_, shell_, *settings_, browser::warmUp()});
+    userFolders_ = std::make_unique<files::UserFolders>(folders_.program(QString()));
+    main_ = std::make_unique<app::mainfrm>(
+        app::Outside{dialogs_, shell_, *settings_, *userFolders_, browser::warmUp()});
     main_->prelodr({});
     main_->show();
 }

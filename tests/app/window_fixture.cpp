@@ -40,12 +40,12 @@ QString Folders::program(const QString &name) const
 }
 
 Window::Window(const Folders &folders, const QStringList &arguments, const QList<dialogs::Answer> &answers)
-    : settings(folders.program(QStringLiteral("settings.ini")))
+    : settings(folders.program(QStringLiteral("settings.ini"))), userFolders(folders.program(QString()))
 {
     for (const dialogs::Answer answer : answers)
         dialogs.answer(answer);
     static const auto previews = browser::warmUp();
-    main = std::make_unique<app::mainfrm>(app::Outside{dialogs, shell, settings, previews});
+    main = std::make_unique<app::mainfrm>(app::Outside{dialogs, shell, settings, userFolders, previews});
     QObject::connect(main.get(), &app::mainfrm::left, main.get(), [this] { left = true; });
     main->prelodr(arguments);
     main->show();

@@ -6,6 +6,7 @@
 #include "platform/browser/preview_profile.h"
 #include "platform/control/code_editor.h"
 #include "platform/dialogs/scripted_dialogs.h"
+#include "platform/files/user_folders.h"
 #include "platform/system/settings_store.h"
 #include "platform/system/shell.h"
 
@@ -61,6 +62,7 @@ public:
     dialogs::ScriptedDialogs dialogs;
     NotedShell shell;
     settings::SettingsStore settings;
+    files::UserFolders userFolders;
     std::unique_ptr<app::mainfrm> main;
     bool left = false;
 };

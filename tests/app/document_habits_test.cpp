@@ -1,0 +1,154 @@
+// What people expect of the window around a document: the mark of a change, the documents opened last, a file
+// that another program changes, and where the caret is.
+#include "window_fixture.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+
+using namespace app_test;
+using dialogs::Answer;
+
+namespace {
+
+QString panel(const Window &window, const char *name)
+{
+    const auto *label = window.main->findChild<QLabel *>(QString::fromLatin1(name));
+    return label->isHidden() ? QString() : label->text();
+}
+
+QStringList recentItems(const Window &window)
+{
+    QStringList items;
+    const auto *menu = window.main->findChild<QMenu *>(QStringLiteral("mnurecent"));
+    for (const QAction *action : menu->actions())
+        if (!action->isSeparator())
+            items.append(action->text().section(QLatin1Char(' '), 0, 2));
+    return items;
+}
+
+// A file is told from its former self by its time too, which some file systems keep by the second.
+void replaceBehindTheBack(const QString &path, const QByteArray &content)
+{
+    write(path, content);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+}
+
+} // namespace
+
+class DocumentHabitsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void changesAreMarked()
+    {
+        const Folders folders;
+        const QString path = folders.document(QStringLiteral("a.xml"));
+        write(path, "<a>\r\n<b/></a>\r\n");
+        Window window(folders, {path});
+        QCOMPARE(window.main->windowTitle(), QStringLiteral("a.xml[*] - Zelph XML Editor"));
+        QVERIFY(!window.main->isWindowModified());
+        window.choose("mnuxmlmode");
+        QVERIFY(!window.main->isWindowModified());
+        window.editor()->placeCaret(0, 3);
+        window.typeIntoEditor(QStringLiteral("x"));
+        QVERIFY(window.main->isWindowModified());
+        window.choose("editcmxsub_0");
+        QTRY_VERIFY(!window.main->isWindowModified());
+        window.typeIntoEditor(QStringLiteral("y"));
+        window.choose("mnuSave");
+        QVERIFY(!window.main->isWindowModified());
+    }
+
+    void placeAndFormAreShown()
+    {
+        const Folders folders;
+        const QString path = folders.document(QStringLiteral("a.xml"));
+        write(path, "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<a/>\n");
+        Window window(folders, {path});
+        QCOMPARE(panel(window, "CaretPlace"), QString());
+        window.choose("mnuxmlmode");
+        window.editor()->placeCaret(1, 2);
+        QTRY_COMPARE(panel(window, "CaretPlace"), QStringLiteral("Line 2, column 3"));
+        QCOMPARE(panel(window, "Encoding").toUpper(), QStringLiteral("ISO-8859-1"));
+        QCOMPARE(panel(window, "LineEnd"), QStringLiteral("LF"));
+    }
+
+    void lastDocumentsAreOffered()
+    {
+        const Folders folders;
+        for (const char *name : {"one&two.xml", "b.xml"})
+            write(folders.document(QString::fromLatin1(name)), "<a/>");
+        {
+            Window first(folders, {folders.document(QStringLiteral("one&two.xml"))});
+            first.main->session().life().openPath(folders.document(QStringLiteral("b.xml")));
+            QVERIFY(first.settings.flush());
+        }
+        Window second(folders);
+        QCOMPARE(recentItems(second),
+                 (QStringList{QStringLiteral("&1  b.xml"), QStringLiteral("&2  one&&two.xml"),
+                              QStringLiteral("&Clear List")}));
+        auto *menu = second.main->findChild<QMenu *>(QStringLiteral("mnurecent"));
+        menu->actions().at(1)->trigger();
+        QVERIFY(second.titleLine().endsWith(QStringLiteral("one&two.xml")));
+        QVERIFY(recentItems(second).first().startsWith(QStringLiteral("&1  one&&two.xml")));
+        menu->actions().last()->trigger();
+        Q_EMIT menu->aboutToShow();
+        QCOMPARE(recentItems(second), QStringList{QStringLiteral("&Clear List")});
+    }
+
+    void otherProgramsAreNoticed_data()
+    {
+        QTest::addColumn<Answer>("answer");
+        QTest::addColumn<QString>("root"); // shown afterwards
+        QTest::addColumn<bool>("marked");
+        QTest::newRow("loaded again") << Answer::Yes << QStringLiteral("other") << false;
+        QTest::newRow("kept") << Answer::No << QStringLiteral("mine") << true;
+    }
+
+    void otherProgramsAreNoticed()
+    {
+        QFETCH(Answer, answer);
+        const Folders folders;
+        const QString path = folders.document(QStringLiteral("a.xml"));
+        write(path, "<mine/>");
+        Window window(folders, {path});
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        window.dialogs.answer(answer);
+        replaceBehindTheBack(path, "<other/>");
+        QTRY_COMPARE(window.dialogs.messages().size(), 1);
+        QVERIFY(
+            window.lastMessage().startsWith(QStringLiteral("a.xml has been changed by another program.")));
+        QTEST(window.treeRoot().remove(QLatin1Char('<')).remove(QLatin1Char('>')), "root");
+        QTEST(window.main->isWindowModified(), "marked");
+        // Saving it is no change by another.
+        window.choose("mnuSave");
+        QTest::qWait(400);
+        QCOMPARE(window.dialogs.messages().size(), 1);
+    }
+
+    void aVanishedFileIsTold()
+    {
+        const Folders folders;
+        const QString path = folders.document(QStringLiteral("a.xml"));
+        write(path, "<mine/>");
+        Window window(folders, {path});
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        QVERIFY(QFile::remove(path));
+        QTRY_VERIFY(window.note().contains(QStringLiteral("no longer there")));
+        QVERIFY(window.main->isWindowModified());
+        window.choose("mnuSave");
+        QCOMPARE(contentOf(path), "<mine/>\r\n");
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    DocumentHabitsTest tests;
+    return runWindowTests(argc, argv, tests);
+}
+#include "document_habits_test.moc"
