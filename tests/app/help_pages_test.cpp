@@ -1,0 +1,441 @@
+// The help against the program: it names every command with its key, leads nowhere that is not there, and its
+// search knows every page. The data of the search page is made here: with XE_UPDATE_HELP set it is written
+// anew.
+#include "app/commands.h"
+#include "editor/key_assignment.h"
+#include "editor/properties_dialog.h"
+#include "platform/control/code_editor.h"
+#include "platform/control/editor_commands.h"
+#include "tidy/option_catalogue.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QTabWidget>
+#include <QTest>
+#include <QUrl>
+#include <QXmlStreamReader>
+
+namespace {
+
+QString latin1(const char *text) { return QString::fromLatin1(text); }
+
+QDir folder() { return QDir(QStringLiteral(XE_HELP)); }
+
+const QString contents = QStringLiteral("Zelph.htm");
+const QString indexPage = QStringLiteral("opens_index_first.htm");
+const QString searchPage = QStringLiteral("opens_search_first.htm");
+
+struct Picture
+{
+    QString path;
+    QString words; // instead of it
+    QSize size;
+};
+
+struct Passage
+{
+    QString anchor; // its own, or empty
+    QString text;
+};
+
+struct Section
+{
+    QString anchor;
+    QString title;
+    QList<Passage> passages;
+};
+
+struct Page
+{
+    QString error; // why it could not be read; empty when it could
+    QStringList ids;
+    QStringList links;
+    QList<Picture> pictures;
+    QStringList chapters; // links of the list beside the page
+    QHash<QString, QStringList> cells; // of each table row that has an id
+    QList<Section> sections;
+
+    QString text() const
+    {
+        QString all;
+        for (const Section &section : sections) {
+            all += section.title + u'\n';
+            for (const Passage &passage : section.passages)
+                all += passage.text + u'\n';
+        }
+        return all;
+    }
+};
+
+// Reads a page, which is written so that it is XML as well.
+class PageReader
+{
+public:
+    explicit PageReader(const QString &file) : file_(folder().filePath(file)) { }
+
+    Page read()
+    {
+        if (!file_.open(QIODevice::ReadOnly)) {
+            page_.error = file_.errorString();
+            return page_;
+        }
+        xml_.setDevice(&file_);
+        while (!xml_.atEnd()) {
+            xml_.readNext();
+            if (xml_.isStartElement())
+                open(xml_.name().toString(), xml_.attributes());
+            else if (xml_.isEndElement())
+                close(xml_.name().toString());
+            else if (xml_.isCharacters() && inMain_ && skipped_ == 0)
+                text_ += xml_.text();
+        }
+        page_.error = xml_.hasError() ? xml_.errorString() : QString();
+        return page_;
+    }
+
+private:
+    static bool isHeading(const QString &name) { return name == u"h1" || name == u"h2" || name == u"h3"; }
+    // What ends the passage before it; a term and what is said about it are one passage.
+    static bool isBlock(const QString &name)
+    {
+        static const QStringList blocks{
+            QStringLiteral("p"),   QStringLiteral("li"),         QStringLiteral("dt"), QStringLiteral("tr"),
+            QStringLiteral("pre"), QStringLiteral("figcaption"), QStringLiteral("nav")};
+        return blocks.contains(name) || isHeading(name);
+    }
+    // Lists of links and heads of tables say nothing of their own, and scripts are no text.
+    static bool isSkipped(const QString &name, const QString &kind)
+    {
+        return name == u"nav" || name == u"thead" || name == u"script" || kind == u"toc"
+            || kind == u"contents";
+    }
+
+    void open(const QString &name, const QXmlStreamAttributes &attributes)
+    {
+        const QString id = attributes.value(QStringLiteral("id")).toString();
+        const QString kind = attributes.value(QStringLiteral("class")).toString();
+        if (!id.isEmpty())
+            page_.ids.append(id);
+        take(name, attributes);
+        inMain_ = inMain_ || name == u"main";
+        inChapters_ = inChapters_ || kind == u"chapters";
+        if (isBlock(name))
+            flush();
+        if (isSkipped(name, kind) || skipped_ > 0)
+            ++skipped_;
+        if (isBlock(name))
+            anchor_ = id;
+        if (name == u"tr")
+            row_ = id;
+        if (name == u"td")
+            cellStart_ = text_.size();
+    }
+
+    void take(const QString &name, const QXmlStreamAttributes &attributes)
+    {
+        if (name == u"a" || name == u"link") {
+            const QString link = attributes.value(QStringLiteral("href")).toString();
+            (inChapters_ ? page_.chapters : page_.links).append(link);
+        } else if (name == u"form") {
+            page_.links.append(attributes.value(QStringLiteral("action")).toString());
+        } else if (name == u"img") {
+            page_.pictures.append({attributes.value(QStringLiteral("src")).toString(),
+                                   attributes.value(QStringLiteral("alt")).toString(),
+                                   QSize(attributes.value(QStringLiteral("width")).toInt(),
+                                         attributes.value(QStringLiteral("height")).toInt())});
+        }
+    }
+
+    void close(const QString &name)
+    {
+        if (isHeading(name) && skipped_ == 0) {
+            page_.sections.append({anchor_, text_.simplified(), {}});
+            text_.clear();
+        } else if (name == u"dt") {
+            text_ += QStringLiteral(": ");
+        } else if (name == u"td") {
+            if (!row_.isEmpty())
+                page_.cells[row_].append(text_.sliced(cellStart_).simplified());
+            text_ += QStringLiteral(" \u00b7 ");
+        } else if (isBlock(name) || name == u"dd") {
+            flush();
+        }
+        inMain_ = inMain_ && name != u"main";
+        inChapters_ = inChapters_ && name != u"nav";
+        skipped_ = std::max(0, skipped_ - 1);
+    }
+
+    void flush()
+    {
+        QStringList parts = text_.simplified().split(QStringLiteral(" \u00b7"));
+        parts.removeAll(QString());
+        const QString text = parts.join(QStringLiteral(" \u00b7")).trimmed();
+        if (!text.isEmpty() && !page_.sections.isEmpty())
+            page_.sections.last().passages.append({anchor_, text});
+        text_.clear();
+        anchor_.clear();
+    }
+
+    QFile file_;
+    QXmlStreamReader xml_;
+    Page page_;
+    QString text_;
+    QString anchor_;
+    QString row_;
+    qsizetype cellStart_ = 0;
+    int skipped_ = 0; // depth within what is no text
+    bool inMain_ = false;
+    bool inChapters_ = false;
+};
+
+const QMap<QString, Page> &pages()
+{
+    static const QMap<QString, Page> all = [] {
+        QMap<QString, Page> read;
+        for (const QString &file : folder().entryList({QStringLiteral("*.htm")}))
+            read.insert(file, PageReader(file).read());
+        return read;
+    }();
+    return all;
+}
+
+Page page(const char *name) { return pages().value(latin1(name)); }
+
+QString plain(QString caption) { return caption.remove(u'&').trimmed(); }
+
+QString keysText(const QList<QKeySequence> &keys)
+{
+    return QKeySequence::listToString(keys, QKeySequence::PortableText)
+        .replace(QStringLiteral("; "), QStringLiteral(", "));
+}
+
+// The keys the editor has at first.
+QList<QKeySequence> editorKeys(int command)
+{
+    static const control::ShortcutTable table = editor::firstShortcuts();
+    return table.shortcuts(command);
+}
+
+QString keyOf(const app::Command &row)
+{
+    return *row.shortcut != 0 || row.editorCommand == 0 ? latin1(row.shortcut)
+                                                        : keysText(editorKeys(row.editorCommand).mid(0, 1));
+}
+
+QByteArray line(const QJsonArray &array)
+{
+    QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Compact);
+    return json.replace('<', "\\u003c").replace('>', "\\u003e").replace('&', "\\u0026");
+}
+
+// What the search page is to know of a page, one section a line.
+QByteArray searchData(const QString &file, const Page &page)
+{
+    QByteArrayList sections;
+    for (const Section &section : page.sections) {
+        QJsonArray passages;
+        for (const Passage &passage : section.passages)
+            passages.append(QJsonArray{passage.anchor, passage.text});
+        sections.append(line({section.anchor, section.title, passages}));
+    }
+    return "[\"" + file.toUtf8() + "\", [\n" + sections.join(",\n") + "\n]]";
+}
+
+QByteArray searchData()
+{
+    QByteArrayList all;
+    for (const QString &file : pages().value(contents).chapters)
+        all.append(searchData(file, pages().value(file)));
+    return "[\n" + all.join(",\n") + "\n]\n";
+}
+
+} // namespace
+
+class HelpPagesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pageIsSound_data()
+    {
+        QTest::addColumn<QString>("file");
+        QVERIFY(pages().size() > 3);
+        for (const QString &file : pages().keys())
+            QTest::newRow(qPrintable(file)) << file;
+    }
+
+    void pageIsSound()
+    {
+        QFETCH(QString, file);
+        const Page &page = pages()[file];
+        QCOMPARE(page.error, QString());
+        QCOMPARE(QSet<QString>(page.ids.begin(), page.ids.end()).size(), page.ids.size());
+        QVERIFY(!page.sections.isEmpty() && !page.sections.first().title.isEmpty());
+        QCOMPARE(page.chapters, pages()[contents].chapters);
+        const bool isEntry = file == contents || file == indexPage || file == searchPage;
+        QVERIFY(isEntry || page.chapters.contains(file));
+    }
+
+    void linksLeadSomewhere_data() { pageIsSound_data(); }
+
+    void linksLeadSomewhere()
+    {
+        QFETCH(QString, file);
+        const Page &page = pages()[file];
+        for (const QString &link : page.links + page.chapters) {
+            const QUrl url(link);
+            QVERIFY2(url.isRelative(), qPrintable(link));
+            const QString target = url.path().isEmpty() ? file : url.path();
+            QVERIFY2(folder().exists(target), qPrintable(link));
+            QVERIFY2(!url.hasFragment() || pages().value(target).ids.contains(url.fragment()),
+                     qPrintable(link));
+        }
+    }
+
+    void picturesAreThere()
+    {
+        QSet<QString> shown{QStringLiteral(".")};
+        for (const Page &page : pages())
+            for (const Picture &picture : page.pictures) {
+                QCOMPARE(QImageReader(folder().filePath(picture.path)).size(), picture.size);
+                QVERIFY2(!picture.words.isEmpty(), qPrintable(picture.path));
+                shown.insert(picture.path);
+            }
+        constexpr qint64 most = 1'500'000; // bytes
+        qint64 sum = 0;
+        const QFileInfoList files
+            = QDir(folder().filePath(QStringLiteral("pictures"))).entryInfoList(QDir::Files);
+        for (const QFileInfo &file : files) {
+            QVERIFY2(shown.contains(QStringLiteral("pictures/") + file.fileName()),
+                     qPrintable(file.fileName()));
+            sum += file.size();
+        }
+        QVERIFY(sum < most);
+    }
+
+    void menuItemsAreTold()
+    {
+        const Page told = page("menus.htm");
+        for (const app::Command &row : app::commandTable()) {
+            if (*row.menu == 0 || latin1(row.caption) == u"-")
+                continue;
+            const QStringList cells = told.cells.value(latin1(row.name));
+            QCOMPARE(cells.value(0), plain(latin1(row.caption)));
+            QCOMPARE(cells.value(1), keyOf(row));
+            QVERIFY2(!cells.value(2).isEmpty(), row.name);
+        }
+        for (const app::Menu &menu : app::menuTable())
+            QVERIFY2(told.ids.contains(latin1(menu.name)), menu.name);
+    }
+
+    void buttonsAreTold()
+    {
+        const Page told = page("menus.htm");
+        for (const app::Command &row : app::commandTable()) {
+            if (*row.toolbar == 0)
+                continue;
+            QString name = plain(latin1(*row.tip != 0 ? row.tip : row.caption));
+            if (name.endsWith(QStringLiteral("...")) && *row.tip == 0)
+                name.chop(3);
+            const QStringList cells = told.cells.value(latin1(row.toolbar) + u'-' + latin1(row.key));
+            QCOMPARE(cells.value(0), name);
+            QVERIFY2(!cells.value(1).isEmpty(), row.key);
+        }
+    }
+
+    void editorCommandsAreTold()
+    {
+        const Page told = page("keys.htm");
+        for (const control::EditorCommand &command : control::editorCommands()) {
+            const QStringList cells = told.cells.value(QStringLiteral("command-%1").arg(command.number));
+            QCOMPARE(cells.value(0), latin1(command.name));
+            QCOMPARE(cells.value(1), keysText(editorKeys(command.number)));
+            QVERIFY2(!cells.value(2).isEmpty(), command.name);
+            QCOMPARE(cells.value(3).toInt(), command.number);
+        }
+    }
+
+    void windowKeysAreListed()
+    {
+        const QString told = page("keys.htm").text();
+        for (const app::Command &row : app::commandTable())
+            QVERIFY2(told.contains(latin1(row.shortcut)), row.name);
+    }
+
+    void tidyOptionsAreListed()
+    {
+        const QString told = page("tidy.htm").text();
+        for (const tidy::Option &option : tidy::optionCatalogue().first(tidy::listedOptions)) {
+            const QString value = *option.builtIn != 0 ? option.builtInText() : QStringLiteral("empty");
+            const QString entry = option.nameText() + u' ' + value;
+            QVERIFY2(told.contains(entry), qPrintable(entry));
+        }
+    }
+
+    void editorPropertiesAreTold()
+    {
+        const QString told = page("editor.htm").text();
+        control::CodeEditor editor(nullptr);
+        const editor::PropertiesDialog dialog(editor, nullptr);
+        QStringList captions;
+        for (const QAbstractButton *button : dialog.findChildren<QAbstractButton *>())
+            captions.append(plain(button->text()));
+        for (const QLabel *label : dialog.findChildren<QLabel *>())
+            if (label->buddy() != nullptr)
+                captions.append(plain(label->text()).remove(u':'));
+        const auto *tabs = dialog.findChild<QTabWidget *>();
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            captions.append(plain(tabs->tabText(tab)));
+        QVERIFY(captions.size() > 20);
+        for (const QString &caption : captions)
+            QVERIFY2(told.contains(caption), qPrintable(caption));
+    }
+
+    void indexLeadsToEveryChapter()
+    {
+        const Page &index = pages()[indexPage];
+        QStringList linked;
+        for (const QString &link : index.links)
+            linked.append(link.section(u'#', 0, 0));
+        for (const QString &chapter : index.chapters)
+            QVERIFY2(linked.contains(chapter), qPrintable(chapter));
+    }
+
+    void indexIsInOrder()
+    {
+        QString before;
+        for (const Section &letter : pages()[indexPage].sections.mid(1))
+            for (const Passage &entry : letter.passages) {
+                QVERIFY2(entry.text.startsWith(letter.title, Qt::CaseInsensitive), qPrintable(entry.text));
+                const QString term = entry.text.section(u':', 0, 0).toLower();
+                QVERIFY2(before.remove(u',') <= term, qPrintable(entry.text));
+                before = term;
+            }
+    }
+
+    void searchKnowsEveryPage()
+    {
+        QFile file(folder().filePath(searchPage));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        const QByteArray whole = file.readAll();
+        const QByteArray before = "<script type=\"application/json\" id=\"sections\">\n";
+        const qsizetype start = whole.indexOf(before) + before.size();
+        const qsizetype end = whole.indexOf("</script>", start);
+        QVERIFY(start > before.size() && end > start);
+        if (qEnvironmentVariableIsSet("XE_UPDATE_HELP")) {
+            file.resize(0);
+            file.write(whole.first(start) + searchData() + whole.sliced(end));
+            return;
+        }
+        QVERIFY2(whole.sliced(start, end - start) == searchData(),
+                 "The search page is older than the others: run this test with XE_UPDATE_HELP set.");
+    }
+};
+
+QTEST_MAIN(HelpPagesTest)
+#include "help_pages_test.moc"
