@@ -65,10 +65,13 @@ Answer answerOf(int button, Answer least)
 
 } // namespace
 
+// Whoever asks gets the focus back.
 QWidget *QtDialogs::parent() const
 {
-    QWidget *dialog = QApplication::activeModalWidget();
-    return dialog ? dialog : window_.data();
+    for (QWidget *asking : {QApplication::activeModalWidget(), QApplication::activeWindow()})
+        if (asking != nullptr)
+            return asking;
+    return window_.data();
 }
 
 Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text, const QString &title)
