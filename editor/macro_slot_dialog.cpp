@@ -33,6 +33,7 @@ MacroSlotDialog::MacroSlotDialog(const control::EditorLibrary &library, const co
     setObjectName(QStringLiteral("frmMacroSlot"));
     setWindowTitle(QStringLiteral("Create Macro"));
     lstSlots->setObjectName(QStringLiteral("lstSlots"));
+    lstSlots->setAccessibleName(tr("Macros"));
     lblState->setObjectName(QStringLiteral("lblState"));
     layOut(QStringLiteral("&Store the recorded %1 in:").arg(countedSteps(control::strokesIn(recorded))));
     fill(library, recorded, lastUsed);

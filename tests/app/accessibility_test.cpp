@@ -18,10 +18,12 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
+#include <functional>
 
 using namespace app_test;
 
@@ -141,6 +143,15 @@ QStringList faultsOfPages(QWidget &window)
     return faults;
 }
 
+QStringList faultsOfDialog(QDialog &dialog)
+{
+    const bool active = QTest::qWaitForWindowActive(&dialog);
+    QStringList faults = faultsOfPages(dialog);
+    if (!active || dialog.focusWidget() == nullptr)
+        faults.append(QStringLiteral("nothing has the focus at first"));
+    return faults;
+}
+
 } // namespace
 
 class AccessibilityTest : public QObject
@@ -181,39 +192,47 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<int>("tab");
-        for (const char *command : {"mnueditnod4", "mnuQuicktag", "mnuabout"})
-            QTest::newRow(command) << QString::fromLatin1(command) << 0;
-        for (const char *command :
-             {"mnucleancod", "mnuCleaningOptions", "editcmxsub_14", "searchcmxsub_5", "mnuRepeatCount"})
-            QTest::newRow(command) << QString::fromLatin1(command) << 1;
-        QTest::newRow("assigned") << QStringLiteral("mnuAssignedfilePre") << 0;
+        QTest::addColumn<QString>("button"); // of the dialog, which opens the one to look at
+        const auto row = [](const char *command, int tab, const char *button = "") {
+            QTest::addRow("%s %s", command, button)
+                << QString::fromLatin1(command) << tab << QString::fromLatin1(button);
+        };
+        for (const char *command : {"mnueditnod4", "mnuQuicktag", "mnuabout", "mnuAssignedfilePre"})
+            row(command, 0);
+        for (const char *command : {"mnucleancod", "mnuCleaningOptions", "editcmxsub_14", "searchcmxsub_5",
+                                    "mnuRepeatCount", "createmac"})
+            row(command, 1);
+        row("mnueditnod4", 0, "cmdadd");
+        row("mnueditnod4", 0, "cmdsynbols");
     }
 
     void dialogs()
     {
         QFETCH(QString, command);
         QFETCH(int, tab);
+        QFETCH(QString, button);
         window_->tabs()->setCurrentIndex(tab);
-        QStringList faults{QStringLiteral("no dialog came")};
-        const auto look = [&](QWidget *dialog) {
-            if (dialog == nullptr)
-                return;
-            const bool active = QTest::qWaitForWindowActive(dialog);
-            faults = faultsOfPages(*dialog);
-            if (!active || dialog->focusWidget() == nullptr)
-                faults.append(QStringLiteral("nothing has the focus at first"));
-            dialog->close();
-        };
-        QTimer::singleShot(0, this, [&] { look(QApplication::activeModalWidget()); });
-        window_->choose(qPrintable(command));
-        QTest::qWait(1);
-        if (faults.value(0) == QStringLiteral("no dialog came")) {
-            const QList<QDialog *> modeless = window_->main->findChildren<QDialog *>();
-            const auto shown = std::find_if(modeless.begin(), modeless.end(),
-                                            [](const QDialog *dialog) { return dialog->isVisible(); });
-            if (shown != modeless.end())
-                look(*shown);
+        if (command == QStringLiteral("createmac")) {
+            window_->choose("createmac"); // the end of recording asks where it goes
+            window_->typeIntoEditor(QStringLiteral("x"));
         }
+        QStringList faults{QStringLiteral("no dialog came")};
+        whenOpen(nullptr, [&](QDialog *first) {
+            if (button.isEmpty()) {
+                faults = faultsOfDialog(*first);
+            } else {
+                whenOpen(first, [&](QDialog *second) {
+                    faults = faultsOfDialog(*second);
+                    second->close();
+                });
+                first->findChild<QPushButton *>(button)->click();
+                QTest::qWait(10);
+            }
+            first->close();
+        });
+        window_->choose(qPrintable(command));
+        QTest::qWait(10);
+        window_->editor()->undo();
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
     }
 
@@ -232,6 +251,18 @@ private Q_SLOTS:
     }
 
 private:
+    // Looks at the dialog that is about to come up over another one, within its own loop if it has one.
+    void whenOpen(QDialog *below, const std::function<void(QDialog *)> &look)
+    {
+        QTimer::singleShot(0, this, [below, look] {
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            for (QWidget *window : windows)
+                if (auto *dialog = qobject_cast<QDialog *>(window);
+                    dialog != nullptr && dialog != below && dialog->isVisible())
+                    return look(dialog);
+        });
+    }
+
     std::unique_ptr<Folders> folders_;
     std::unique_ptr<Window> window_;
 };

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void titleNamesTheFullPath();
     void leavingClearsTheExchangeFiles();
     void withoutTemporaryFolder();
+    void windowsDoNotMeet();
     void helpPages();
     void languages_data();
     void languages();
@@ -307,6 +308,22 @@ void TestLife::withoutTemporaryFolder()
     QCOMPARE(desk.workspace.notes.size(), 1);
     QVERIFY(QFileInfo::exists(desk.session.state().PreviewFilePath));
     QCOMPARE(desk.seen(QStringLiteral("/zelphedit.xml")), QStringLiteral("(no file)"));
+}
+
+// The working files have the same names in every window of the user.
+void TestLife::windowsDoNotMeet()
+{
+    Desk desk;
+    Desk other;
+    desk.run({"start"});
+    other.run({"start"});
+    QVERIFY(desk.session.state().temporaryFolder != other.session.state().temporaryFolder);
+    for (Desk *window : {&desk, &other}) {
+        window->run({"edit", "preview"});
+        QCOMPARE(window->seen(QStringLiteral("new")), QStringLiteral("1"));
+        QCOMPARE(window->seen(QStringLiteral("browser")), QStringLiteral("zelphedit.xml0"));
+        QVERIFY(QFileInfo::exists(window->session.state().previewCopyPath()));
+    }
 }
 
 void TestLife::helpPages()
