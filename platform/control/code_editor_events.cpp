@@ -15,7 +15,15 @@ namespace control {
 
 namespace {
 
+constexpr int newLineCommand = 121;
 constexpr int selectAllCommand = 137;
+
+// Some keyboards, and those that only pretend to be one, have a key for the line feed besides Return.
+bool bringsLineEnd(const QKeyEvent &event)
+{
+    return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0
+        && (event.text() == QStringLiteral("\n") || event.text() == QStringLiteral("\r"));
+}
 
 bool isModifierKey(int key)
 {
@@ -118,6 +126,8 @@ void CodeEditor::keyPressEvent(QKeyEvent *event)
     } else if (typed.count() > 1) {
         // A second stroke that completes nothing types nothing either.
         event->accept();
+    } else if (bringsLineEnd(*event)) {
+        execute(newLineCommand);
     } else if (!typesText(*event)) {
         event->ignore();
     } else {

@@ -380,6 +380,8 @@ private Q_SLOTS:
         QCOMPARE(editor.selection().length(), editor.text().size());
         QTest::keyClick(&editor, Qt::Key_X, Qt::AltModifier);
         QVERIFY(editor.text().startsWith("\tone"));
+        QTest::sendKeyEvent(QTest::Click, &editor, Qt::Key_unknown, QStringLiteral("\n"), Qt::NoModifier);
+        QCOMPARE(editor.text(), QByteArray("\r\n"));
     }
 
     void chordsAndReboundKeys()
