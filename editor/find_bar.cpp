@@ -28,18 +28,18 @@ constexpr qsizetype longestSeed = 1000; // bytes of a selection that is searched
 struct Told
 {
     Finding finding;
-    const char *sentence;
     bool refused;
+    const char *sentence;
 };
 
 constexpr Told sentences[] = {
-    {Finding::Found, "", false},
-    {Finding::ContinuedAtStart, "Continued at the start", false},
-    {Finding::ContinuedAtEnd, "Continued at the end", false},
-    {Finding::Missing, "Nothing found", true},
-    {Finding::TooSlow, "The search takes too long", true},
-    {Finding::TooComplex, "The expression is too complex for this text", true},
-    {Finding::Faulty, "", true},
+    {Finding::Found, false, ""},
+    {Finding::ContinuedAtStart, false, "Continued at the start"},
+    {Finding::ContinuedAtEnd, false, "Continued at the end"},
+    {Finding::Missing, true, "Nothing found"},
+    {Finding::TooSlow, true, "The search takes too long"},
+    {Finding::TooComplex, true, "The expression is too complex for this text"},
+    {Finding::Faulty, true, ""},
 };
 
 QString sentenceOf(const control::PatternFault &fault)
