@@ -70,9 +70,16 @@ QPixmap drawn(QSvgRenderer &renderer, int size)
     return pixmap;
 }
 
-QIcon ownIcon(const QString &name)
+// Of the program's own names, and where a theme lacks one, of the theme's: those have a folder to themselves.
+QString drawingOf(const QString &name)
 {
-    QFile file(iconPath(name));
+    const QString own = iconPath(name);
+    return QFile::exists(own) ? own : iconPath(QStringLiteral("fallback/") + name);
+}
+
+QIcon drawnIcon(const QString &name)
+{
+    QFile file(drawingOf(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QByteArray svg = file.readAll();
@@ -85,15 +92,20 @@ QIcon ownIcon(const QString &name)
     return icon;
 }
 
+// From the desktop's theme or from Breeze; from neither where they are a patchwork.
+bool themeHas(const QString &name)
+{
+    if (!themeIsComplete() || QIcon::themeName().startsWith(QStringLiteral("breeze")))
+        useBreeze();
+    return themeIsComplete() && QIcon::hasThemeIcon(name);
+}
+
 } // namespace
 
 QIcon themeIcon(const QString &name)
 {
-    if (name.startsWith(QStringLiteral("xe-")))
-        return ownIcon(name);
-    if (!themeIsComplete() || QIcon::themeName().startsWith(QStringLiteral("breeze")))
-        useBreeze();
-    return QIcon::fromTheme(name);
+    const bool own = name.startsWith(QStringLiteral("xe-"));
+    return !own && themeHas(name) ? QIcon::fromTheme(name) : drawnIcon(name);
 }
 
 QString iconPath(const QString &name) { return QStringLiteral(":/icons/%1.svg").arg(name); }

@@ -5,6 +5,7 @@
 #include "app/word_cycle.h"
 #include "document/view_modes.h"
 #include "platform/control/shortcut_table.h"
+#include "platform/dialogs/theme_icon.h"
 
 #include <QDir>
 #include <QFile>
@@ -177,6 +178,19 @@ private Q_SLOTS:
             menus.insert(text(menu.name));
         for (const document::ModeMenu &menu : document::modeMenus())
             QVERIFY2(menus.contains(menu.name.toString()), qPrintable(menu.name.toString()));
+    }
+
+    // Where no icon theme is installed.
+    void everyIconIsDrawn()
+    {
+        const QTemporaryDir nothing;
+        for (const char *variable : {"XDG_DATA_DIRS", "XDG_DATA_HOME"})
+            qputenv(variable, QFile::encodeName(nothing.path()));
+        QIcon::setThemeSearchPaths({nothing.path()});
+        QIcon::setThemeName(QStringLiteral("none"));
+        QVERIFY(!QIcon::hasThemeIcon(QStringLiteral("document-new")));
+        for (const Command &row : commandTable())
+            QVERIFY2(*row.icon == 0 || !dialogs::themeIcon(text(row.icon)).isNull(), row.icon);
     }
 };
 
