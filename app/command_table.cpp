@@ -30,6 +30,7 @@ constexpr Command commands[] = {
     {.menu = "mnuFile", .name = "mnuexit", .caption = "E&xit", .icon = "application-exit", .shortcut = "Ctrl+Q"},
     {.menu = "mnuFile", .caption = "-"},
     {.menu = "mnuFile", .name = "mnurecent", .caption = "&Recent Documents", .submenu = true},
+    {.menu = "mnuFile", .name = "mnurecover", .caption = "Recover &Text", .submenu = true},
 
     {.menu = "mnueditnod1", .name = "mnueditnod", .caption = "&Edit Node", .icon = "document-edit"},
 

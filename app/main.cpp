@@ -38,6 +38,8 @@ int main(int argc, char *argv[])
         dialogs.setParentWindow(window.get());
         window->prelodr(arguments);
         window->show();
+        // Not before the start-up window has gone.
+        QMetaObject::invokeMethod(window.get(), &app::mainfrm::offerRecovery, Qt::QueuedConnection);
     });
     splash.show();
     app::readAhead(arguments.join(QLatin1Char(' ')).remove(QLatin1Char('"')));

@@ -8,6 +8,7 @@
 #include "app/node_images.h"
 #include "app/quick_tags_host.h"
 #include "app/recent_documents.h"
+#include "app/recovery.h"
 #include "app/status_bar.h"
 #include "app/tidy_host.h"
 #include "app/toolbars.h"
@@ -72,6 +73,7 @@ mainfrm::mainfrm(const Outside &outside)
     editNodes();
     serveEditor(outside);
     tellOfDocument();
+    keepUnsaved();
     watchFile();
     restorePlace();
 }
@@ -182,6 +184,23 @@ void mainfrm::tellOfDocument()
     connect(nodes_.get(), &tree::NodeCommands::stepsChanged, this, [this] { mark_->edited(); });
 }
 
+void mainfrm::keepUnsaved()
+{
+    recovery_ = std::make_unique<Recovery>(Recovery::Around{
+        .session = *session_,
+        .dialogs = dialogs_,
+        .menu = *menus_.menu(QStringLiteral("mnurecover")),
+        .note = [this](const QString &text) { note(text); },
+        .dataFolder = folders_.data(),
+    });
+    connect(CodeMax1, &control::CodeEditor::textEdited, recovery_.get(), &Recovery::edited);
+    connect(nodes_.get(), &tree::NodeCommands::stepsChanged, recovery_.get(), &Recovery::edited);
+}
+
+void mainfrm::offerRecovery() { recovery_->offer(); }
+
+void mainfrm::textGivenUp(const QByteArray &text) { recovery_->givenUp(text); }
+
 void mainfrm::watchFile()
 {
     watch_ = std::make_unique<FileWatch>();
@@ -210,12 +229,14 @@ void mainfrm::fileChanged()
     else
         session_->life().keepOver();
     mark_->refresh();
+    recovery_->settled();
 }
 
 void mainfrm::fileGone()
 {
     session_->life().keepOver();
     mark_->refresh();
+    recovery_->settled();
     note(tr("%1 is no longer there; saving writes it anew.").arg(session_->state().CurrentFilePath));
 }
 
@@ -253,6 +274,7 @@ void mainfrm::closeEvent(QCloseEvent *event)
     if (left_)
         return;
     left_ = true;
+    recovery_->end();
     rememberPlace();
     Q_EMIT left();
 }
@@ -301,12 +323,14 @@ void mainfrm::setTitleLine(const QString &text)
         recent_->add(path);
     watch_->watch(path);
     mark_->refresh();
+    recovery_->settled();
 }
 
 void mainfrm::documentSaved()
 {
     watch_->remember();
     mark_->refresh();
+    recovery_->settled();
 }
 
 void mainfrm::note(const QString &text) { StatusBar1->setNote(text); }

@@ -44,6 +44,7 @@ class FileWatch;
 class NodeEditing;
 class QuickTagsHost;
 class RecentDocuments;
+class Recovery;
 class TidyHost;
 class StatusBar;
 class ViewFrame;
@@ -69,8 +70,12 @@ public:
     // Start-up, before the window is shown: opens the document that the arguments name, or a new one.
     void prelodr(const QStringList &arguments);
 
+    // Once the window is shown: asks about unsaved texts of windows that did not end as they should.
+    void offerRecovery();
+
     document::Session &session() { return *session_; }
     CommandSet &commands() { return commands_; }
+    Recovery &recovery() { return *recovery_; }
 
 Q_SIGNALS:
     // The window was closed for good; nothing but the end of the process may follow.
@@ -87,6 +92,7 @@ private:
     void rebuildTree() override;
     void setSaveEnabled(bool enabled) override;
     void documentSaved() override;
+    void textGivenUp(const QByteArray &text) override;
     void setTitleLine(const QString &text) override;
     void note(const QString &text) override;
     void setModesEnabled(bool normal, bool xml, bool preview) override;
@@ -130,6 +136,7 @@ private:
     void editNodes();
     void serveEditor(const Outside &outside);
     void tellOfDocument();
+    void keepUnsaved();
     void watchFile();
     void checkFile();
     void fileChanged();
@@ -164,6 +171,7 @@ private:
     std::unique_ptr<DocumentMark> mark_;
     std::unique_ptr<FileWatch> watch_;
     std::unique_ptr<RecentDocuments> recent_;
+    std::unique_ptr<Recovery> recovery_;
     int tab_ = document::NormalMode; // the one that the last switch led to
     bool left_ = false;
 };

@@ -101,14 +101,48 @@ void Life::openExisting(const QString &path)
 
 void Life::take(const QString &path, const files::LoadedText &file)
 {
-    around_.editor.loadText(newDocumentTemplate());
-    around_.workspace.selectTab(NormalMode);
-    files_.spare(path);
-    files_.kiltmpfyl();
+    leaveViews(path);
     around_.workspace.setSaveEnabled(true);
     loadAs(path, file);
     saving_.rememberDom();
     saving_.showTitle();
+}
+
+// Nothing of the former document is shown any more, and its preview copy is gone.
+void Life::leaveViews(const QString &newPath)
+{
+    around_.editor.loadText(newDocumentTemplate());
+    around_.workspace.selectTab(NormalMode);
+    files_.spare(newPath);
+    files_.kiltmpfyl();
+}
+
+bool Life::recover(const QString &path, const QByteArray &text, const files::FileForm &form, Tab mode)
+{
+    if (saving_.cndsavefunc())
+        return false;
+    leaveViews(path);
+    files_.setCurrentFile(path.isEmpty() ? files_.makefile() : path);
+    around_.workspace.setSaveEnabled(!path.isEmpty());
+    state_.form = form;
+    around_.editor.setLanguage(languageOf(state_.CurrentFilePath, text));
+    showUnsaved(text, mode);
+    keepOver();
+    saving_.showTitle();
+    return true;
+}
+
+// A faulty text was faulty when it was left; there is no need to say so in a box.
+void Life::showUnsaved(const QByteArray &text, Tab mode)
+{
+    const bool faulty = dom::checkWellFormed(text, files::parentFolderOf(state_.CurrentFilePath)).has_value();
+    parsing_.LoadXml(faulty ? newDocumentTemplate() : text);
+    if (faulty || mode == XmlMode)
+        around_.workspace.selectTab(XmlMode);
+    if (!faulty)
+        return;
+    around_.editor.loadText(text);
+    parsing_.xmlerr(false, false);
 }
 
 void Life::reload()
@@ -118,6 +152,8 @@ void Life::reload()
     const auto file = parsing_.readFile(path);
     if (!file)
         return;
+    if (saving_.isChanged())
+        saving_.giveUp();
     take(path, *file);
     if (tab == XmlMode)
         around_.workspace.selectTab(tab);

@@ -44,6 +44,11 @@ public:
     // changed unless it is what the file now holds.
     void keepOver();
 
+    // Opens an unsaved text of the file at path, or of a new document where that is empty, as what the
+    // document has become since its file was written; in XML Mode when that is the mode, or when the text is
+    // not well-formed. False when the user would rather stay with what is open.
+    bool recover(const QString &path, const QByteArray &text, const files::FileForm &form, Tab mode);
+
     // The window is about to close: asks the save question; false when it must stay open. Otherwise clears
     // up, and nothing but the end of the process may follow.
     bool leave();
@@ -56,6 +61,8 @@ private:
     void startAnew(const QString &workingFile);
     void openExisting(const QString &path);
     void take(const QString &path, const files::LoadedText &file);
+    void leaveViews(const QString &newPath);
+    void showUnsaved(const QByteArray &text, Tab mode);
 
     DocumentState &state_;
     Surroundings around_;

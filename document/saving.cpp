@@ -65,8 +65,13 @@ bool Saving::cndsavefunc()
     if (answer == Answer::Cancel)
         return true;
     // A dismissed Save As dialog goes on without saving; a file that could not be written must not.
-    return answer == Answer::Yes && (isNew ? saveAs() : save()) == SaveResult::Failed;
+    const SaveResult result = answer == Answer::No ? SaveResult::Dismissed : isNew ? saveAs() : save();
+    if (result == SaveResult::Dismissed)
+        giveUp();
+    return result == SaveResult::Failed;
 }
+
+void Saving::giveUp() { around_.workspace.textGivenUp(currentText()); }
 
 SaveResult Saving::save(const QString &path)
 {

@@ -25,6 +25,9 @@ public:
     // Preview that of the mode it was entered from.
     QByteArray currentText() const;
 
+    // Whose text that is: Normal Mode or XML Mode.
+    Tab shownMode() const { return domIsSource() ? NormalMode : XmlMode; }
+
     // Whether the current text differs from SavedXml. Compares the two when that is not known.
     bool isChanged();
 
@@ -34,6 +37,9 @@ public:
     // Asks whether to save a changed document, and does so. True when the user cancelled, or when the
     // document could not be written and going on would lose it.
     bool cndsavefunc();
+
+    // The document's unsaved text is about to be let go: hands it to the workspace.
+    void giveUp();
 
     // Writes the current text to path. On failure the file and SavedXml stay as they were, and a note says
     // why.

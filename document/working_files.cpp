@@ -82,17 +82,12 @@ QString WorkingFiles::findTemporaryFolder()
     return standIn_->isValid() ? standIn_->path() : QDir::tempPath();
 }
 
-// The working files have the same names in every window. What a vanished process claimed is free.
+// The working files have the same names in every window.
 bool WorkingFiles::claim(const QString &folder)
 {
-    if (claim_)
-        return true;
-    auto lock = std::make_unique<QLockFile>(files::joinPath(folder, QStringLiteral("\\window")));
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock())
-        return false;
-    claim_ = std::move(lock);
-    return true;
+    if (!claim_)
+        claim_ = files::OwnerLock::tryTake(files::joinPath(folder, QStringLiteral("\\window")));
+    return claim_ != nullptr;
 }
 
 void WorkingFiles::tryToWrite(const QString &path, const QByteArray &text)

@@ -4,8 +4,8 @@
 
 #include "document/document_state.h"
 #include "document/surroundings.h"
+#include "platform/files/owner_lock.h"
 
-#include <QLockFile>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -48,7 +48,7 @@ private:
     Surroundings around_;
     // Only where the usual temporary folder is not to be trusted, or another window of the user has it.
     std::unique_ptr<QTemporaryDir> standIn_;
-    std::unique_ptr<QLockFile> claim_; // on the usual one
+    std::unique_ptr<files::OwnerLock> claim_; // on the usual one
 };
 
 } // namespace document

@@ -1,6 +1,7 @@
 // What the document's life needs of the window around it. The main window is one; tests are another.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace document {
@@ -31,6 +32,9 @@ public:
 
     virtual void setSaveEnabled(bool enabled) = 0; // "&Save" and "Save1" together
     virtual void documentSaved() { } // the document's file was just written
+
+    // The user let an unsaved text go, which the document still is; it may yet be wanted back.
+    virtual void textGivenUp(const QByteArray &) { }
 
     virtual void setTitleLine(const QString &text) = 0; // first panel of the status bar
     virtual void note(const QString &text) = 0; // right end of the status bar: what was not done, and why

@@ -1,10 +1,10 @@
 #include "platform/files/user_folders.h"
 
 #include "platform/files/file_helpers.h"
+#include "platform/files/owner_lock.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QStandardPaths>
 
 #include <filesystem>
@@ -87,15 +87,12 @@ void UserFolders::seed(const QString &programFolder, const QString &folder)
                               .arg(inFolder(folder, name), QString::fromStdString(error.message())));
 }
 
-// A lock that a vanished process left behind counts for nothing; one that lives is never too old.
 bool UserFolders::claim(const QString &folder)
 {
     QDir().mkpath(inFolder(folder, "tdyex"));
-    auto lock = std::make_unique<QLockFile>(inFolder(folder, "tdyex/window"));
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock())
+    lock_ = OwnerLock::tryTake(inFolder(folder, "tdyex/window"));
+    if (!lock_)
         return false;
-    lock_ = std::move(lock);
     exchange_ = folder;
     return true;
 }

@@ -7,9 +7,9 @@
 
 #include <memory>
 
-class QLockFile;
-
 namespace files {
+
+class OwnerLock;
 
 class UserFolders
 {
@@ -39,7 +39,7 @@ private:
     QString data_;
     QString exchange_;
     QStringList notes_;
-    std::unique_ptr<QLockFile> lock_; // on the exchange folder, for as long as the program runs
+    std::unique_ptr<OwnerLock> lock_; // on the exchange folder, for as long as the program runs
 };
 
 } // namespace files

@@ -39,6 +39,8 @@ const char *const wholeTree = R"(mnuFile &File
   -
   mnurecent &Recent Documents
     &Clear List
+  mnurecover Recover &Text
+    &Delete Kept Texts
 mnueditnod1 &Edit Node
   mnueditnod &Edit Node
   -

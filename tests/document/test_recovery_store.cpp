@@ -1,0 +1,278 @@
+// Unsaved texts in their folder: whole or known not to be, nobody else's, not for ever; and taken over into
+// the document again.
+#include "desk.h"
+
+#include "document/recovery_writer.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace document;
+
+namespace {
+
+RecoveryCopy copyOf(const QByteArray &text, const QString &path = QStringLiteral("/d/a.xml"))
+{
+    return {{path, {}, NormalMode, QDateTime::fromMSecsSinceEpoch(1'700'000'000'123)}, text};
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void put(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+}
+
+// What the writes of this process may make of a file, while it lives.
+class SmallFilesOnly
+{
+public:
+    explicit SmallFilesOnly(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit now{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &now);
+    }
+    ~SmallFilesOnly() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+private:
+    rlimit before_{};
+};
+
+} // namespace
+
+class TestRecoveryStore : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { home_ = std::make_unique<QTemporaryDir>(); }
+
+    void comesBackWhole_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("encoding");
+        QTest::addColumn<bool>("other"); // every other value than the usual one
+        QTest::newRow("usual") << QStringLiteral("/d/a.xml") << QByteArray("<a/>") << QByteArray("UTF-8")
+                               << false;
+        QTest::newRow("other") << QStringLiteral("/d/\u00e4 \"b\"\n.xml")
+                               << QByteArray("<a>\r\n\n\xc3\xa4</a>\n") << QByteArray("UTF-16LE") << true;
+        QTest::newRow("new, empty") << QString() << QByteArray() << QByteArray("UTF-8") << false;
+    }
+
+    void comesBackWhole()
+    {
+        QFETCH(QString, path);
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, encoding);
+        QFETCH(bool, other);
+        RecoveryCopy copy = copyOf(text, path);
+        copy.head.form = {{encoding, other}, other ? files::FileEnd::Lf : files::FileEnd::CrLf};
+        copy.head.mode = other ? XmlMode : NormalMode;
+        leaveBehind(copy);
+        const RecoveryStore store(folder());
+        const auto found = store.waiting();
+        QCOMPARE(found.size(), 1);
+        QVERIFY(found[0].abandoned && !found[0].damaged);
+        const auto opened = store.open(found[0]);
+        QVERIFY(opened && opened->whole);
+        QCOMPARE(opened->copy.text, text);
+        for (const RecoveryHead &head : {opened->copy.head, found[0].head}) {
+            QCOMPARE(head.path, path);
+            QCOMPARE(head.form.encoding, copy.head.form.encoding);
+            QCOMPARE(head.form.end, copy.head.form.end);
+            QCOMPARE(head.mode, copy.head.mode);
+            QCOMPARE(head.changed, copy.head.changed);
+        }
+    }
+
+    // Cut anywhere, and with any byte another: never taken for whole.
+    void damageIsKnown()
+    {
+        const RecoveryCopy copy = copyOf("<a>\xc3\xa4</a>");
+        const QByteArray file = sealedHead(copy) + copy.text;
+        QVERIFY(openCopy(file).whole);
+        for (qsizetype at = 0; at < file.size(); ++at) {
+            QByteArray other = file;
+            other[at] = char(other[at] ^ 0x20);
+            for (const QByteArray &damaged : {file.first(at), other}) {
+                const OpenedCopy opened = openCopy(damaged);
+                QVERIFY2(!opened.whole && opened.copy.head.path.isEmpty(), damaged.constData());
+                QCOMPARE(QString::fromUtf8(opened.copy.text).toUtf8(), opened.copy.text);
+            }
+        }
+        leaveBehind(copy);
+        QFile(RecoveryStore(folder()).waiting().at(0).file).resize(file.size() - 1);
+        QVERIFY(RecoveryStore(folder()).waiting().at(0).damaged);
+    }
+
+    void windowsLeaveEachOtherAlone()
+    {
+        RecoveryStore other(folder());
+        {
+            RecoveryStore first(folder());
+            QVERIFY(first.write(copyOf("<a/>")) && first.write(copyOf("<b/>")));
+            QVERIFY(other.waiting().isEmpty());
+        }
+        WaitingText found = other.waiting().at(0);
+        WaitingText again = found;
+        QVERIFY(other.claim(found) && !RecoveryStore(folder()).claim(again));
+        QVERIFY(other.adopt(found));
+        QVERIFY(RecoveryStore(folder()).waiting().isEmpty());
+        other.drop();
+        found.claim.reset();
+        QVERIFY(!other.claim(again));
+    }
+
+    void keptForAWhile()
+    {
+        RecoveryStore store(folder());
+        for (int i = 0; i < RecoveryStore::mostKept + 2; ++i)
+            QVERIFY(store.keep(copyOf(QByteArray::number(i))));
+        auto texts = store.waiting();
+        QCOMPARE(texts.size(), RecoveryStore::mostKept);
+        for (const WaitingText &text : texts)
+            QVERIFY(!text.abandoned && store.open(text)->copy.text.toInt() >= 2);
+        // Much at once leaves room for the newest alone, whatever its size.
+        QFile largest(texts.at(3).file);
+        QVERIFY(largest.open(QIODevice::ReadWrite) && largest.resize(RecoveryStore::mostBytes + 1));
+        QVERIFY(
+            largest.setFileTime(QDateTime::currentDateTime().addSecs(9), QFileDevice::FileModificationTime));
+        largest.close();
+        store.expire(QDateTime::currentDateTime());
+        QCOMPARE(store.waiting().size(), 1);
+        store.expire(QDateTime::currentDateTime().addDays(RecoveryStore::mostDays + 1));
+        QVERIFY(store.waiting().isEmpty());
+    }
+
+    void nobodyElseReads()
+    {
+        QDir().mkdir(folder());
+        QVERIFY(QFile::setPermissions(folder(), QFile::Permissions(0x7777)));
+        leaveBehind(copyOf("<a/>"));
+        const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther
+            | QFile::WriteOther | QFile::ExeOther;
+        const QString file = RecoveryStore(folder()).waiting().at(0).file;
+        for (const QString &path : {folder(), file})
+            QVERIFY(!(QFile::permissions(path) & others));
+        // A link is not followed, neither as a file nor as the folder.
+        put(home_->filePath(QStringLiteral("secret")), contentOf(file));
+        QVERIFY(QFile::link(home_->filePath(QStringLiteral("secret")), folder() + QStringLiteral("/1.kept")));
+        QCOMPARE(RecoveryStore(folder()).waiting().size(), 1);
+        QVERIFY(QFile::link(folder(), home_->filePath(QStringLiteral("link"))));
+        RecoveryStore linked(home_->filePath(QStringLiteral("link")));
+        QVERIFY(!linked.write(copyOf("<b/>")));
+    }
+
+    void fullDiskLeavesTheFormerCopy()
+    {
+        RecoveryStore store(folder());
+        QVERIFY(store.write(copyOf("<old/>")));
+        {
+            const SmallFilesOnly disk(4096);
+            QVERIFY(!store.write(copyOf(QByteArray(100'000, 'x'))));
+            QVERIFY(!store.keep(copyOf(QByteArray(100'000, 'x'))));
+        }
+        const QDir files(folder());
+        QVERIFY(files.entryList({QStringLiteral("*.part"), QStringLiteral("*.kept")}).isEmpty());
+        const QString name = files.entryList({QStringLiteral("*.live")}).value(0);
+        const OpenedCopy opened = openCopy(contentOf(files.filePath(name)));
+        QVERIFY(opened.whole);
+        QCOMPARE(opened.copy.text, "<old/>");
+    }
+
+    void remainsAreCleared()
+    {
+        RecoveryStore store(folder());
+        QVERIFY(store.write(copyOf("<a/>")));
+        put(folder() + QStringLiteral("/0.part"), "half");
+        put(folder() + QStringLiteral("/1.lock"), "");
+        store.expire(QDateTime::currentDateTime());
+        QCOMPARE(QDir(folder()).entryList(QDir::Files).size(), 2); // the text and its lock
+    }
+
+    void newestIsWritten()
+    {
+        QByteArray last;
+        {
+            RecoveryStore store(folder());
+            RecoveryWriter writer(store, [](const platform::Result<void> &) {});
+            for (int i = 0; i < 50; ++i)
+                writer.write(copyOf(last = QByteArray::number(i).repeated(20'000)));
+            writer.keep(copyOf("kept"));
+        }
+        RecoveryStore store(folder());
+        QStringList found;
+        for (const WaitingText &text : store.waiting()) {
+            const QByteArray open = store.open(text)->copy.text;
+            found.append(QString::fromLatin1(text.abandoned && open == last ? "last" : open.first(4)));
+        }
+        found.sort();
+        QCOMPARE(found, (QStringList{QStringLiteral("kept"), QStringLiteral("last")}));
+    }
+
+    void takenOver_data()
+    {
+        QTest::addColumn<QString>("name"); // empty for a new document
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("saved"); // what the file holds after it was saved
+        QTest::newRow("tree") << "a.xml" << QByteArray("<b/>") << int(NormalMode) << int(NormalMode)
+                              << "<b/>\\l";
+        QTest::newRow("text") << "a.xml" << QByteArray("<b/>") << int(XmlMode) << int(XmlMode) << "<b/>\\l";
+        QTest::newRow("faulty") << "a.xml" << QByteArray("<b>") << int(NormalMode) << int(XmlMode)
+                                << "<b>\\l";
+        QTest::newRow("new") << "" << QByteArray("<b/>") << int(NormalMode) << int(NormalMode) << "";
+        QTest::newRow("file is gone")
+            << "gone.xml" << QByteArray("<b/>") << int(XmlMode) << int(XmlMode) << "<b/>\\l";
+    }
+
+    void takenOver()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, text);
+        QFETCH(int, mode);
+        QFETCH(QString, saved);
+        document_test::Desk desk;
+        desk.run({"file a.xml=<a/>\\l", "start"});
+        auto &session = desk.session;
+        QVERIFY(session.life().recover(name.isEmpty() ? name : desk.path(name), text,
+                                       {{}, files::FileEnd::Lf}, Tab(mode)));
+        QTEST(session.saving().shownMode() + 0, "tab");
+        QCOMPARE(session.saving().currentText(), text);
+        QVERIFY(session.saving().isChanged());
+        QCOMPARE(desk.seen(QStringLiteral("new")), QString::number(int(name.isEmpty())));
+        QVERIFY(desk.dialogs.messages.isEmpty());
+        if (!name.isEmpty()) {
+            desk.run({"save"});
+            QCOMPARE(desk.seen(QLatin1Char('/') + name), saved);
+        }
+    }
+
+private:
+    QString folder() const { return home_->filePath(QStringLiteral("recovery")); }
+
+    // As a window does that ends without a word.
+    void leaveBehind(const RecoveryCopy &copy)
+    {
+        RecoveryStore store(folder());
+        QVERIFY(store.write(copy));
+    }
+
+    std::unique_ptr<QTemporaryDir> home_;
+};
+
+QTEST_GUILESS_MAIN(TestRecoveryStore)
+#include "test_recovery_store.moc"
