@@ -5,6 +5,7 @@
 // memory does not lighten the next one's figures.
 #include "benchmarks/document_maker.h"
 #include "benchmarks/measure.h"
+#include "benchmarks/text_steps.h"
 #include "benchmarks/tidy_steps.h"
 #include "benchmarks/window_steps.h"
 #include "benchmarks/yardsticks.h"
@@ -56,6 +57,17 @@ int takeSteps(int argc, char **argv, const QDir &folder)
     return 0;
 }
 
+int takeTextSteps(int argc, char **argv, const QDir &folder)
+{
+    const QApplication application(argc, argv);
+    QFile file(folder.filePath(yardstickName));
+    QFile document(folder.filePath(documentName));
+    if (!file.open(QIODevice::ReadOnly) || !document.open(QIODevice::ReadOnly))
+        return 1;
+    bench::measureText(document.readAll(), bench::yardsticksFrom(file.readAll()));
+    return 0;
+}
+
 int convertPage(int argc, char **argv, const QDir &folder, int megabytes)
 {
     const QApplication application(argc, argv);
@@ -68,11 +80,12 @@ int measureOneSize(const QString &self, const QString &megabytes)
     const QTemporaryDir folder;
     const int prepared = QProcess::execute(self, {QStringLiteral("--prepare"), folder.path(), megabytes});
     const int stepped = QProcess::execute(self, {QStringLiteral("--steps"), folder.path()});
+    const int edited = QProcess::execute(self, {QStringLiteral("--text"), folder.path()});
     // Tidy takes its time; what holds for ten megabytes holds for more.
     const int converted = megabytes.toInt() > 10
         ? 0
         : QProcess::execute(self, {QStringLiteral("--convert"), folder.path(), megabytes});
-    return qAbs(prepared) + qAbs(stepped) + qAbs(converted);
+    return qAbs(prepared) + qAbs(stepped) + qAbs(edited) + qAbs(converted);
 }
 
 } // namespace
@@ -86,6 +99,8 @@ int main(int argc, char *argv[])
         return prepare(argc, argv, QDir(arguments.value(1)), arguments.value(2).toInt());
     if (arguments.value(0) == QStringLiteral("--steps"))
         return takeSteps(argc, argv, QDir(arguments.value(1)));
+    if (arguments.value(0) == QStringLiteral("--text"))
+        return takeTextSteps(argc, argv, QDir(arguments.value(1)));
     if (arguments.value(0) == QStringLiteral("--convert"))
         return convertPage(argc, argv, QDir(arguments.value(1)), arguments.value(2).toInt());
     if (arguments.isEmpty())

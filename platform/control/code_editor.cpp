@@ -13,7 +13,7 @@
 namespace control {
 
 CodeEditor::CodeEditor(QWidget *parent, std::shared_ptr<EditorLibrary> library)
-    : QsciScintillaBase(parent), typingHelp_(*this), player_(*this),
+    : QsciScintillaBase(parent), typingHelp_(*this), xmlStyling_(*this), player_(*this),
       library_(library ? std::move(library) : std::make_shared<EditorLibrary>()),
       accessible_(*this, [this] { watchText(true); })
 {
@@ -66,6 +66,10 @@ void CodeEditor::noticeChange(int position, int kind, int length)
         inserted_.inserted(position, length);
     else
         inserted_.deleted(position, length);
+    if ((kind & SC_MOD_BEFOREINSERT) != 0)
+        xmlStyling_.inserted(position, length);
+    else
+        xmlStyling_.deleted(position, length);
     setHighlightedLine(-1);
     settleSoon();
 }
@@ -86,8 +90,10 @@ void CodeEditor::settle()
         fittedLines_ = lineCount();
         lineNumbers_.fit(*this);
     }
-    if (edited)
+    if (edited) {
         strikeText(*this);
+        xmlStyling_.settle();
+    }
     selectionBounds_.update(*this);
     tagMarks_.update(*this);
     if (edited)
@@ -147,6 +153,7 @@ void CodeEditor::loadText(const QByteArray &utf8)
     send(SCI_GOTOPOS, 0);
     watchText(true);
     ++revision_;
+    xmlStyling_.restart();
     inserted_.forget();
     typingHelp_.forget();
     firstStroke_ = {};
@@ -311,6 +318,7 @@ void CodeEditor::setLanguage(Language language)
         return;
     language_ = language;
     setEditorLexer(*this, language);
+    xmlStyling_.restart();
     dress();
     fitMargins(*this);
     tagMarks_.update(*this);

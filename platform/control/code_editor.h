@@ -15,6 +15,7 @@
 #include "platform/control/tag_marks.h"
 #include "platform/control/text_habits.h"
 #include "platform/control/typing_help.h"
+#include "platform/control/xml_styling.h"
 
 #include <QHash>
 #include <QPoint>
@@ -97,6 +98,7 @@ public:
 
     MacroPlayer &player() { return player_; }
     TypingHelp &typingHelp() { return typingHelp_; }
+    XmlStyling &xmlStyling() { return xmlStyling_; }
 
     // Until as many calls of endQuiet nothing is drawn or told, and what is done counts as part of one step.
     void beginQuiet();
@@ -182,6 +184,7 @@ private:
     void dress();
     void applyOptions();
     void tellLine(int position);
+    void readyFolds(const QMouseEvent &event);
 
     quint64 revision_ = 0;
     Told told_;
@@ -192,6 +195,7 @@ private:
     SelectionBounds selectionBounds_;
     EditorProperties properties_;
     TypingHelp typingHelp_;
+    XmlStyling xmlStyling_;
     int steps_ = 0; // how deep steps within steps go
     int quiet_ = 0;
     int repeatCount_ = 1;

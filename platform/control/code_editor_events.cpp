@@ -69,6 +69,8 @@ bool CodeEditor::event(QEvent *event)
 
 bool CodeEditor::viewportEvent(QEvent *event)
 {
+    if (event->type() == QEvent::Paint)
+        xmlStyling_.aboutToPaint();
     const bool handled = QsciScintillaBase::viewportEvent(event);
     switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -136,6 +138,22 @@ void CodeEditor::keyPressEvent(QKeyEvent *event)
     }
 }
 
+// A click among the signs of the folds finds the lines it is about to fold.
+void CodeEditor::readyFolds(const QMouseEvent &event)
+{
+    const double left
+        = double(send(SCI_GETMARGINWIDTHN, bookmarkMargin) + send(SCI_GETMARGINWIDTHN, numberMargin));
+    const double x = event.position().x();
+    if (!xmlStyling_.isOn() || x < left || x >= left + double(send(SCI_GETMARGINWIDTHN, foldMargin)))
+        return;
+    const long position = send(SCI_POSITIONFROMPOINT, ulong(x), long(event.position().y()));
+    const long line = send(SCI_LINEFROMPOSITION, ulong(position));
+    if (event.modifiers().testFlags(Qt::ControlModifier | Qt::ShiftModifier))
+        xmlStyling_.knowAll();
+    else if (xmlStyling_.beginsBlock(line))
+        xmlStyling_.knowBlock(line);
+}
+
 // The right button keeps a selection it falls into, so that the menu can act on it.
 void CodeEditor::mousePressEvent(QMouseEvent *event)
 {
@@ -144,6 +162,7 @@ void CodeEditor::mousePressEvent(QMouseEvent *event)
     const ByteRange selected = selection();
     const bool hit = selected.length() != 0 && position >= selected.start && position <= selected.end;
     if (event->button() != Qt::RightButton) {
+        readyFolds(*event);
         // Where a selection is not to be dragged, the engine must not find one under the mouse.
         if (hit && !properties_.dragText && event->modifiers() == Qt::NoModifier)
             send(SCI_SETEMPTYSELECTION, ulong(position));

@@ -21,30 +21,30 @@ struct StyleRow
     Token token;
 };
 
-// Style numbers that the XML and HTML lexers give to the text; those from 40 on are scripts in HTML pages.
-constexpr StyleRow styleRows[]
-    = {
-        {0, 0, Token::Text}, // between the tags
-        {1, 2, Token::TagName},     {3, 4, Token::Attribute},
-        {5, 5, Token::Number}, // as an attribute's value
-        {6, 7, Token::String},      {8, 8, Token::TagText}, // "=" and the like
-        {9, 9, Token::Comment},     {10, 10, Token::Entity},
-        {11, 11, Token::TagName}, // the end of an empty tag
-        {12, 13, Token::Keyword}, // instructions
-        {14, 14, Token::Scope}, // a script's element
-        {15, 16, Token::Keyword}, // what a server replaces
-        {17, 17, Token::Scope}, // CDATA
-        {18, 18, Token::Keyword},   {19, 19, Token::String}, // a value without quotes
-        {20, 20, Token::Comment},   {21, 22, Token::Keyword}, // declarations
-        {23, 23, Token::Attribute}, {24, 25, Token::String},
-        {26, 26, Token::Keyword}, // unknown words in a declaration
-        {27, 28, Token::Entity},    {29, 30, Token::Comment},
-        {31, 31, Token::Keyword}, // the inside of a declaration
-        {40, 40, Token::Scope},     {41, 41, Token::Text},
-        {42, 44, Token::Comment},   {45, 45, Token::Number},
-        {46, 46, Token::Text},      {47, 47, Token::Keyword},
-        {48, 49, Token::String},    {50, 50, Token::Operator},
-        {51, 52, Token::String},
+// Style numbers that the XML styler and the HTML lexer give to the text; those from 40 on are scripts in HTML
+// pages.
+constexpr StyleRow styleRows[] = {
+    {0, 0, Token::Text}, // between the tags
+    {1, 2, Token::TagName},     {3, 4, Token::Attribute},
+    {5, 5, Token::Number}, // as an attribute's value
+    {6, 7, Token::String},      {8, 8, Token::TagText}, // "=" and the like
+    {9, 9, Token::Comment},     {10, 10, Token::Entity},
+    {11, 11, Token::TagName}, // the end of an empty tag
+    {12, 13, Token::Keyword}, // instructions
+    {14, 14, Token::Scope}, // a script's element
+    {15, 16, Token::Keyword}, // what a server replaces
+    {17, 17, Token::Scope}, // CDATA
+    {18, 18, Token::Keyword},   {19, 19, Token::String}, // a value without quotes
+    {20, 20, Token::Comment},   {21, 22, Token::Keyword}, // declarations
+    {23, 23, Token::Attribute}, {24, 25, Token::String},
+    {26, 26, Token::Keyword}, // unknown words in a declaration
+    {27, 28, Token::Entity},    {29, 30, Token::Comment},
+    {31, 31, Token::Keyword}, // the inside of a declaration
+    {40, 40, Token::Scope},     {41, 41, Token::Text},
+    {42, 44, Token::Comment},   {45, 45, Token::Number},
+    {46, 46, Token::Text},      {47, 47, Token::Keyword},
+    {48, 49, Token::String},    {50, 50, Token::Operator},
+    {51, 52, Token::String},    {53, 53, Token::Operator}, // "=" in a tag
 };
 
 // The engine's colours are 0x00BBGGRR.
@@ -205,12 +205,9 @@ void setUpEditor(CodeEditor &editor)
     editor.send(S::SCI_SETSCROLLWIDTH, 1);
     editor.send(S::SCI_SETSCROLLWIDTHTRACKING, 1);
     editor.send(S::SCI_SETLAYOUTCACHE, S::SC_CACHE_PAGE);
-    editor.send(S::SCI_SETIDLESTYLING, S::SC_IDLESTYLING_TOVISIBLE);
     editor.send(S::SCI_SETWRAPMODE, S::SC_WRAP_NONE);
     editor.send(S::SCI_SETADDITIONALSELECTIONTYPING, 1);
     editor.send(S::SCI_SETVIRTUALSPACEOPTIONS, S::SCVS_RECTANGULARSELECTION);
-    editor.send(S::SCI_SETAUTOMATICFOLD,
-                S::SC_AUTOMATICFOLD_SHOW | S::SC_AUTOMATICFOLD_CLICK | S::SC_AUTOMATICFOLD_CHANGE);
     editor.send(S::SCI_SETFOLDFLAGS, S::SC_FOLDFLAG_LINEAFTER_CONTRACTED);
     setUpMargins(editor);
     setUpMarks(editor);
@@ -246,8 +243,14 @@ void dressStyle(CodeEditor &editor, int style, const TokenLook &look)
 
 void setEditorLexer(CodeEditor &editor, Language language)
 {
-    const int lexers[] = {S::SCLEX_NULL, S::SCLEX_XML, S::SCLEX_HTML};
+    // XML has a styler of its own, which also says what folds.
+    const int lexers[] = {S::SCLEX_NULL, S::SCLEX_CONTAINER, S::SCLEX_HTML};
     editor.send(S::SCI_SETLEXER, lexers[int(language)]);
+    const bool own = language == Language::Xml;
+    editor.send(S::SCI_SETIDLESTYLING, own ? S::SC_IDLESTYLING_NONE : S::SC_IDLESTYLING_TOVISIBLE);
+    editor.send(S::SCI_SETAUTOMATICFOLD,
+                S::SC_AUTOMATICFOLD_SHOW | S::SC_AUTOMATICFOLD_CLICK
+                    | (own ? 0 : S::SC_AUTOMATICFOLD_CHANGE));
     const std::pair<const char *, const char *> properties[]
         = {{"fold", "1"}, {"fold.html", "1"}, {"fold.compact", "0"}, {"lexer.xml.allow.scripts", "0"}};
     for (const auto &[name, value] : properties)

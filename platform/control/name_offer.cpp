@@ -5,6 +5,7 @@
 #include "platform/control/tag_attributes.h"
 #include "platform/control/text_window.h"
 
+#include <QGuiApplication>
 #include <QListWidget>
 #include <algorithm>
 
@@ -101,6 +102,15 @@ QByteArray written(const CodeEditor &editor, long start)
     return editor.bytes({start, editor.send(S::SCI_GETCURRENTPOS)});
 }
 
+// The engine places its list by the screen that the caret is on, and fails where there is none.
+bool caretIsOnScreen(const CodeEditor &editor)
+{
+    const long caret = editor.send(S::SCI_GETCURRENTPOS);
+    const QPoint place(int(editor.send(S::SCI_POINTXFROMPOSITION, 0, caret)),
+                       int(editor.send(S::SCI_POINTYFROMPOSITION, 0, caret)));
+    return QGuiApplication::screenAt(editor.viewport()->mapToGlobal(place)) != nullptr;
+}
+
 } // namespace
 
 QList<QByteArray> beginningWith(const QList<QByteArray> &words, const QByteArray &beginning)
@@ -194,7 +204,7 @@ void NameOffer::follow(CodeEditor &editor, bool mayOpen)
 // Without withExactOnly a list of nothing but what is written already is not worth showing.
 bool NameOffer::list(CodeEditor &editor, bool withExactOnly)
 {
-    if (offer_.words.isEmpty() || !editor.isVisible())
+    if (offer_.words.isEmpty() || !editor.isVisible() || !caretIsOnScreen(editor))
         return false;
     const QByteArray begun = written(editor, offer_.start);
     if (!withExactOnly && offer_.words.size() == 1 && offer_.words.first() == begun)

@@ -2,6 +2,9 @@
 
 #include "platform/control/code_editor.h"
 
+#include <optional>
+#include <vector>
+
 namespace control {
 
 namespace {
@@ -37,27 +40,79 @@ void toggle(CodeEditor &editor, unsigned ask, unsigned set, int whenOn)
 }
 
 // The line that the block around a line begins in; -1 when there is none.
-long blockStart(const CodeEditor &editor, long line)
+long blockStart(CodeEditor &editor, long line)
 {
+    if (editor.xmlStyling().isOn())
+        return editor.xmlStyling().blockStart(line);
+    knowFolds(editor);
     return isFoldHeader(editor, line) ? line : editor.send(S::SCI_GETFOLDPARENT, ulong(line));
+}
+
+long blockLevel(const CodeEditor &editor, long line)
+{
+    return editor.send(S::SCI_GETFOLDLEVEL, ulong(line))
+        & (S::SC_FOLDLEVELNUMBERMASK | S::SC_FOLDLEVELHEADERFLAG);
+}
+
+bool isExpanded(const CodeEditor &editor, long line)
+{
+    return editor.send(S::SCI_GETFOLDEXPANDED, ulong(line)) != 0;
+}
+
+void foldLines(CodeEditor &editor, const std::vector<long> &lines, int action)
+{
+    for (const long line : lines)
+        editor.send(S::SCI_FOLDLINE, ulong(line), action);
+}
+
+// The engine folds all blocks of a level at once when it takes them for the outermost.
+bool foldXmlLevel(CodeEditor &editor, int depth)
+{
+    editor.xmlStyling().knowAll(depth);
+    bool any = false;
+    for (long line = 0; line < editor.lineCount() && !any; ++line)
+        any = blockLevel(editor, line) == (S::SC_FOLDLEVELBASE | S::SC_FOLDLEVELHEADERFLAG)
+            && isExpanded(editor, line);
+    if (any)
+        editor.send(S::SCI_FOLDALL, S::SC_FOLDACTION_CONTRACT);
+    return any;
+}
+
+// Line by line is slow, so either those are unfolded or, after all, the others folded again.
+bool unfoldXmlLevel(CodeEditor &editor, int depth)
+{
+    editor.xmlStyling().knowAll(depth);
+    std::vector<long> wanted;
+    std::vector<long> others;
+    const auto next = [&editor](long line) { return editor.send(S::SCI_CONTRACTEDFOLDNEXT, ulong(line)); };
+    for (long line = next(0); line >= 0; line = line + 1 < editor.lineCount() ? next(line + 1) : -1) {
+        const bool of = blockLevel(editor, line) == (S::SC_FOLDLEVELBASE | S::SC_FOLDLEVELHEADERFLAG);
+        (of ? wanted : others).push_back(line);
+    }
+    if (wanted.size() <= others.size()) {
+        foldLines(editor, wanted, S::SC_FOLDACTION_EXPAND);
+    } else {
+        editor.send(S::SCI_FOLDALL, S::SC_FOLDACTION_EXPAND);
+        foldLines(editor, others, S::SC_FOLDACTION_CONTRACT);
+    }
+    return !wanted.empty();
 }
 
 // Folds or unfolds every block as deep as the caret's.
 bool setLevel(CodeEditor &editor, int action)
 {
-    knowFolds(editor);
     const long start = blockStart(editor, editor.caretLine());
     if (start < 0)
         return false;
-    const auto levelOf = [&editor](long line) {
-        return editor.send(S::SCI_GETFOLDLEVEL, ulong(line))
-            & (S::SC_FOLDLEVELNUMBERMASK | S::SC_FOLDLEVELHEADERFLAG);
-    };
-    const long level = levelOf(start);
+    const bool expand = action == S::SC_FOLDACTION_EXPAND;
+    if (editor.xmlStyling().isOn()) {
+        const int depth = editor.xmlStyling().depthOf(start);
+        return expand ? unfoldXmlLevel(editor, depth) : foldXmlLevel(editor, depth);
+    }
+    const long level = blockLevel(editor, start);
     bool any = false;
     for (long line = 0; line < editor.lineCount(); ++line) {
-        if (levelOf(line) != level
-            || (editor.send(S::SCI_GETFOLDEXPANDED, ulong(line)) != 0) == (action == S::SC_FOLDACTION_EXPAND))
+        if (blockLevel(editor, line) != level || isExpanded(editor, line) == expand)
             continue;
         editor.send(S::SCI_FOLDLINE, ulong(line), action);
         any = true;
@@ -85,10 +140,11 @@ bool resetZoom(CodeEditor &editor)
 
 bool toggleFold(CodeEditor &editor)
 {
-    knowFolds(editor);
     const long line = blockStart(editor, editor.caretLine());
     if (line < 0)
         return false;
+    if (editor.xmlStyling().isOn())
+        editor.xmlStyling().knowBlock(line);
     editor.send(S::SCI_TOGGLEFOLD, ulong(line));
     keepCaretVisible(editor);
     return true;
@@ -96,6 +152,12 @@ bool toggleFold(CodeEditor &editor)
 
 bool foldAll(CodeEditor &editor)
 {
+    if (editor.xmlStyling().isOn()) {
+        const std::optional<int> depth = editor.xmlStyling().innerDepth();
+        const bool folded = depth && foldXmlLevel(editor, *depth);
+        keepCaretVisible(editor);
+        return folded;
+    }
     knowFolds(editor);
     bool any = false;
     for (long line = 0; line < editor.lineCount(); ++line) {

@@ -1,0 +1,251 @@
+#include "platform/control/xml_styling.h"
+
+#include "platform/control/code_editor.h"
+#include "platform/control/text_window.h"
+
+#include <QByteArray>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+namespace control {
+
+namespace {
+
+using S = QsciScintillaBase;
+
+// What is read while somebody waits, and while nobody does.
+constexpr long waitingReach = 8 * 1024 * 1024;
+constexpr long idleReach = 512 * 1024;
+// Texts up to this are styled whole, so that scrolling in them finds all done.
+constexpr long smallText = 32 * 1024;
+// Of longer lines only what is near the sight is styled.
+constexpr long longLine = 128 * 1024;
+
+} // namespace
+
+XmlStyling::XmlStyling(CodeEditor &editor) : QObject(&editor), editor_(editor)
+{
+    idle_.setInterval(0);
+    connect(&idle_, &QTimer::timeout, this, &XmlStyling::readOn);
+    // The engine is never told that anything is styled, so it asks before each painting.
+    connect(&editor, &QsciScintillaBase::SCN_STYLENEEDED, this, &XmlStyling::styleSight);
+}
+
+bool XmlStyling::isOn() const { return editor_.language() == Language::Xml; }
+
+void XmlStyling::restart()
+{
+    map_.clear();
+    ++round_;
+    levelled_ = {};
+    styled_.reset();
+    base_ = firstBase;
+    if (isOn())
+        idle_.start();
+    else
+        idle_.stop();
+}
+
+void XmlStyling::inserted(long at, long length)
+{
+    if (!isOn())
+        return;
+    map_.inserted(at, length);
+    idle_.start();
+}
+
+void XmlStyling::deleted(long at, long length)
+{
+    if (!isOn())
+        return;
+    map_.deleted(at, length);
+    idle_.start();
+}
+
+MarkupSource XmlStyling::source() const
+{
+    return {[this](long start, long end) { return textWindow(editor_, start, end).bytes; },
+            editor_.send(S::SCI_GETLENGTH)};
+}
+
+long XmlStyling::lineStart(long line) const
+{
+    return line >= editor_.lineCount() ? editor_.send(S::SCI_GETLENGTH)
+                                       : editor_.send(S::SCI_POSITIONFROMLINE, ulong(line));
+}
+
+void XmlStyling::readOn()
+{
+    if (editor_.isQuiet())
+        return;
+    map_.advance(source(), idleReach);
+    if (!map_.isComplete())
+        return;
+    idle_.stop();
+    if (std::exchange(guessed_, false)) {
+        ++round_;
+        aboutToPaint();
+        styleSight();
+    }
+}
+
+void XmlStyling::knowTo(long position)
+{
+    const MarkupSource text = source();
+    while (map_.known(text) < position)
+        map_.advance(text, position - map_.known(text));
+}
+
+// A bounded stretch is read on to the place; beyond that it is guessed what it is.
+MarkupMap::Place XmlStyling::placeAt(long position)
+{
+    const MarkupSource text = source();
+    if (map_.known(text) < position && position - map_.known(text) <= waitingReach)
+        knowTo(position);
+    if (map_.known(text) >= position)
+        return map_.placeAt(text, position);
+    guessed_ = true;
+    return MarkupMap::guessAt(text, position);
+}
+
+// The stretches of lines that are shown, and one more at each end, on which the signs in the margin depend.
+std::vector<XmlStyling::Lines> XmlStyling::linesInSight() const
+{
+    const long lines = editor_.lineCount();
+    if (editor_.send(S::SCI_GETLENGTH) <= smallText)
+        return {{0, lines - 1}};
+    const long first = std::max(0L, editor_.send(S::SCI_GETFIRSTVISIBLELINE) - 1);
+    const long count = editor_.send(S::SCI_LINESONSCREEN) + 3;
+    std::vector<Lines> found;
+    for (long shown = first; shown <= first + count; ++shown) {
+        const long line = editor_.send(S::SCI_DOCLINEFROMVISIBLE, ulong(shown));
+        if (line >= lines)
+            break;
+        if (!found.empty() && line <= found.back().last + 1)
+            found.back().last = line;
+        else
+            found.push_back({line, line});
+    }
+    return found;
+}
+
+void XmlStyling::styleSight()
+{
+    if (!isOn() || styling_ || styled_ == editor_.revision())
+        return;
+    styled_ = editor_.revision();
+    const QScopedValueRollback now(styling_, true);
+    guessed_ = false;
+    for (const Lines &lines : linesInSight())
+        styleLines(lines);
+    editor_.send(S::SCI_STARTSTYLING, 0);
+}
+
+// Long lines are taken apart from the others.
+void XmlStyling::styleLines(const Lines &lines)
+{
+    const auto length = [this](long line) { return lineStart(line + 1) - lineStart(line); };
+    long first = lines.first;
+    for (long line = lines.first; line <= lines.last; ++line) {
+        if (length(line) <= longLine)
+            continue;
+        if (first < line)
+            styleStretch(lineStart(first), lineStart(line), {first, line - 1});
+        styleLongLine(line);
+        first = line + 1;
+    }
+    if (first <= lines.last)
+        styleStretch(lineStart(first), lineStart(lines.last + 1), {first, lines.last});
+}
+
+void XmlStyling::styleStretch(long start, long end, const Lines &lines)
+{
+    const MarkupMap::Place from = placeAt(start);
+    const MarkupSource text = source();
+    QByteArray styles(end - from.at, Qt::Uninitialized);
+    MarkupStyler styler(text.read(from.at, end), from.state, styles.data());
+    std::vector<int> depths;
+    for (long line = lines.first; line <= lines.last + 1; ++line) {
+        const long to = std::min(end, lineStart(line));
+        styler.runTo(to - from.at, to == text.length);
+        depths.push_back(styler.state().depth);
+    }
+    const qsizetype skipped = start - from.at;
+    editor_.send(S::SCI_STARTSTYLING, ulong(start));
+    editor_.SendScintilla(S::SCI_SETSTYLINGEX, uintptr_t(styles.size() - skipped),
+                          styles.constData() + skipped);
+    for (long line = lines.first; line <= lines.last; ++line)
+        setLevel(line, depths[size_t(line - lines.first)], depths[size_t(line - lines.first) + 1]);
+}
+
+void XmlStyling::styleLongLine(long line)
+{
+    const long start = lineStart(line);
+    const long end = lineStart(line + 1);
+    const long column = editor_.send(S::SCI_GETXOFFSET)
+        / std::max(1L, editor_.SendScintilla(S::SCI_TEXTWIDTH, uintptr_t(S::STYLE_DEFAULT), "0"));
+    constexpr long around = longLine / 4;
+    const long sight = editor_.send(S::SCI_FINDCOLUMN, ulong(line), std::max(0L, column - around));
+    const long first = std::max(start, sight);
+    const long last = std::min(end, first + longLine);
+    const MarkupMap::Place from = placeAt(first);
+    QByteArray styles(last - from.at, Qt::Uninitialized);
+    MarkupStyler styler(source().read(from.at, last), from.state, styles.data());
+    const qsizetype came = styler.runTo(styles.size(), last == source().length);
+    editor_.send(S::SCI_STARTSTYLING, ulong(from.at));
+    editor_.SendScintilla(S::SCI_SETSTYLINGEX, uintptr_t(came), styles.constData());
+    const int before = placeAt(start).state.depth;
+    setLevel(line, before, placeAt(end).state.depth);
+}
+
+void XmlStyling::setLevel(long line, int before, int after)
+{
+    const int number
+        = std::clamp(int(S::SC_FOLDLEVELBASE) - base_ + before, 0, int(S::SC_FOLDLEVELNUMBERMASK) - 1);
+    const long level = number | (after > before ? int(S::SC_FOLDLEVELHEADERFLAG) : 0);
+    const long old = styling_ ? editor_.send(S::SCI_GETFOLDLEVEL, ulong(line)) : level;
+    editor_.send(S::SCI_SETFOLDLEVEL, ulong(line), level);
+    const int shift = number - int(old & S::SC_FOLDLEVELNUMBERMASK);
+    if (shift != 0 && (level & S::SC_FOLDLEVELHEADERFLAG) != 0
+        && editor_.send(S::SCI_GETFOLDEXPANDED, ulong(line)) == 0)
+        shiftHidden(line, shift);
+}
+
+// What a folded line hides keeps its place below it.
+void XmlStyling::shiftHidden(long line, int levels)
+{
+    for (++line; line < editor_.lineCount() && editor_.send(S::SCI_GETLINEVISIBLE, ulong(line)) == 0; ++line)
+        editor_.send(S::SCI_SETFOLDLEVEL, ulong(line),
+                     editor_.send(S::SCI_GETFOLDLEVEL, ulong(line)) + levels);
+}
+
+// Lines stay hidden only behind a folded line.
+void XmlStyling::settle()
+{
+    if (!isOn() || editor_.send(S::SCI_GETALLLINESVISIBLE) != 0)
+        return;
+    aboutToPaint();
+    styleSight();
+    const auto visible = [this](long line) { return editor_.send(S::SCI_GETLINEVISIBLE, ulong(line)) != 0; };
+    const long count = editor_.lineCount();
+    for (const Lines &lines : linesInSight()) {
+        for (long line = lines.first; line <= lines.last; ++line) {
+            if (!visible(line))
+                continue;
+            const bool folded = editor_.send(S::SCI_GETFOLDEXPANDED, ulong(line)) == 0;
+            const bool header
+                = (editor_.send(S::SCI_GETFOLDLEVEL, ulong(line)) & S::SC_FOLDLEVELHEADERFLAG) != 0;
+            if (folded && header)
+                continue;
+            if (folded)
+                editor_.send(S::SCI_SETFOLDEXPANDED, ulong(line), 1);
+            long last = line;
+            while (last + 1 < count && !visible(last + 1))
+                ++last;
+            if (last > line)
+                editor_.send(S::SCI_SHOWLINES, ulong(line) + 1, last);
+        }
+    }
+}
+
+} // namespace control

@@ -1,0 +1,281 @@
+// What the bytes of an XML text are, read whole or in pieces, and what of it folds.
+#include "platform/control/code_editor.h"
+#include "platform/control/markup_map.h"
+
+#include <QTest>
+#include <random>
+
+using namespace control;
+
+namespace {
+
+using S = QsciScintillaBase;
+
+struct Reading
+{
+    QByteArray styles;
+    MarkupState state;
+};
+
+Reading readWhole(const QByteArray &text)
+{
+    QByteArray styles(text.size(), '?');
+    MarkupStyler styler(text, {}, styles.data());
+    styler.runTo(text.size(), true);
+    return {styles, styler.state()};
+}
+
+// In stretches that end where the generator says, each begun with nothing but the state.
+Reading readInPieces(const QByteArray &text, std::mt19937 &random)
+{
+    QByteArray styles(text.size(), '?');
+    MarkupState state;
+    qsizetype at = 0;
+    qsizetype end = 0;
+    while (at < text.size()) {
+        end = std::min(text.size(), end + 1 + qsizetype(random() % 7));
+        MarkupStyler styler(QByteArrayView(text).sliced(at), state, styles.data() + at);
+        at += styler.runTo(end - at, end == text.size());
+        state = styler.state();
+    }
+    return {styles, state};
+}
+
+// One letter for a style, so that a table can be read.
+QByteArray letters(const QByteArray &styles)
+{
+    const std::pair<MarkupStyle, char> names[] = {{TextMarkup, '.'},
+                                                  {NameMarkup, 'n'},
+                                                  {AttributeMarkup, 'a'},
+                                                  {DoubleQuotedMarkup, 's'},
+                                                  {SingleQuotedMarkup, 's'},
+                                                  {TagMarkup, '<'},
+                                                  {CommentMarkup, 'c'},
+                                                  {ReferenceMarkup, '&'},
+                                                  {InstructionMarkup, '?'},
+                                                  {SectionMarkup, 'x'},
+                                                  {BareValueMarkup, 'b'},
+                                                  {DeclarationMarkup, 'd'},
+                                                  {DeclarationStringMarkup, 'q'},
+                                                  {EqualsMarkup, '='}};
+    QByteArray result = styles;
+    for (char &c : result)
+        for (const auto &[style, name] : names)
+            if (c == style) {
+                c = name;
+                break;
+            }
+    return result;
+}
+
+// Markup and torn markup, one piece after the other.
+QByteArray randomText(std::mt19937 &random, int pieces)
+{
+    static const QByteArray all[] = {"<a>",
+                                     "</a>",
+                                     "<b c=\"d\">",
+                                     "</b>",
+                                     "<e/>",
+                                     "\n",
+                                     "text ",
+                                     "&amp;",
+                                     "<!-- x -->",
+                                     "<!--",
+                                     "-->",
+                                     "--",
+                                     "<![CDATA[",
+                                     "]]>",
+                                     "]",
+                                     "<?p i?>",
+                                     "<?",
+                                     "?>",
+                                     "<!DOCTYPE r [\n<!ENTITY e '<'>\n]>",
+                                     "<!",
+                                     "[",
+                                     "<",
+                                     ">",
+                                     "/",
+                                     "\"",
+                                     "'",
+                                     "=",
+                                     "&",
+                                     "%p;",
+                                     "x='1 &lt; 2'",
+                                     "\r\n",
+                                     "<f g=h",
+                                     ";"};
+    QByteArray text;
+    for (int i = 0; i < pieces; ++i)
+        text += all[random() % std::size(all)];
+    return text;
+}
+
+MarkupSource sourceOf(const QByteArray &text)
+{
+    return {[&text](long start, long end) { return QByteArrayView(text).sliced(start, end - start); },
+            long(text.size())};
+}
+
+} // namespace
+
+class TestMarkupStyler : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void styles_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::addColumn<int>("depth");
+        const auto row = [](const char *name, const char *text, const char *expected, int depth = 0) {
+            QTest::newRow(name) << QByteArray(text) << QByteArray(expected) << depth;
+        };
+        row("tag", "<a b='1'>x</a>", "<n<a=sss<.<<n<");
+        row("empty", "<a/>&lt;", "<n<<&&&&");
+        row("blanks", "<a b = \"c\" />", "<n<a<=<sss<<<");
+        row("reference in a value", "<a b=\"1&lt;2\"/>", "<n<a=ss&&&&ss<<");
+        row("not ended reference", "a & b &c d", "..&...&&..");
+        row("comment", "<!-- a > b -->x", "cccccccccccccc.");
+        row("short comment", "<!-->-->x", "cccccccc.");
+        row("section", "<![CDATA[<a>]]]>x", "xxxxxxxxxxxxxxxx.");
+        row("instruction", "<?a b > ?>x", "??????????.");
+        row("document type", "<!DOCTYPE a 'b>'>x", "ddddddddddddqqqqd.");
+        row("subset", "<!DOCTYPE a[<!ENTITY e '<'>%p;<!-->--><?]?>]><a/>",
+            "dddddddddddddddddddddddqqqd&&&cccccccc?????dd<n<<");
+        row("greater in a value", "<a b='>'>", "<n<a=sss<", 1);
+        row("tag not closed", "<a <b>", "<n<<n<", 1);
+        row("value not closed", "<a b='c\n<d/>", "<n<a=sss<n<<");
+        row("value without quotes", "<a b=c d>", "<n<a=b<a<", 1);
+        row("no tag", "a < b <3", "......<n", 1);
+        row("end too much", "</a></", "<<n<<<", -2);
+        row("subset not closed", "<!DOCTYPE a [\n<a>", "dddddddddddddd<n<", 1);
+    }
+    void styles()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, expected);
+        const Reading whole = readWhole(text);
+        expected.replace(' ', '.');
+        QCOMPARE(letters(whole.styles), expected);
+        QTEST(whole.state.depth, "depth");
+    }
+
+    void piecesAreTheWhole()
+    {
+        std::mt19937 random(1);
+        for (int round = 0; round < 3000; ++round) {
+            const QByteArray text = randomText(random, 40);
+            const Reading whole = readWhole(text);
+            const Reading pieces = readInPieces(text, random);
+            QCOMPARE(letters(pieces.styles), letters(whole.styles));
+            QCOMPARE(pieces.state, whole.state);
+        }
+    }
+
+    // After any edits, told one after the other, the map says of every line what reading from the top says.
+    void editsAreKeptUpWith()
+    {
+        std::mt19937 random(2);
+        for (int round = 0; round < 60; ++round) {
+            QByteArray text = QByteArray("<r>" + randomText(random, 8) + "\n").repeated(9000);
+            MarkupMap map;
+            map.advance(sourceOf(text), long(random() % 2) * text.size());
+            for (int edit = 0; edit < 12; ++edit) {
+                const long at = long(random() % ulong(text.size()));
+                if (random() % 2 == 0) {
+                    const QByteArray added = randomText(random, 2);
+                    map.inserted(at, added.size());
+                    text.insert(at, added);
+                } else {
+                    const long length = std::min(long(text.size()) - at, 1 + long(random() % 3) * 50'000 / 2);
+                    map.deleted(at, length);
+                    text.remove(at, length);
+                }
+                if (random() % 3 != 0)
+                    map.advance(sourceOf(text), long(random() % 4) * 60'000);
+            }
+            const MarkupSource source = sourceOf(text);
+            map.advance(source, source.length);
+            while (!map.isComplete())
+                map.advance(source, source.length);
+            MarkupStyler styler(text, {});
+            for (int probe = 0; probe < 40; ++probe) {
+                const long start = long(text.indexOf('\n', text.size() * probe / 40)) + 1; // of a line
+                const MarkupMap::Place place = map.placeAt(source, start);
+                QCOMPARE(place.at, start);
+                QCOMPARE(styler.runTo(start, false), start);
+                QCOMPARE(styler.state(), place.state);
+            }
+        }
+    }
+
+    void guessesComeRight()
+    {
+        const QByteArray record = "<a b=\"c\">\n<!-- <d> -->\n<![CDATA[ </e> ]]>\n<f>&lt;</f>\n</a>\n";
+        const QByteArray text
+            = "<r>" + record.repeated(10000) + "<!--" + QByteArray("\n<a>").repeated(100) + "-->";
+        MarkupMap map;
+        map.advance(sourceOf(text), text.size());
+        for (long at = 300'000; at < text.size(); at += 1013) {
+            const MarkupMap::Place guess = MarkupMap::guessAt(sourceOf(text), at);
+            if (const MarkupMap::Place place = map.placeAt(sourceOf(text), at); guess.at == place.at)
+                QCOMPARE(guess.state.mode, place.state.mode);
+        }
+    }
+
+    // Jumping, editing and folding leave in sight what reading from the top gives.
+    void sightIsTrue()
+    {
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        editor.resize(500, 400);
+        const QByteArray record = "<a b='1'>\n  <c>\n    x\n  </c>\n</a>\n";
+        editor.loadText("<r>\n" + record.repeated(2000) + "</r>\n");
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        std::mt19937 random(3);
+        const QByteArray added[] = {"<n>", "</n>", "<!--", "-->", "<n>\n", "\n</n>\n", "'", "<n", "&x;"};
+        for (int round = 0; round < 60; ++round) {
+            editor.placeCaret(int(random() % ulong(editor.lineCount())), 0);
+            if (round % 5 == 0)
+                editor.execute(157 + int(random() % 2)); // fold all, unfold all
+            if (round % 7 == 0)
+                editor.execute(156); // toggle
+            editor.replaceSelection(added[random() % std::size(added)]);
+            if (round % 3 == 0)
+                editor.undo();
+            editor.viewport()->repaint();
+            const QByteArray text = editor.text();
+            const QByteArray styles = readWhole(text).styles;
+            MarkupStyler styler(text, {});
+            const long top = editor.send(S::SCI_GETFIRSTVISIBLELINE);
+            int base = -1;
+            for (long shown = top; shown < top + editor.send(S::SCI_LINESONSCREEN); ++shown) {
+                const long line = editor.send(S::SCI_DOCLINEFROMVISIBLE, ulong(shown));
+                if (line >= editor.lineCount() - 1)
+                    break;
+                const long start = editor.send(S::SCI_POSITIONFROMLINE, ulong(line));
+                const long end = editor.send(S::SCI_POSITIONFROMLINE, ulong(line) + 1);
+                for (long at = start; at < end; ++at)
+                    QCOMPARE(editor.send(S::SCI_GETSTYLEAT, ulong(at)), long(styles.at(at)));
+                styler.runTo(start, start == text.size());
+                const int before = styler.state().depth;
+                styler.runTo(end, end == text.size());
+                const long level = editor.send(S::SCI_GETFOLDLEVEL, ulong(line));
+                QCOMPARE((level & S::SC_FOLDLEVELHEADERFLAG) != 0, styler.state().depth > before);
+                const int number = int(level & S::SC_FOLDLEVELNUMBERMASK) - before;
+                base = base < 0 ? number : base;
+                QCOMPARE(number, base);
+            }
+            // Whatever is hidden has a folded line before it.
+            for (long line = 1; line < editor.lineCount(); ++line)
+                if (editor.send(S::SCI_GETLINEVISIBLE, ulong(line)) == 0
+                    && editor.send(S::SCI_GETLINEVISIBLE, ulong(line) - 1) != 0)
+                    QVERIFY(editor.send(S::SCI_GETFOLDEXPANDED, ulong(line) - 1) == 0);
+        }
+    }
+};
+
+QTEST_MAIN(TestMarkupStyler)
+#include "test_markup_styler.moc"
