@@ -5,9 +5,12 @@ target_include_directories(xe_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(xe_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
 target_compile_definitions(xe_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
 # Qt compares and copies empty ranges by null pointers, which is no fault of ours.
-if(XE_SANITIZE)
+if(XE_SANITIZE OR XE_FUZZ)
     target_compile_options(xe_options INTERFACE -fsanitize=address,undefined -fno-sanitize=nonnull-attribute -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(xe_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(XE_FUZZ)
+    target_compile_options(xe_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # xe_module(NAME SOURCES a.cpp ... LINKS xe_other ...): one folder's library; LINKS says whom it may know.

@@ -2,6 +2,7 @@
 
 #include "platform/dom/local_entities.h"
 #include "platform/dom/verdict.h"
+#include "tidy/transform_budget.h"
 #include "tidy/transform_messages.h"
 #include "tidy/transform_result.h"
 
@@ -45,6 +46,9 @@ xmlDocPtr loadOrNote(const xmlChar *url, xmlDictPtr dictionary, int options, voi
     static const xsltDocLoaderFunc load = xsltDocDefaultLoader; // asked for before it is replaced
     if (!url)
         return nullptr;
+    TransformBudget *budget = TransformBudget::current();
+    if (budget && !budget->takeDocument())
+        return nullptr;
     const xmlDocPtr loaded = load(url, dictionary, options, context, type);
     auto *running = type == XSLT_LOAD_DOCUMENT ? static_cast<xsltTransformContextPtr>(context) : nullptr;
     if (!loaded && running && running->_private)
@@ -60,6 +64,7 @@ void prepareLibraries()
     dom::allowLocalEntitiesOnly();
     static std::once_flag once;
     std::call_once(once, [] {
+        meterLibraryMemory();
         xsltInit();
         exsltRegisterAll();
         loadOrNote(nullptr, nullptr, 0, nullptr, XSLT_LOAD_START);
@@ -119,6 +124,21 @@ void bound(xsltTransformContext &context, const TransformBounds &bounds)
     context.xpathCtxt->opLimit = bounds.steps;
 }
 
+// Whatever runs comes to an end at its next instruction or step.
+void stop(void *running)
+{
+    auto *context = static_cast<xsltTransformContextPtr>(running);
+    context->state = XSLT_STATE_STOPPED;
+    context->opLimit = 1;
+    context->xpathCtxt->opLimit = 1;
+}
+
+platform::Failure tooMuch()
+{
+    return {QStringLiteral("The transformation failed. The style sheet takes more memory or time than a "
+                           "transformation may.")};
+}
+
 platform::Failure failed(const MessageCollector &collector, const QString &otherwise)
 {
     const QString error = collector.firstError();
@@ -135,11 +155,17 @@ platform::Result<QByteArray> apply(xsltStylesheet &sheet, xmlDoc &document, cons
     bound(*context, bounds);
     context->_private = &collector;
     collector.follow(context.get());
+    TransformBudget *budget = TransformBudget::current();
+    budget->whenSpent(stop, context.get());
     const Doc result(xsltApplyStylesheetUser(&sheet, &document, nullptr, nullptr, nullptr, context.get()));
     collector.follow(nullptr);
+    budget->whenSpent(nullptr, nullptr);
+    if (budget->isSpent())
+        return tooMuch();
     if (!result || context->state != XSLT_STATE_OK)
         return failed(collector, QStringLiteral("The transformation failed."));
-    return markupAtPositionOne(*result);
+    platform::Result<QByteArray> markup = markupAtPositionOne(*result);
+    return budget->isSpent() ? tooMuch() : std::move(markup);
 }
 
 platform::Result<QByteArray> run(const TransformInput &document, const TransformInput &styleSheet,
@@ -152,7 +178,11 @@ platform::Result<QByteArray> run(const TransformInput &document, const Transform
         = parse(styleSheet, styleSheetAddress(document, styleSheet), TransformPlace::StyleSheet, collector);
     if (!sheetSource)
         return failed(collector, QStringLiteral("The XSL is not well-formed."));
+    const std::size_t given = std::size_t(document.utf8.size() + styleSheet.utf8.size());
+    TransformBudget budget(bounds.memory + 16 * given, bounds.traffic + 256 * given, bounds.documents);
     const Sheet sheet = compile(std::move(sheetSource));
+    if (budget.isSpent())
+        return tooMuch();
     if (!sheet)
         return failed(collector, QStringLiteral("The XSL is no usable style sheet."));
     return apply(*sheet, *source, bounds, collector);
@@ -164,7 +194,7 @@ Transformation transform(const TransformInput &document, const TransformInput &s
                          const TransformBounds &bounds)
 {
     prepareLibraries();
-    MessageCollector collector(addressOf(document), styleSheetAddress(document, styleSheet));
+    MessageCollector collector(addressOf(document), styleSheetAddress(document, styleSheet), bounds.messages);
     platform::Result<QByteArray> markup = run(document, styleSheet, bounds, collector);
     return {std::move(markup), std::move(collector.messages())};
 }

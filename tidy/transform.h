@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstddef>
 #include <vector>
 
 namespace tidy {
@@ -27,6 +28,10 @@ struct TransformBounds
     int depth = 2000; // templates within templates
     unsigned long instructions = 20'000'000; // of the style sheet
     unsigned long steps = 1'000'000'000; // of its expressions
+    std::size_t memory = std::size_t{1} << 30; // bytes at one time; the more the larger the two texts are
+    std::size_t traffic = std::size_t{64} << 30; // bytes copied in all; likewise
+    int documents = 1000; // loaded by document(), imports and includes
+    int messages = 10'000; // those after are left out
 };
 
 // Which text a message's line counts in.

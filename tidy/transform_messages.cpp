@@ -17,6 +17,8 @@ namespace tidy {
 
 namespace {
 
+constexpr qsizetype longestMessage = 10'000; // characters
+
 // The bounds' own messages name things that only a programmer can turn.
 struct Rewording
 {
@@ -48,8 +50,8 @@ TransformMessage saying(Severity severity, const QString &text)
 
 } // namespace
 
-MessageCollector::MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl)
-    : documentUrl_(std::move(documentUrl)), styleSheetUrl_(std::move(styleSheetUrl)),
+MessageCollector::MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl, int most)
+    : documentUrl_(std::move(documentUrl)), styleSheetUrl_(std::move(styleSheetUrl)), most_(most),
       structuredBefore_(xmlStructuredError), structuredContextBefore_(xmlStructuredErrorContext),
       genericBefore_(xmlGenericError), genericContextBefore_(xmlGenericErrorContext),
       printedBefore_(xsltGenericError), printedContextBefore_(xsltGenericErrorContext)
@@ -103,11 +105,24 @@ void MessageCollector::onParserPrinted(void *collector, const char *format, ...)
     va_end(arguments);
 }
 
+void MessageCollector::add(TransformMessage message)
+{
+    const auto kept = qsizetype(messages_.size());
+    if (kept > most_)
+        return;
+    if (kept == most_)
+        message
+            = saying(Severity::Information, QStringLiteral("There are more messages, which are left out."));
+    if (message.text.size() > longestMessage)
+        message.text = message.text.first(longestMessage) + QStringLiteral(" ...");
+    messages_.push_back(std::move(message));
+}
+
 void MessageCollector::add(Severity severity, const QString &text)
 {
     TransformMessage message = saying(severity, text);
     place(message, QByteArray(), 0);
-    messages_.push_back(std::move(message));
+    add(std::move(message));
 }
 
 void MessageCollector::takeStructured(const xmlError &error)
@@ -122,7 +137,7 @@ void MessageCollector::takeStructured(const xmlError &error)
     else if (context_ && context_->inst)
         place(message, QByteArray(), 0);
     if (!message.text.isEmpty())
-        messages_.push_back(std::move(message));
+        add(std::move(message));
 }
 
 void MessageCollector::takePrinted(const QString &text, Severity severity)
@@ -138,7 +153,7 @@ void MessageCollector::takePrinted(const QString &text, Severity severity)
     message.text = reworded(text);
     while (message.text.endsWith(QLatin1Char('\n')))
         message.text.chop(1);
-    messages_.push_back(std::move(message));
+    add(std::move(message));
 }
 
 bool MessageCollector::takeHeader(const QString &text)

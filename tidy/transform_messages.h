@@ -12,7 +12,8 @@ namespace tidy {
 class MessageCollector
 {
 public:
-    MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl);
+    // Keeps so many messages and leaves out those that follow.
+    MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl, int most);
     ~MessageCollector();
     MessageCollector(const MessageCollector &) = delete;
     MessageCollector &operator=(const MessageCollector &) = delete;
@@ -20,7 +21,7 @@ public:
     // From now on what has no place of its own is about the instruction that this context carries out.
     void follow(xsltTransformContextPtr context);
 
-    void add(TransformMessage message) { messages_.push_back(std::move(message)); }
+    void add(TransformMessage message);
 
     // The same, about the instruction that is being carried out.
     void add(Severity severity, const QString &text);
@@ -44,6 +45,7 @@ private:
     QByteArray styleSheetUrl_;
     xsltTransformContextPtr context_ = nullptr;
     std::vector<TransformMessage> messages_;
+    int most_;
     bool announced_ = false; // a header came, its text is to follow
     TransformMessage announcement_;
 

@@ -116,16 +116,24 @@ void appendEscaped(QByteArray &out, char c, const Escape (&escapes)[N])
 
 } // namespace
 
+QString textOf(QByteArrayView utf8)
+{
+    QString text = QString::fromUtf8(utf8);
+    if (utf8.startsWith("\xEF\xBB\xBF"))
+        text.prepend(QChar(QChar::ByteOrderMark));
+    return text;
+}
+
 QString decodeText(QByteArrayView raw)
 {
     Decoder decoder(nullptr, false);
     decoder.run(raw);
-    return QString::fromUtf8(decoder.out);
+    return textOf(decoder.out);
 }
 
 QString decodeVerbatim(QByteArrayView raw)
 {
-    QString text = QString::fromUtf8(raw);
+    QString text = textOf(raw);
     if (raw.contains('\r'))
         text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
     return text;
@@ -135,7 +143,7 @@ QString decodeAttribute(QByteArrayView raw, const Entities &entities)
 {
     Decoder decoder(&entities, true);
     decoder.run(raw);
-    return QString::fromUtf8(decoder.out);
+    return textOf(decoder.out);
 }
 
 QByteArray encodeText(const QString &data, QByteArrayView lineEnd)

@@ -9,6 +9,9 @@
 
 namespace dom {
 
+// As it stands; unlike Qt's own, with a U+FEFF at the beginning, which is a character like any other here.
+QString textOf(QByteArrayView utf8);
+
 // Text content as it means: references resolved, line ends as line feeds.
 QString decodeText(QByteArrayView raw);
 

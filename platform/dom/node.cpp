@@ -140,14 +140,14 @@ QString Node::name() const
 {
     switch (kind_) {
     case NodeKind::Element:
-        return QString::fromUtf8(tagName(head()));
+        return textOf(tagName(head()));
     case NodeKind::ProcessingInstruction:
-        return QString::fromUtf8(content().first(nameEnd(content(), 0)));
+        return textOf(content().first(nameEnd(content(), 0)));
     case NodeKind::EntityReference:
-        return QString::fromUtf8(content());
+        return textOf(content());
     case NodeKind::DocumentType: {
         const QByteArrayView declared = content().sliced(skipBlanks(content(), 0));
-        return QString::fromUtf8(declared.first(nameEnd(declared, 0)));
+        return textOf(declared.first(nameEnd(declared, 0)));
     }
     default:
         return {};
@@ -228,8 +228,7 @@ QList<Attribute> Node::attributes() const
         return out;
     const StartTag tag(head());
     for (const StartTag::AttributeSpan &span : tag.attributes())
-        out.append(
-            {QString::fromUtf8(tag.nameOf(span)), decodeAttribute(tag.valueOf(span), document().entities())});
+        out.append({textOf(tag.nameOf(span)), decodeAttribute(tag.valueOf(span), document().entities())});
     return out;
 }
 

@@ -97,6 +97,9 @@ void TestRunOptions::configuration_data()
         "output-xhtml: yes\nnumeric-entities: yes\nfix-bad-comments: yes\nforce-output: yes\n");
     row("no other files", "write-back: yes\noutput-file: /x\nerror-file: ../y\ngnu-emacs-file: z\nsplit: yes",
         "", "force-output: yes\n");
+    QTest::newRow("no other files, behind a zero byte")
+        << QByteArray("output-file\0a: /x\nwrite-back\0: yes\nwrap: 7\0output-file: /x", 58) << QByteArray()
+        << QByteArray("<a>\r\n") << QByteArray("force-output: yes\n");
     row("identifier", "doctype: -//A//B//EN", "", "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
     row("identifier in quotes", "doctype: \"-//A//B//EN\"", "",
         "doctype: \"-//A//B//EN\"\nforce-output: yes\n");

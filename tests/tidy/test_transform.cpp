@@ -44,6 +44,11 @@ private Q_SLOTS:
     void messages();
     void loopsEnd_data();
     void loopsEnd();
+    void growthEnds_data();
+    void growthEnds();
+    void manyImportsEnd();
+    void messagesEnd();
+    void writesNothing_data();
     void writesNothing();
     void reachesNoNetwork_data();
     void reachesNoNetwork();
@@ -198,17 +203,91 @@ void TransformTest::loopsEnd()
     QVERIFY(!done.messages.empty());
 }
 
+// Sheets that are short, take few instructions, and would fill any memory.
+void TransformTest::growthEnds_data()
+{
+    QTest::addColumn<QByteArray>("xsl");
+    const auto doubling = [](const QByteArray &next) {
+        return sheet("<p><xsl:call-template name='t'/></p>",
+                     "<xsl:template name='t'><xsl:param name='s' select=\"'0123456789'\"/><xsl:choose>"
+                     "<xsl:when test='string-length($s) &lt; 4000000000'><xsl:call-template name='t'>"
+                     "<xsl:with-param name='s' "
+                         + next
+                         + "</xsl:call-template></xsl:when><xsl:otherwise><xsl:value-of select='$s'/>"
+                           "</xsl:otherwise></xsl:choose></xsl:template>");
+    };
+    QTest::newRow("text doubled") << doubling("select='concat($s, $s)'/>");
+    QTest::newRow("text sixteen times itself")
+        << doubling("select='concat(" + QByteArray("$s, ").repeated(15) + "$s)'/>");
+    QTest::newRow("fragment doubled")
+        << doubling("><xsl:value-of select='$s'/><xsl:value-of select='$s'/></xsl:with-param>");
+    QTest::newRow("replaced by itself") << doubling("select=\"str:replace($s, '0', '0000000000')\"/>");
+    QTest::newRow("nodes") << sheet("<p><xsl:for-each select='//a'><xsl:for-each select='//a'>"
+                                    "<xsl:for-each select='//a'><b/></xsl:for-each>"
+                                    "</xsl:for-each></xsl:for-each></p>");
+    QTest::newRow("copies") << sheet("<p><xsl:for-each select='//a'><xsl:for-each select='//a'>"
+                                     "<xsl:copy-of select='/'/></xsl:for-each></xsl:for-each></p>");
+}
+
+void TransformTest::growthEnds()
+{
+    QFETCH(QByteArray, xsl);
+    TransformBounds bounds;
+    bounds.memory = std::size_t{64} << 20;
+    const Transformation done = run("<r>" + QByteArray("<a/>").repeated(1000) + "</r>", xsl, bounds);
+    QVERIFY(!done.markup.ok());
+    QVERIFY(run("<r/>", sheet("<p>after</p>"), bounds).markup.ok());
+}
+
+// Each sheet imports the next one twice.
+void TransformTest::manyImportsEnd()
+{
+    for (int level = 0; level < 24; ++level) {
+        const QByteArray import = "<xsl:import href='" + QByteArray::number(level + 1) + ".xsl'/>";
+        write(folder_->filePath(QStringLiteral("%1.xsl").arg(level)), sheet("<p/>", import + import));
+    }
+    write(folder_->filePath(QStringLiteral("24.xsl")), sheet("<p/>"));
+    QVERIFY(!run("<r/>", sheet("<p/>", "<xsl:import href='0.xsl'/>")).markup.ok());
+}
+
+void TransformTest::messagesEnd()
+{
+    TransformBounds bounds;
+    bounds.messages = 100;
+    const Transformation done = run("<r>" + QByteArray("<a/>").repeated(1000) + "</r>",
+                                    sheet("<p><xsl:for-each select='//a'><xsl:message>m</xsl:message>"
+                                          "</xsl:for-each></p>"),
+                                    bounds);
+    QVERIFY(done.markup.ok());
+    QCOMPARE(done.messages.size(), size_t(101));
+    QVERIFY(done.messages.back().text.contains(QStringLiteral("left out")));
+}
+
+void TransformTest::writesNothing_data()
+{
+    QTest::addColumn<QByteArray>("element");
+    for (const char *element : {"exsl:document", "xsl:document", "xsl:result-document", "saxon:output",
+                                "redirect:write", "xt:document"})
+        QTest::newRow(element) << QByteArray(element);
+}
+
 void TransformTest::writesNothing()
 {
-    const QString target = folder_->filePath(QStringLiteral("new/out.txt"));
+    QFETCH(QByteArray, element);
     for (const char *href : {"new/out.txt", "out.txt"}) {
+        const QByteArray where = QByteArray(" href='") + href + "' file='" + href + "'";
+        const QByteArray spaces = " xmlns:saxon='http://icl.com/saxon' xmlns:redirect='org.apache.xalan."
+                                  "xslt.extensions.Redirect' xmlns:xt='http://www.jclark.com/xt'"
+                                  " xsl:extension-element-prefixes='saxon redirect xt'";
         const Transformation done
-            = run("<r/>", sheet(QByteArray("<p><exsl:document href='") + href + "'>x</exsl:document></p>"));
-        QVERIFY(!done.markup.ok());
+            = run("<r/>", sheet("<p" + spaces + "><" + element + where + ">x</" + element + "></p>"));
+        if (element == "exsl:document")
+            QVERIFY(!done.markup.ok());
     }
     QCOMPARE(QDir(folder_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList({QStringLiteral("d.xml"), QStringLiteral("sub")}));
 }
+
 void TransformTest::reachesNoNetwork_data()
 {
     QTest::addColumn<QByteArray>("xml");

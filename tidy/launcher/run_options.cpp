@@ -117,6 +117,14 @@ QList<QByteArray> logicalLines(QByteArray file)
     return lines;
 }
 
+// Tidy reads a name up to its first zero byte, so that one with more behind it would pass for another.
+bool isName(QByteArrayView name)
+{
+    return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
+    });
+}
+
 Settings settingsIn(const QList<QByteArray> &files)
 {
     Settings settings;
@@ -124,8 +132,10 @@ Settings settingsIn(const QList<QByteArray> &files)
         const QList<QByteArray> lines = logicalLines(file);
         for (const QByteArray &line : lines) {
             const qsizetype colon = line.indexOf(':');
-            if (colon > 0)
-                set(settings, {line.first(colon).trimmed().toLower(), line.sliced(colon + 1).trimmed()});
+            const QByteArray name = line.first(qMax(colon, 0)).trimmed().toLower();
+            const QByteArray value = line.sliced(colon + 1).trimmed();
+            if (isName(name) && !value.contains('\0'))
+                set(settings, {name, value});
         }
     }
     return settings;

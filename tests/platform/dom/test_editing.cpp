@@ -367,6 +367,15 @@ void TestEditing::decodedValues()
     QCOMPARE(root->child(4)->data(), q("d "));
     QCOMPARE(root->text(), q("t&\nuE<"));
     QCOMPARE(document.documentNode()->child(0)->name(), q("a"));
+
+    // U+FEFF may begin a name, a value and a text.
+    Document marked;
+    QVERIFY(!marked.load("<\uFEFFa \uFEFFb='\uFEFFv'>\uFEFFt</\uFEFFa>"));
+    Node *element = marked.documentElement();
+    QCOMPARE(element->name(), QStringLiteral("\uFEFFa"));
+    QCOMPARE(element->attributes().first().name.size(), 2);
+    QCOMPARE(element->attributes().first().value.size(), 2);
+    QCOMPARE(element->child(0)->data().size(), 2);
 }
 
 void TestEditing::failedCommandRollsBack()

@@ -1,0 +1,69 @@
+// Any bytes as files of Tidy options and as Tidy's report: read, kept, and never a file named to Tidy.
+#include "fuzz/require.h"
+#include "platform/files/text_encoding.h"
+#include "tidy/config_files.h"
+#include "tidy/launcher/run_options.h"
+#include "tidy/option_catalogue.h"
+#include "tidy/option_values.h"
+#include "tidy/tidy_messages.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+using fuzz::require;
+
+namespace {
+
+void checkConfiguration(const QByteArray &standing, const QByteArray &perRun, const QByteArray &text)
+{
+    const launcher::RunOptions options = launcher::reconciledOptions({standing, perRun}, text);
+    for (const QByteArray &line : options.configuration.split('\n')) {
+        if (line.isEmpty())
+            continue;
+        const QByteArray name = line.first(qMax(line.indexOf(':'), 0));
+        require(!name.isEmpty(), "a line names an option");
+        require(
+            std::all_of(name.begin(), name.end(),
+                        [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'; }),
+            "in letters that Tidy reads as they stand");
+        require(launcher::presentName(name) == name, "by a name that Tidy may be told");
+        require(!line.contains('\r') && !line.contains('\0'), "on one line");
+    }
+}
+
+void checkStandingOptions(const QByteArray &bytes)
+{
+    static const QTemporaryDir program;
+    QDir(program.path()).mkpath(QStringLiteral("tdyex"));
+    QFile file(tidy::standingOptionsFile(program.path()));
+    require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "the file is there");
+    file.close();
+    const tidy::OptionValues options = tidy::OptionValues::read(program.path());
+    require(options.save(program.path()).ok(), "it can be written");
+    // Options that pass for a document are read by the encoding they declare, which saving does not write.
+    const QByteArray kept = options.changedOptions().join(QLatin1Char('\n')).toUtf8();
+    if (!files::declaredEncoding(kept).isEmpty())
+        return;
+    const tidy::OptionValues again = tidy::OptionValues::read(program.path());
+    require(again.changedOptions() == options.changedOptions(), "the list is kept");
+    for (int index = 0; index < tidy::listedOptions; ++index)
+        require(again.value(index) == options.value(index), "and so are the values");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzedDataProvider input(data, size);
+    const QByteArray standing = QByteArray::fromStdString(input.ConsumeRandomLengthString(2000));
+    const QByteArray perRun = QByteArray::fromStdString(input.ConsumeRandomLengthString(500));
+    const QByteArray text = QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
+    checkConfiguration(standing, perRun, text);
+    checkStandingOptions(standing);
+    for (const tidy::Message &message : tidy::messagesIn(standing))
+        require(message.line >= 0 && (message.line > 0 || message.column == 0), "a place is one or none");
+    return 0;
+}

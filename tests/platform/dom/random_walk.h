@@ -1,0 +1,183 @@
+// Edits at places that a source of numbers chooses, and what must hold after each.
+#pragma once
+
+#include "platform/dom/document.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace dom {
+
+using Choose = std::function<int(int below)>; // 0 to below it
+using Word = std::function<QString()>;
+
+// Keeps the children of every node it was told of, from the notices alone.
+class Mirror : public Observer
+{
+public:
+    explicit Mirror(Node *top) { learn(top); }
+
+    void aboutToInsert(Node *, qsizetype, Node *) override { ++pending; }
+    void inserted(Node *parent, qsizetype index, Node *node) override
+    {
+        --pending;
+        children[parent].insert(index, node);
+        if (!children.contains(node))
+            learn(node);
+    }
+    void aboutToRemove(Node *, qsizetype, Node *) override { ++pending; }
+    void removed(Node *parent, qsizetype index, Node *) override
+    {
+        --pending;
+        children[parent].removeAt(index);
+    }
+    void textChanged(Node *) override { }
+
+    int pending = 0;
+    QHash<Node *, QList<Node *>> children;
+
+private:
+    // A subtree as it stands; afterwards only notices count.
+    void learn(Node *top)
+    {
+        QList<Node *> below;
+        for (Node *child = top->firstChild(); child; child = child->nextSibling()) {
+            below.append(child);
+            learn(child);
+        }
+        children.insert(top, below);
+    }
+};
+
+inline QByteArray randomDocument(const Choose &choose, int mostChildren, int depth = 0)
+{
+    static const char *const texts[]
+        = {"text", " ", "\n  ", "&amp;", "<!--c-->", "<?p d?>", "<![CDATA[x]]>", "\r\n"};
+    const QByteArray name = "n" + QByteArray::number(choose(5));
+    QByteArray out = '<' + name + (choose(3) ? "" : " x='1'\n y=\"2\"") + '>';
+    const int count = choose(depth == 0 ? mostChildren : 6);
+    for (int i = 0; i < count; ++i) {
+        if (depth < 5 && choose(3) == 0)
+            out += randomDocument(choose, mostChildren, depth + 1);
+        else
+            out += texts[choose(int(std::size(texts)))];
+    }
+    return out + "</" + name + '>';
+}
+
+inline QString randomWord(const Choose &choose)
+{
+    static const char *const words[]
+        = {"a", "b:c", "--", "]]>", "?>", "x<&>\"'", "1", "\n", "", "é", "\r\n ", "xmlns"};
+    return QString::fromUtf8(words[choose(int(std::size(words)))]);
+}
+
+class Walker
+{
+public:
+    Walker(Document &document, Choose choose, Word word)
+        : document_(document), choose_(std::move(choose)), word_(std::move(word))
+    { }
+
+    // One edit; it may be refused.
+    void step()
+    {
+        Node *node = anyNode();
+        Node *parent = node->parent();
+        switch (choose_(13)) {
+        case 0:
+            return ignore(document_.appendChild(node, newNode()));
+        case 1:
+            return ignore(document_.insertBefore(parent, newNode(), node));
+        case 2:
+            return ignore(document_.removeChild(parent, node));
+        case 3:
+            return ignore(document_.insertBefore(anyNode(), node, nullptr));
+        case 4: {
+            Node *reference = anyNode();
+            return ignore(document_.insertBefore(reference->parent(), node, reference));
+        }
+        case 5:
+            return ignore(document_.setAttribute(node, word_(), word_()));
+        case 6:
+            return ignore(document_.setData(node, word_()));
+        case 7:
+            return ignore(document_.renameElement(node, word_()));
+        case 8:
+            return ignore(document_.removeAttribute(node, QStringLiteral("x")));
+        case 9:
+            return ignore(document_.setAttributes(
+                node, {{word_(), word_(), QStringLiteral("y")}, {QStringLiteral("x"), word_(), {}}}));
+        case 10:
+            return ignore(document_.setInstruction(node, word_(), word_()));
+        case 11:
+            return parent->childCount() > 0
+                ? ignore(document_.exchange(node, parent->child(choose_(int(parent->childCount())))))
+                : void();
+        default:
+            return ignore(document_.replaceChild(parent, *document_.cloneNode(anyNode(), true), node));
+        }
+    }
+
+private:
+    static void ignore(const platform::Result<void> &) { }
+
+    Node *anyNode()
+    {
+        Node *node = document_.documentElement();
+        while (node->hasChildren() && choose_(4) != 0)
+            node = node->child(choose_(int(node->childCount())));
+        return node;
+    }
+
+    Node *newNode()
+    {
+        const auto made = choose_(2) ? document_.createElement(QStringLiteral("new"))
+            : choose_(2)             ? document_.createComment(word_())
+            : choose_(2)             ? document_.createTextNode(word_())
+            : choose_(2)             ? document_.createCDATASection(word_())
+                                     : document_.createProcessingInstruction(word_(), word_());
+        return made ? *made : nullptr;
+    }
+
+    Document &document_;
+    Choose choose_;
+    Word word_;
+};
+
+// Empty when all of the document agrees with itself and with the mirror.
+inline QString faultOf(const Document &document, const Mirror &mirror)
+{
+    if (mirror.pending != 0)
+        return QStringLiteral("a notice came without its pair");
+    std::vector<Node *> open{document.documentElement()};
+    qint64 count = 0;
+    while (!open.empty()) {
+        Node *node = open.back();
+        open.pop_back();
+        ++count;
+        QList<Node *> children;
+        for (Node *child = node->firstChild(); child; child = child->nextSibling()) {
+            if (child->parent() != node || child->indexInParent() != children.size())
+                return QStringLiteral("a child is not where it says");
+            children.append(child);
+            open.push_back(child);
+        }
+        const QList<Node *> told = mirror.children.value(node);
+        if (children.size() != told.size() || !std::equal(children.begin(), children.end(), told.begin()))
+            return QStringLiteral("the notices told something else");
+        if (node->hasChildren() != !children.isEmpty())
+            return QStringLiteral("hasChildren is wrong");
+    }
+    if (count != document.documentElement()->subtreeCount())
+        return QStringLiteral("the count is wrong");
+    const auto error = checkWellFormed(document.xml());
+    // Renaming may leave prefixes undeclared; everything else must parse.
+    return error && !error->reason.contains(QStringLiteral("is not defined")) ? error->reason : QString();
+}
+
+} // namespace dom
