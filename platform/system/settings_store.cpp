@@ -80,7 +80,8 @@ void SettingsStore::setBlob(const QString &key, const QByteArray &blob)
 platform::Result<void> SettingsStore::flush()
 {
     settings_.sync();
-    if (settings_.status() == QSettings::NoError)
+    // A damaged file is told of as well, once and for all; it is written whole all the same.
+    if (settings_.status() != QSettings::AccessError)
         return {};
     return platform::Failure{QStringLiteral("The settings cannot be kept in %1.").arg(settings_.fileName())};
 }

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void textsComeBack();
     void keySpellings();
     void handWrittenFile();
+    void damagedFile();
     void blobs();
     void unwritable();
 
@@ -67,6 +68,21 @@ void TestSettingsStore::handWrittenFile()
     const SettingsStore store(name);
     QCOMPARE(store.text(QStringLiteral("font/name")), QStringLiteral("Courier, Mono"));
     QCOMPARE(store.text(QStringLiteral("font/size"), QStringLiteral("10")), QStringLiteral("10"));
+}
+
+// What it still holds stays, and what is set is written.
+void TestSettingsStore::damagedFile()
+{
+    const QString name = folder_.filePath(QStringLiteral("damaged.ini"));
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[font]\nname=Mono\n[never closed\nno value\n=x\n\xff\xfe%zz\n");
+    file.close();
+    SettingsStore store(name);
+    store.setText(QStringLiteral("font/size"), QStringLiteral("12"));
+    QVERIFY(store.flush().ok());
+    QCOMPARE(SettingsStore(name).text(QStringLiteral("font/size")), QStringLiteral("12"));
+    QCOMPARE(SettingsStore(name).text(QStringLiteral("font/name")), QStringLiteral("Mono"));
 }
 
 void TestSettingsStore::blobs()
