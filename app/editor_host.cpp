@@ -20,7 +20,6 @@ EditorHost::EditorHost(const Around &around)
     connect(&services_, &editor::EditorServices::activityChanged, this,
             [this](const QString &text) { around_.bar.setActivity(text); });
     connect(&around_.editor, &control::CodeEditor::propertiesChanged, this, &EditorHost::saveSettings);
-    showKeys();
 }
 
 EditorHost::~EditorHost() { closeAssignedPreview(); }

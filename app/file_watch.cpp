@@ -48,13 +48,10 @@ void FileWatch::check()
     if (path_.isEmpty())
         return;
     const Stamp before = known_;
-    const Stamp now = stamp();
-    if (now == before) {
-        remember();
-        return;
-    }
     remember();
-    if (now.exists)
+    if (known_ == before)
+        return;
+    if (known_.exists)
         Q_EMIT changed();
     else
         Q_EMIT gone();

@@ -46,8 +46,11 @@ platform::Result<void> makePrivateFolder(const QString &path)
         return failure(path, "used", errorText(errno));
     const Descriptor folder(open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     struct stat status = {};
-    if (!folder.valid() || fstat(folder.get(), &status) != 0)
-        return failure(path, "used", errorText(errno));
+    if (!folder.valid() || fstat(folder.get(), &status) != 0) {
+        const bool link = errno == ELOOP || errno == ENOTDIR;
+        return failure(path, "used",
+                       link ? QStringLiteral("it is not a folder of its own") : errorText(errno));
+    }
     if (status.st_uid != geteuid())
         return failure(path, "used", QStringLiteral("it belongs to somebody else"));
     if ((status.st_mode & 0777) != 0700 && fchmod(folder.get(), 0700) != 0)
