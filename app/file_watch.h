@@ -2,11 +2,24 @@
 #pragma once
 
 #include <QDateTime>
-#include <QFileSystemWatcher>
 #include <QObject>
-#include <QTimer>
+#include <QThread>
+#include <memory>
+#include <optional>
 
 namespace app {
+
+// What tells a file from its former self.
+struct FileStamp
+{
+    bool exists = false;
+    qint64 size = 0;
+    QDateTime written;
+    bool operator==(const FileStamp &) const = default;
+};
+
+// The part that looks, in a thread of its own: a file far away may keep it waiting for any time.
+class FileEyes;
 
 class FileWatch : public QObject
 {
@@ -14,6 +27,9 @@ class FileWatch : public QObject
 
 public:
     FileWatch();
+    ~FileWatch() override;
+    FileWatch(const FileWatch &) = delete;
+    FileWatch &operator=(const FileWatch &) = delete;
 
     // From now on this file, as it is now; none for an empty path.
     void watch(const QString &path);
@@ -21,29 +37,23 @@ public:
     // What the file is now is known: it was just read, written or asked about.
     void remember();
 
-    // Looks now; the signals come before it returns.
+    // While touched() is told: what was found comes before it returns. Else only asks for a look.
     void check();
 
 Q_SIGNALS:
-    void touched(); // somebody did something to the file: check() when that suits
+    void touched(); // the file is not as it was: check() when that suits, now or later
     void changed(); // another content since it was remembered
     void gone(); // there is no such file any more; told once
 
 private:
-    struct Stamp
-    {
-        bool exists = false;
-        qint64 size = 0;
-        QDateTime written;
-        bool operator==(const Stamp &) const = default;
-    };
-
-    Stamp stamp() const;
+    void seen(quint64 age, const FileStamp &stamp);
 
     QString path_;
-    Stamp known_;
-    QFileSystemWatcher watcher_;
-    QTimer soon_; // a program that writes in steps is left to end
+    FileStamp known_;
+    std::optional<FileStamp> found_; // while touched() is told
+    quint64 age_ = 0; // counts what was remembered; a look from before that tells nothing
+    FileEyes *eyes_; // goes with its thread
+    std::unique_ptr<QThread> thread_;
 };
 
 } // namespace app

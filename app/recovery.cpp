@@ -60,7 +60,8 @@ QString question(const document::RecoveryHead &head)
 } // namespace
 
 Recovery::Recovery(const Around &around)
-    : around_(around), store_(around.dataFolder + QStringLiteral("/recovery")),
+    : around_(around), looking_(around.dataFolder + QStringLiteral("/recovery")),
+      store_(around.dataFolder + QStringLiteral("/recovery")),
       writer_(store_, [this](const platform::Result<void> &result) {
           QMetaObject::invokeMethod(
               this, [this, result] { written(result); }, Qt::QueuedConnection);
@@ -70,9 +71,12 @@ Recovery::Recovery(const Around &around)
     connect(&rest_, &QTimer::timeout, this, &Recovery::take);
     connect(&around_.menu, &QMenu::aboutToShow, this, &Recovery::fill);
     around_.menu.setToolTipsVisible(true);
+    around_.session.saving().keepBy([this](const QByteArray &text) { keepNow(text); });
     store_.expire(QDateTime::currentDateTime());
     fill();
 }
+
+Recovery::~Recovery() { around_.session.saving().keepBy({}); }
 
 void Recovery::edited()
 {
@@ -115,6 +119,12 @@ document::RecoveryCopy Recovery::copyOf(const QByteArray &text) const
     return {{path, session.state().form, mode, QDateTime::currentDateTime()}, text};
 }
 
+void Recovery::keepNow(const QByteArray &text)
+{
+    writer_.write(copyOf(text));
+    writer_.finish();
+}
+
 void Recovery::givenUp(const QByteArray &text) { writer_.keep(copyOf(text)); }
 
 void Recovery::end()
@@ -133,33 +143,33 @@ void Recovery::written(const platform::Result<void> &result)
 
 QList<document::WaitingText> Recovery::waiting()
 {
-    writer_.finish();
-    return store_.waiting();
+    writer_.finishKeeping();
+    return looking_.waiting();
 }
 
 // One document can be open: what is not looked at after the first Yes is asked about at the next start.
 void Recovery::offer()
 {
     for (document::WaitingText &text : waiting())
-        if (text.abandoned && store_.claim(text) && offerOne(text))
+        if (text.abandoned && looking_.claim(text) && offerOne(text))
             return;
 }
 
 bool Recovery::offerOne(document::WaitingText &text)
 {
-    const auto opened = store_.open(text);
+    const auto opened = looking_.open(text);
     if (!opened || !opened->whole) {
-        store_.retire(text);
+        looking_.retire(text);
         around_.note(tr("What was kept for recovery at %1 is damaged.").arg(timeOf(text.head.changed)));
         return false;
     }
     if (opened->copy.text == textOnDisk(opened->copy.head)) {
-        store_.remove(text);
+        looking_.remove(text);
         return false;
     }
     if (ask(opened->copy))
         return open(text, *opened);
-    store_.retire(text);
+    looking_.retire(text);
     return false;
 }
 
@@ -184,10 +194,9 @@ bool Recovery::open(const document::WaitingText &text, const document::OpenedCop
 void Recovery::choose(const document::WaitingText &chosen)
 {
     document::WaitingText text = chosen;
-    writer_.finish();
-    const auto opened = text.abandoned && !store_.claim(text)
+    const auto opened = text.abandoned && !looking_.claim(text)
         ? platform::Result<document::OpenedCopy>(platform::Failure{tr("Another window has this text.")})
-        : store_.open(text);
+        : looking_.open(text);
     if (opened)
         open(text, *opened);
     else
@@ -218,8 +227,8 @@ void Recovery::deleteKept()
         != dialogs::Answer::Yes)
         return;
     for (document::WaitingText &kept : waiting())
-        if (!kept.abandoned || store_.claim(kept))
-            store_.remove(kept);
+        if (!kept.abandoned || looking_.claim(kept))
+            looking_.remove(kept);
 }
 
 } // namespace app

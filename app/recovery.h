@@ -44,6 +44,9 @@ public:
     };
 
     explicit Recovery(const Around &around);
+    ~Recovery() override;
+    Recovery(const Recovery &) = delete;
+    Recovery &operator=(const Recovery &) = delete;
 
     // For documents of any size, in place of what is usual.
     void setPace(const Pace &pace) { pace_ = largePace_ = pace; }
@@ -65,6 +68,7 @@ private:
     document::RecoveryCopy copyOf(const QByteArray &text) const;
     void written(const platform::Result<void> &result);
 
+    void keepNow(const QByteArray &text);
     QList<document::WaitingText> waiting();
     bool ask(const document::RecoveryCopy &copy);
     bool offerOne(document::WaitingText &text);
@@ -82,6 +86,7 @@ private:
     QElapsedTimer waitingSince_; // the first change that is not written
     bool ended_ = false;
     bool toldOfFailure_ = false;
+    const document::RecoveryStore looking_; // of the same folder, while the writer has the other
     document::RecoveryStore store_;
     document::RecoveryWriter writer_; // last, so that nothing is told after the rest has gone
 };

@@ -1,6 +1,7 @@
 #include "benchmarks/tidy_steps.h"
 
 #include "benchmarks/measure.h"
+#include "benchmarks/report.h"
 
 #include "platform/control/code_editor.h"
 #include "platform/system/shell.h"
@@ -77,8 +78,9 @@ double bareTidy(const QDir &folder, const QByteArray &page)
 
 void measureTidy(const QDir &folder, int megabytes)
 {
+    const Report report(folder);
     if (!layOut(folder))
-        return print(QStringLiteral("Tidy is not laid out"), 0, {});
+        return report.note(QStringLiteral("Tidy is not laid out"));
     const QByteArray page = makePage(qsizetype(megabytes) * 1'000'000);
     const double bare = bareTidy(folder, page);
     control::CodeEditor editor;
@@ -91,10 +93,9 @@ void measureTidy(const QDir &folder, int megabytes)
         while (run.inProgress())
             QTest::qWait(1);
     });
-    print(QStringLiteral("yardstick: bare tidy, HTML to XML"), bare, QStringLiteral("ms"));
-    print(QStringLiteral("convert HTML to XML until the text is shown"), time, QStringLiteral("ms"),
-          ratio(time, bare, "bare tidy")
-              + ratio(time - pollingInterval, bare, "bare tidy without a polling interval"));
+    report.row(QStringLiteral("yardstick: bare tidy, HTML to XML"), bare, "ms");
+    report.row(QStringLiteral("convert HTML to XML until the text is shown"), time, "ms",
+               {{bare, "bare tidy"}, {bare + pollingInterval, "bare tidy and a polling interval"}});
 }
 
 } // namespace bench

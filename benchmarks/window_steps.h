@@ -2,12 +2,20 @@
 
 #include "yardsticks.h"
 
-#include <QString>
+#include <QDir>
 
 namespace bench {
 
-// Opens the document in the real window and takes it through what a person does, printing each step beside
-// the yardsticks. before: resident memory before anything of the document was in it.
-void measureWindow(const QString &documentPath, const Yardsticks &yardsticks);
+class Report;
+struct Shape;
+
+// Opens the folder's "document.xml", of that shape, in the real window and takes it through what a person
+// does, printing each step beside the yardsticks. Texts of longer lines than Shape::mostText are not shown as
+// text.
+void measureWindow(const QDir &folder, const Shape &shape, int megabytes, const Yardsticks &yardsticks,
+                   const Report &report);
+
+// Makes the window as the start-up window does when it goes.
+void measureStart(const QDir &folder, const Report &report);
 
 } // namespace bench

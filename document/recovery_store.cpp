@@ -150,7 +150,7 @@ bool RecoveryStore::adopt(const WaitingText &text)
     return QFile::rename(text.file, pathOf(id_, live));
 }
 
-void RecoveryStore::retire(const WaitingText &text)
+void RecoveryStore::retire(const WaitingText &text) const
 {
     const QString place = pathOf(freshId(), kept);
     QFile file(text.file);
@@ -160,7 +160,7 @@ void RecoveryStore::retire(const WaitingText &text)
     file.rename(place);
 }
 
-void RecoveryStore::remove(const WaitingText &text) { QFile::remove(text.file); }
+void RecoveryStore::remove(const WaitingText &text) const { QFile::remove(text.file); }
 
 void RecoveryStore::expire(const QDateTime &now)
 {

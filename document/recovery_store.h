@@ -61,8 +61,8 @@ public:
     // The text is open in this window now, and so its unsaved text; false when it could not be taken over.
     bool adopt(const WaitingText &text);
     // An abandoned text was given up: kept from now on.
-    void retire(const WaitingText &text);
-    void remove(const WaitingText &text);
+    void retire(const WaitingText &text) const;
+    void remove(const WaitingText &text) const;
 
     // Lets go of what was kept too long or is too much, and of what vanished processes left half written.
     void expire(const QDateTime &now);

@@ -47,12 +47,19 @@ void RecoveryWriter::finish()
     changed_.wait(lock, [this] { return orders_.none() && !busy_; });
 }
 
+void RecoveryWriter::finishKeeping()
+{
+    std::unique_lock lock(guard_);
+    changed_.wait(lock, [this] { return orders_.keep.isEmpty() && !keeping_; });
+}
+
 void RecoveryWriter::run(const std::stop_token &stop)
 {
     std::unique_lock lock(guard_);
     while (changed_.wait(lock, stop, [this] { return !orders_.none(); })) {
         const Orders orders = std::exchange(orders_, {});
         busy_ = true;
+        keeping_ = true;
         lock.unlock();
         carryOut(orders);
         lock.lock();
@@ -61,10 +68,20 @@ void RecoveryWriter::run(const std::stop_token &stop)
     }
 }
 
+void RecoveryWriter::kept()
+{
+    {
+        const std::lock_guard lock(guard_);
+        keeping_ = false;
+    }
+    changed_.notify_all();
+}
+
 void RecoveryWriter::carryOut(const Orders &orders)
 {
     for (const RecoveryCopy &copy : orders.keep)
         told_(store_.keep(copy));
+    kept();
     if (orders.write)
         told_(store_.write(*orders.write));
     else if (orders.drop)

@@ -31,6 +31,8 @@ public:
     // A text that was given up; each of them is written.
     void keep(const RecoveryCopy &copy);
 
+    // Waits until what was given up is written; texts that are not may still be on their way.
+    void finishKeeping();
     // Waits until all is done; until the next order the store may then be used by the caller.
     void finish();
 
@@ -48,6 +50,7 @@ private:
     template <typename Change>
     void order(const Change &change);
     void run(const std::stop_token &stop);
+    void kept();
     void carryOut(const Orders &orders);
 
     RecoveryStore &store_;
@@ -55,6 +58,7 @@ private:
     std::mutex guard_; // of what follows
     Orders orders_;
     bool busy_ = false;
+    bool keeping_ = false;
     std::condition_variable_any changed_;
     std::jthread thread_; // last: begun when all else is there, joined before it goes
 };

@@ -71,13 +71,21 @@ bool Saving::cndsavefunc()
     return result == SaveResult::Failed;
 }
 
+void Saving::keep(const QByteArray &text) const
+{
+    if (keep_)
+        keep_(text);
+}
+
 void Saving::giveUp() { around_.workspace.textGivenUp(currentText()); }
 
 SaveResult Saving::save(const QString &path)
 {
     const Busy busy(around_.workspace);
     const QByteArray text = currentText();
-    if (const auto written = files::writeDocumentFile(path, text, state_.form); !written) {
+    const auto written = files::writeDocumentFile(path, text, state_.form, [&] { keep(text); });
+    if (!written) {
+        keep(text);
         around_.workspace.note(written.reason());
         return SaveResult::Failed;
     }

@@ -5,6 +5,8 @@
 #include "document/surroundings.h"
 #include "document/working_files.h"
 
+#include <functional>
+
 namespace document {
 
 enum class SaveResult
@@ -20,6 +22,11 @@ public:
     Saving(DocumentState &state, const Surroundings &around, WorkingFiles &files)
         : state_(state), around_(around), files_(files)
     { }
+
+    // Puts a text of the document where it outlives the process, before it returns. Called when a save
+    // failed, and before one that could leave half a file if the process were killed.
+    using Keep = std::function<void(const QByteArray &text)>;
+    void keepBy(Keep keep) { keep_ = std::move(keep); }
 
     // The document's text as the view shown has it: the DOM's in Normal Mode, the editor's in XML Mode, in
     // Preview that of the mode it was entered from.
@@ -41,8 +48,8 @@ public:
     // The document's unsaved text is about to be let go: hands it to the workspace.
     void giveUp();
 
-    // Writes the current text to path. On failure the file and SavedXml stay as they were, and a note says
-    // why.
+    // Writes the current text to path. On failure the file and SavedXml stay as they were, the text is kept,
+    // and a note says why.
     SaveResult save(const QString &path);
     SaveResult save() { return save(state_.CurrentFilePath); }
     SaveResult saveAs();
@@ -56,12 +63,14 @@ public:
 private:
     bool domIsSource() const;
     void knowSaved();
+    void keep(const QByteArray &text) const;
     bool mayWriteTo(const QString &path);
     SaveResult moveTo(const QString &path);
 
     DocumentState &state_;
     Surroundings around_;
     WorkingFiles &files_;
+    Keep keep_;
 };
 
 // The filter of the open and save dialogs.

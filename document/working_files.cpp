@@ -1,6 +1,7 @@
 #include "document/working_files.h"
 
 #include "platform/files/file_helpers.h"
+#include "platform/files/private_files.h"
 
 #include <QDir>
 
@@ -90,9 +91,11 @@ bool WorkingFiles::claim(const QString &folder)
     return claim_ != nullptr;
 }
 
+// Where a link stands it is replaced: whoever put it there does not choose what the program writes over.
 void WorkingFiles::tryToWrite(const QString &path, const QByteArray &text)
 {
-    if (const auto written = files::writeTextFile(path, text); !written)
+    const QByteArrayView pieces[] = {text, "\r\n"};
+    if (const auto written = files::writePrivateFile(path, path + QStringLiteral(".part"), pieces); !written)
         around_.workspace.note(written.reason());
 }
 

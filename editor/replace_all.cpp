@@ -1,16 +1,13 @@
 #include "editor/replace_all.h"
 
+#include <QGuiApplication>
+
 namespace editor {
 
 namespace {
 
-using S = QsciScintillaBase;
-
 constexpr int firstSlice = 250; // milliseconds
 constexpr int slice = 40; // milliseconds
-
-// One by one, bookmarks and folded lines stay where they are; of more, the text between is replaced too.
-constexpr size_t mostOneByOne = 200'000;
 
 } // namespace
 
@@ -25,6 +22,7 @@ void ReplaceAll::start(std::shared_ptr<const control::TextSearch> search,
 {
     walk_.emplace(editor_, std::move(search), range);
     replacement_ = replacement;
+    text_.emplace(editor_);
     slices_.start();
     advance(firstSlice);
 }
@@ -39,15 +37,17 @@ void ReplaceAll::advance(int milliseconds)
 {
     const MatchWalk::State state
         = walk_->advance(milliseconds, [this](QByteArrayView text, const control::TextMatch &match) {
-              replacement_->appendTo(texts_, text, walk_->search());
-              edits_.push_back({match, texts_.size()});
+              replacement_->appendTo(text_->texts(), text, walk_->search());
+              text_->add(text, match);
           });
     switch (state) {
     case MatchWalk::State::Going:
         Q_EMIT progressed(walk_->progress());
         break;
     case MatchWalk::State::Done:
-        apply();
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        text_->commit();
+        QGuiApplication::restoreOverrideCursor();
         finish(Outcome::Replaced);
         break;
     case MatchWalk::State::TextChanged:
@@ -61,60 +61,12 @@ void ReplaceAll::advance(int milliseconds)
 
 void ReplaceAll::finish(Outcome outcome)
 {
+    const qsizetype count = outcome == Outcome::Replaced ? text_->count() : 0;
     slices_.stop();
     walk_.reset();
     replacement_.reset();
-    texts_.clear();
-    const std::vector<Edit> edits = std::exchange(edits_, {});
-    Q_EMIT finished(outcome, outcome == Outcome::Replaced ? qsizetype(edits.size()) : 0);
-}
-
-QByteArrayView ReplaceAll::textOf(size_t edit) const
-{
-    const qsizetype start = edit == 0 ? 0 : edits_[edit - 1].textEnd;
-    // Never a null pointer, which the engine refuses even for no text.
-    return {texts_.constData() + start, edits_[edit].textEnd - start};
-}
-
-void ReplaceAll::apply()
-{
-    if (edits_.empty())
-        return;
-    editor_.send(S::SCI_BEGINUNDOACTION);
-    if (edits_.size() <= mostOneByOne)
-        applyOneByOne();
-    else
-        applyAsOne();
-    editor_.send(S::SCI_ENDUNDOACTION);
-}
-
-void ReplaceAll::applyOneByOne()
-{
-    qsizetype shift = 0;
-    for (size_t edit = 0; edit < edits_.size(); ++edit) {
-        const control::TextMatch &match = edits_[edit].match;
-        const QByteArrayView text = textOf(edit);
-        editor_.send(S::SCI_SETTARGETRANGE, ulong(match.start + shift), long(match.end + shift));
-        editor_.SendScintilla(S::SCI_REPLACETARGET, uintptr_t(text.size()), text.data());
-        shift += text.size() - match.length();
-    }
-}
-
-void ReplaceAll::applyAsOne()
-{
-    const int line = editor_.caretLine();
-    const int column = editor_.caretColumn();
-    const control::TextMatch whole{edits_.front().match.start, edits_.back().match.end};
-    const QByteArrayView before = textInPlace(editor_);
-    QByteArray after;
-    after.reserve(whole.length() + texts_.size());
-    qsizetype copied = whole.start;
-    for (size_t edit = 0; edit < edits_.size(); ++edit) {
-        after.append(before.sliced(copied, edits_[edit].match.start - copied)).append(textOf(edit));
-        copied = edits_[edit].match.end;
-    }
-    editor_.replaceRange({long(whole.start), long(whole.end)}, after);
-    editor_.placeCaret(line, column);
+    text_.reset();
+    Q_EMIT finished(outcome, count);
 }
 
 } // namespace editor

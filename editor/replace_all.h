@@ -1,14 +1,14 @@
-// Replaces all matches as one edit: they are looked for in slices of time, and nothing is changed before all
-// are known.
+// Replaces all matches as one edit: they are looked for, and the new text is made, in slices of time. Nothing
+// is changed before all of it is there, and then at once, so that nobody can meet a text that is half done.
 #pragma once
 
 #include "editor/match_walk.h"
+#include "editor/replacing_text.h"
 #include "platform/control/replacement_text.h"
 
 #include <QObject>
 #include <QTimer>
 #include <optional>
-#include <vector>
 
 namespace editor {
 
@@ -41,25 +41,13 @@ Q_SIGNALS:
     void finished(editor::ReplaceAll::Outcome outcome, qsizetype count);
 
 private:
-    // What is put in the place of a match: a piece of one long text.
-    struct Edit
-    {
-        control::TextMatch match;
-        qsizetype textEnd;
-    };
-
     void advance(int milliseconds);
     void finish(Outcome outcome);
-    void apply();
-    void applyOneByOne();
-    void applyAsOne();
-    QByteArrayView textOf(size_t edit) const;
 
     control::CodeEditor &editor_;
     std::optional<MatchWalk> walk_;
     std::optional<control::ReplacementText> replacement_;
-    std::vector<Edit> edits_;
-    QByteArray texts_;
+    std::optional<ReplacingText> text_;
     QTimer slices_;
 };
 

@@ -16,23 +16,16 @@ using fuzz::require;
 namespace {
 
 // Sections and names as they are kept, so that values meet a reader.
-constexpr const char *keys[] = {"colors/txt",
-                                "colors/window",
-                                "options/selbounds",
-                                "options/leftmargin",
-                                "options/closeOnSlash",
-                                "data/numbering",
-                                "data/numberingstyle",
-                                "data/numberingstart",
-                                "font/size",
-                                "font/name",
-                                "font/bold",
-                                "fontstyle/0_",
-                                "fontstyle/11_",
-                                "m1/137",
-                                "v1/137",
-                                "m2/137",
-                                "v2/137"};
+const QByteArrayList keys
+    = QByteArray("colors/txt colors/window options/selbounds options/leftmargin options/closeOnSlash "
+                 "data/numbering data/numberingstyle data/numberingstart font/size font/name font/bold "
+                 "fontstyle/0_ fontstyle/11_ m1/137 v1/137 m2/137 v2/137")
+          .split(' ');
+
+QByteArray bytesOf(FuzzedDataProvider &input, std::size_t most)
+{
+    return QByteArray::fromStdString(input.ConsumeRandomLengthString(most));
+}
 
 QByteArray iniOf(FuzzedDataProvider &input)
 {
@@ -40,19 +33,19 @@ QByteArray iniOf(FuzzedDataProvider &input)
         return QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
     QByteArray text = "[cEdit]\n";
     while (input.remaining_bytes() > 0) {
-        text += QByteArray(input.PickValueInArray(keys)).replace('/', '\\') + '=';
-        text += QByteArray::fromStdString(input.ConsumeRandomLengthString(60)) + '\n';
+        const QByteArray &key = keys[input.ConsumeIntegralInRange<qsizetype>(0, keys.size() - 1)];
+        text += QByteArray(key).replace('/', '\\') + '=' + bytesOf(input, 60) + '\n';
     }
     return text;
 }
 
 void checkKeys(FuzzedDataProvider &input)
 {
-    const control::Shortcut asked{
-        input.ConsumeIntegralInRange(-2, 20),
-        QString::fromUtf8(QByteArray::fromStdString(input.ConsumeRandomLengthString(12))),
-        input.ConsumeIntegralInRange(-2, 20),
-        QString::fromUtf8(QByteArray::fromStdString(input.ConsumeRandomLengthString(12)))};
+    control::Shortcut asked;
+    asked.Modifiers1 = input.ConsumeIntegralInRange(-2, 20);
+    asked.VirtKey1 = QString::fromUtf8(bytesOf(input, 12));
+    asked.Modifiers2 = input.ConsumeIntegralInRange(-2, 20);
+    asked.VirtKey2 = QString::fromUtf8(bytesOf(input, 12));
     const auto taken = control::keysOf(asked);
     if (taken)
         require(control::keysOf(control::shortcutOf(*taken)) == taken, "keys are kept");

@@ -2,12 +2,14 @@
 
 #include "platform/control/editor_control.h"
 #include "platform/files/file_helpers.h"
+#include "platform/files/private_files.h"
 #include "platform/files/text_file.h"
 #include "platform/system/shell.h"
 
 #include <QFile>
 #include <QLockFile>
 
+#include <limits>
 #include <optional>
 
 namespace tidy {
@@ -15,6 +17,7 @@ namespace tidy {
 namespace {
 
 constexpr int pollingInterval = 100; // milliseconds
+constexpr qint64 largestAnswer = std::numeric_limits<qint32>::max(); // bytes; as a document
 constexpr int longestLockWait = 2000; // milliseconds
 constexpr int turningPoint = 95; // where the bar turns back to
 constexpr int turnedBack = 5;
@@ -22,13 +25,8 @@ constexpr int done = 100;
 
 std::optional<QByteArray> contentOf(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return {};
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return {};
-    return bytes;
+    platform::Result<QByteArray> bytes = files::readPrivateFile(path, largestAnswer);
+    return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
 }
 
 // The exchange is UTF-8 whatever the markup declares. Neither the mark nor the file's final line end is text.

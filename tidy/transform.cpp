@@ -10,7 +10,9 @@
 #include <QUrl>
 
 #include <libexslt/exslt.h>
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 #include <libxslt/documents.h>
 #include <libxslt/security.h>
 #include <libxslt/transform.h>
@@ -37,25 +39,58 @@ struct Releases
 
 using Doc = std::unique_ptr<xmlDoc, Releases<xmlFreeDoc>>;
 using Sheet = std::unique_ptr<xsltStylesheet, Releases<xsltFreeStylesheet>>;
+using Parser = std::unique_ptr<xmlParserCtxt, Releases<xmlFreeParserCtxt>>;
 using Context = std::unique_ptr<xsltTransformContext, Releases<xsltFreeTransformContext>>;
 using Security = std::unique_ptr<xsltSecurityPrefs, Releases<xsltFreeSecurityPrefs>>;
+
+// Entities are copied into the tree at every reference, also from files that the verdict does not read.
+xmlEntityPtr entityWithinBudget(void *parser, const xmlChar *name)
+{
+    const TransformBudget *budget = TransformBudget::current();
+    if (!budget || !budget->isSpent())
+        return xmlSAX2GetEntity(parser, name);
+    xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
+    return nullptr;
+}
+
+Parser makeParser(xmlDictPtr dictionary = nullptr)
+{
+    Parser parser(xmlNewParserCtxt());
+    if (!parser)
+        return {};
+    parser->sax->getEntity = entityWithinBudget;
+    if (dictionary) {
+        xmlDictFree(parser->dict);
+        parser->dict = dictionary;
+        xmlDictReference(dictionary);
+    }
+    return parser;
+}
+
+// Nothing of what grew beyond the budget while it was read.
+Doc withinBudget(xmlDocPtr parsed)
+{
+    Doc doc(parsed);
+    const TransformBudget *budget = TransformBudget::current();
+    return budget && budget->isSpent() ? Doc() : std::move(doc);
+}
 
 // The library says nothing of a document() that finds no document.
 xmlDocPtr loadOrNote(const xmlChar *url, xmlDictPtr dictionary, int options, void *context, xsltLoadType type)
 {
-    static const xsltDocLoaderFunc load = xsltDocDefaultLoader; // asked for before it is replaced
-    if (!url)
-        return nullptr;
     TransformBudget *budget = TransformBudget::current();
     if (budget && !budget->takeDocument())
         return nullptr;
-    const xmlDocPtr loaded = load(url, dictionary, options, context, type);
+    const Parser parser = makeParser(dictionary);
+    Doc loaded = withinBudget(
+        parser ? xmlCtxtReadFile(parser.get(), reinterpret_cast<const char *>(url), nullptr, options)
+               : nullptr);
     auto *running = type == XSLT_LOAD_DOCUMENT ? static_cast<xsltTransformContextPtr>(context) : nullptr;
     if (!loaded && running && running->_private)
         static_cast<MessageCollector *>(running->_private)
             ->add(Severity::Warning,
                   QStringLiteral("Not loaded: ") + QString::fromUtf8(reinterpret_cast<const char *>(url)));
-    return loaded;
+    return loaded.release();
 }
 
 // Both libraries are set up for the whole process, once.
@@ -67,7 +102,6 @@ void prepareLibraries()
         meterLibraryMemory();
         xsltInit();
         exsltRegisterAll();
-        loadOrNote(nullptr, nullptr, 0, nullptr, XSLT_LOAD_START);
         xsltSetLoaderFunc(loadOrNote);
     });
 }
@@ -91,10 +125,16 @@ QByteArray styleSheetAddress(const TransformInput &document, const TransformInpu
     return address == addressOf(document) ? address + "#stylesheet" : address;
 }
 
+platform::Failure tooMuch()
+{
+    return {QStringLiteral("The transformation failed. The style sheet takes more memory or time than a "
+                           "transformation may.")};
+}
+
 // The verdict comes first: it says what is wrong in the words the rest of the program uses, and it bounds
 // what entities amount to, so that the parser's own limits on honest large texts can go.
 Doc parse(const TransformInput &input, const QByteArray &address, TransformPlace place,
-          MessageCollector &collector)
+          const TransformBounds &bounds, MessageCollector &collector)
 {
     const QString folder = QFileInfo(input.path).path();
     if (const auto fault = dom::checkWellFormed(input.utf8, folder)) {
@@ -104,8 +144,15 @@ Doc parse(const TransformInput &input, const QByteArray &address, TransformPlace
     if (input.utf8.size() > std::numeric_limits<int>::max())
         return {};
     constexpr int options = XSLT_PARSE_OPTIONS | XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_BIG_LINES;
-    return Doc(
-        xmlReadMemory(input.utf8.constData(), int(input.utf8.size()), address.constData(), "UTF-8", options));
+    const auto size = std::size_t(input.utf8.size());
+    const TransformBudget budget(bounds.memory + 128 * size, bounds.traffic + 256 * size, bounds.documents);
+    const Parser parser = makeParser();
+    Doc doc = withinBudget(parser ? xmlCtxtReadMemory(parser.get(), input.utf8.constData(), int(size),
+                                                      address.constData(), "UTF-8", options)
+                                  : nullptr);
+    if (budget.isSpent())
+        collector.add({Severity::Error, place, 0, {}, tooMuch().reason});
+    return doc;
 }
 
 Sheet compile(Doc doc)
@@ -131,12 +178,6 @@ void stop(void *running)
     context->state = XSLT_STATE_STOPPED;
     context->opLimit = 1;
     context->xpathCtxt->opLimit = 1;
-}
-
-platform::Failure tooMuch()
-{
-    return {QStringLiteral("The transformation failed. The style sheet takes more memory or time than a "
-                           "transformation may.")};
 }
 
 platform::Failure failed(const MessageCollector &collector, const QString &otherwise)
@@ -171,11 +212,11 @@ platform::Result<QByteArray> apply(xsltStylesheet &sheet, xmlDoc &document, cons
 platform::Result<QByteArray> run(const TransformInput &document, const TransformInput &styleSheet,
                                  const TransformBounds &bounds, MessageCollector &collector)
 {
-    Doc source = parse(document, addressOf(document), TransformPlace::Document, collector);
+    Doc source = parse(document, addressOf(document), TransformPlace::Document, bounds, collector);
     if (!source)
         return failed(collector, QStringLiteral("The XML is not well-formed."));
-    Doc sheetSource
-        = parse(styleSheet, styleSheetAddress(document, styleSheet), TransformPlace::StyleSheet, collector);
+    Doc sheetSource = parse(styleSheet, styleSheetAddress(document, styleSheet), TransformPlace::StyleSheet,
+                            bounds, collector);
     if (!sheetSource)
         return failed(collector, QStringLiteral("The XSL is not well-formed."));
     const std::size_t given = std::size_t(document.utf8.size() + styleSheet.utf8.size());

@@ -3,12 +3,7 @@
 
 namespace tree {
 
-void NodeCommands::Expand()
-{
-    face_.showBusy(true);
-    face_.openAll();
-    face_.showBusy(false);
-}
+void NodeCommands::Expand() { face_.openAll(); }
 
 void NodeCommands::Collapse()
 {

@@ -8,6 +8,8 @@ namespace tree {
 TreeNode::TreeNode() = default;
 TreeNode::~TreeNode() = default;
 
+qint64 TreeNode::shownBelow() const { return open && children ? children->shown() : 0; }
+
 qint64 Run::rowOf(const TreeNode *node) const
 {
     for (size_t slot = 0; slot < nodes.size(); ++slot) {
@@ -17,7 +19,7 @@ qint64 Run::rowOf(const TreeNode *node) const
     return -1;
 }
 
-RowList::RowList(TreeNode *owner, qint64 count) : owner_(owner), count_(count)
+RowList::RowList(TreeNode *owner, qint64 count) : owner_(owner), count_(count), shown_(count)
 {
     if (count > 0)
         addRun(0, 0, count, 0);
@@ -31,6 +33,7 @@ void RowList::addRun(size_t at, qint64 firstRow, qint64 count, qint64 firstDom)
     run->count = count;
     run->firstDom = firstDom;
     runs_.insert(runs_.begin() + qsizetype(at), std::move(run));
+    sums_.clear();
 }
 
 size_t RowList::runAt(qint64 row) const
@@ -141,6 +144,8 @@ void RowList::insert(qint64 row, std::unique_ptr<TreeNode> node)
     node->run = &run;
     run.nodes.insert(run.nodes.begin() + (row - run.firstRow), std::move(node));
     ++run.count;
+    run.below += run.nodes[size_t(row - run.firstRow)]->shownBelow();
+    addShown(1 + run.nodes[size_t(row - run.firstRow)]->shownBelow());
     shiftRows(at + 1, 1);
     halveWhenLong(at);
 }
@@ -157,8 +162,11 @@ void RowList::halveWhenLong(size_t run)
                         std::make_move_iterator(first.nodes.end()));
     first.nodes.resize(size_t(half));
     first.count = half;
-    for (const auto &node : second.nodes)
+    for (const auto &node : second.nodes) {
         node->run = &second;
+        second.below += node->shownBelow();
+    }
+    first.below -= second.below;
 }
 
 std::unique_ptr<TreeNode> RowList::take(qint64 row)
@@ -170,6 +178,8 @@ std::unique_ptr<TreeNode> RowList::take(qint64 row)
     node->run = nullptr;
     run.nodes.erase(slot);
     --run.count;
+    run.below -= node->shownBelow();
+    addShown(-1 - node->shownBelow());
     shiftRows(at + 1, -1);
     if (run.count == 0)
         runs_.erase(runs_.begin() + qsizetype(at));

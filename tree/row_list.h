@@ -1,10 +1,11 @@
 // The rows below one tree node.
 //
 // A list starts as one run that mirrors the children of the document node and costs nothing a child. Looking
-// at a row makes the tree nodes of the block around it. The order of the rows is the list's own: after a drop
-// it differs from the document's, and only rows that nobody has looked at still go by position in the
-// document. What the document gains and loses must be told (domInserted, domRemoved), or those would show the
-// wrong nodes.
+// at a row makes the tree nodes of the block around it. A list also knows how many rows are to be seen for
+// what is open in it, so that a place among millions of them is found without walking. The order of the rows
+// is the list's own: after a drop it differs from the document's, and only rows that nobody has looked at
+// still go by position in the document. What the document gains and loses must be told (domInserted,
+// domRemoved), or those would show the wrong nodes.
 #pragma once
 
 #include "tree/tree_node.h"
@@ -43,6 +44,19 @@ public:
     void domInserted(qint64 index);
     void domRemoved(qint64 index); // the row of that child has been made or taken before
 
+    // What is seen of this list: its rows and, after each, what is open below it.
+    qint64 shown() const { return shown_; }
+    qint64 shownBefore(const TreeNode &node) const; // rows seen above one that stands here
+    qint64 shownBeforeUnmade(qint64 row) const;
+    struct Place
+    {
+        qint64 row;
+        qint64 into; // of what is open below that row, counted from 1; 0 for the row itself
+    };
+    Place placeOf(qint64 shown) const; // in range
+    void setOpen(TreeNode &node, bool open); // it stands here, and what is below it is listed
+    void closeAll(); // all that has been made; nothing below it
+
     void forEachMade(const std::function<void(TreeNode &)> &visit) const;
 
 private:
@@ -51,9 +65,13 @@ private:
     void halveWhenLong(size_t run);
     void shiftRows(size_t fromRun, qint64 by);
     void addRun(size_t at, qint64 firstRow, qint64 count, qint64 firstDom);
+    void addShown(qint64 rows); // here, and wherever this list is to be seen
+    const std::vector<qint64> &sums() const; // rows seen before each run
 
     TreeNode *owner_;
     qint64 count_;
+    qint64 shown_;
+    mutable std::vector<qint64> sums_; // empty until asked for again
     mutable size_t lastRun_ = 0; // the one last asked for, if it is still one
     std::vector<std::unique_ptr<Run>> runs_; // in the order of the rows, none empty
 };

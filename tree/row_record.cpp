@@ -12,7 +12,7 @@ QModelIndex TreeModel::find(const dom::Node *node) const
     if (rows_->top().made(0)->dom == node)
         return createIndex(0, 0, &rows_->top());
     RowList *around = node->parent() ? rows_->listOf(node->parent()) : nullptr;
-    if (!around || !rows_->isShown(*around))
+    if (!around || !rows_->isInTree(*around))
         return {};
     const qint64 row = rows_->rowOf(*around, node, node->indexInParent());
     return row < 0 ? QModelIndex() : createIndex(int(row), 0, around);

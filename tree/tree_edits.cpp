@@ -15,7 +15,7 @@ void TreeModel::aboutToInsert(dom::Node *parent, qsizetype index, dom::Node *)
     if (isRecording_)
         reach(parent); // a row that is to be taken back must be one
     RowList *list = rows_->listOf(parent); // counted before the change, if anybody can see it
-    announced_ = list && !staysByHand(parent) && rows_->isShown(*list);
+    announced_ = list && !staysByHand(parent) && rows_->isInTree(*list);
     row_ = list ? followingRow(*list, parent, index) : 0;
     if (announced_)
         beginInsertRows(ownerIndex(*list), int(row_), int(row_));
@@ -43,7 +43,7 @@ void TreeModel::aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *nod
         reach(parent);
     RowList *list = rows_->listOf(parent);
     row_ = list ? rows_->rowOf(*list, node, index) : -1;
-    announced_ = list && !staysByHand(parent) && row_ >= 0 && rows_->isShown(*list);
+    announced_ = list && !staysByHand(parent) && row_ >= 0 && rows_->isInTree(*list);
     if (row_ >= 0)
         rows_->node(*list, row_); // from here on it no longer goes by its position in the document
     if (announced_)
@@ -68,7 +68,7 @@ void TreeModel::removed(dom::Node *parent, qsizetype index, dom::Node *node)
 void TreeModel::textChanged(dom::Node *node)
 {
     const TreeNode *shown = rows_->madeNode(node);
-    if (!shown || !rows_->isShown(*shown->run->list))
+    if (!shown || !rows_->isInTree(*shown->run->list))
         return; // nobody has asked for it yet
     const QModelIndex at = indexOf(*shown);
     Q_EMIT dataChanged(at, at);

@@ -12,6 +12,7 @@
 
 #include "platform/dom/document.h"
 #include "platform/result.h"
+#include "tree/opening.h"
 #include "tree/row_edits.h"
 #include "tree/tree_rows.h"
 
@@ -78,6 +79,20 @@ public:
     // the same to the document.
     void revert(const RowEdits &edits, const std::function<void()> &turnDocument);
     void reapply(const RowEdits &edits, const std::function<void()> &turnDocument);
+
+    // What is open. A node that is taken out and put back is as open as it was.
+    bool isOpen(const QModelIndex &node) const;
+    void setOpen(const QModelIndex &node, bool open);
+    void closeAll(); // the root too
+    Opening openAll() { return Opening(*rows_); } // valid until rows come or go
+
+    // The rows to be seen, from 0: those whose parents are open, all the way up.
+    qint64 shownCount() const;
+    QModelIndex shownAt(qint64 position) const; // invalid when out of range
+    QModelIndex
+    shownAfter(const QModelIndex &node) const; // the one after a row to be seen; invalid at the end
+    qint64 positionOf(const QModelIndex &node) const; // -1 when it is not to be seen
+    int levelOf(const QModelIndex &node) const; // 0 for the root
 
     // Shows the node's start tag as it stands from now on, as nodes are labelled after an edit.
     void setLabelFrom(const QModelIndex &node);

@@ -25,6 +25,7 @@ struct TreeNode
     int childSuffix = 1;
 
     TagRule rule = TagRule::WithoutOwnNamespace;
+    bool open = false; // what is below it is shown where it is shown itself
     std::unique_ptr<RowList> children; // null until asked for
 
     TreeNode();
@@ -32,6 +33,7 @@ struct TreeNode
     TreeNode(const TreeNode &) = delete;
     TreeNode &operator=(const TreeNode &) = delete;
 
+    qint64 shownBelow() const; // rows to be seen below it; none while it is closed
     QString key() const { return QString::number(number) + QString(suffix, u'_'); }
 };
 
@@ -42,6 +44,7 @@ struct Run
     RowList *list = nullptr;
     qint64 firstRow = 0;
     qint64 count = 0;
+    qint64 below = 0; // what its nodes show below them
     qint64 firstDom = 0; // index of the first child shown; holds while not made
     std::vector<std::unique_ptr<TreeNode>> nodes; // empty until made
 

@@ -74,7 +74,7 @@ bool TreeRows::hasChildren(const RowList &list, qint64 row) const
     return inRange && list.owner()->dom->childHasChildren(list.domIndexOf(row));
 }
 
-bool TreeRows::isShown(const RowList &list) const
+bool TreeRows::isInTree(const RowList &list) const
 {
     const RowList *at = &list;
     while (const TreeNode *owner = at->owner()) {

@@ -28,7 +28,7 @@ public:
     TreeNode *node(RowList &list, qint64 row); // made if need be; null when out of range
     RowList &below(TreeNode &node); // listed if need be
     bool hasChildren(const RowList &list, qint64 row) const; // makes nothing
-    bool isShown(const RowList &list) const; // hangs from the root; false within what was taken out
+    bool isInTree(const RowList &list) const; // hangs from the root; false within what was taken out
 
     // The list that shows the children of parent; null when not even the row of parent has been listed.
     RowList *listOf(const dom::Node *parent);

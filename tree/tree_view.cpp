@@ -1,7 +1,8 @@
 #include "tree/tree_view.h"
 
+#include "tree/accessible_tree.h"
+#include "tree/busy_pointer.h"
 #include "tree/node_delegate.h"
-#include "tree/tree_model.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -10,10 +11,9 @@
 #include <QHeaderView>
 #include <QMimeData>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <memory>
-#include <optional>
+#include <utility>
 
 namespace tree {
 
@@ -23,32 +23,22 @@ constexpr int openingDelay = 800; // ms that a drag rests on a node before that 
 constexpr int searchedRows = 5000; // typed text is looked for in so many rows: looking makes them
 constexpr int dragImageWidth = 300; // pixels at most
 
-class BusyPointer
-{
-public:
-    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer &) = delete;
-    BusyPointer &operator=(const BusyPointer &) = delete;
-};
-
 } // namespace
 
 TreeView::TreeView(TreeModel &model, QWidget *parent)
     : QTreeView(parent), model_(model), delegate_(new NodeDelegate(this))
 {
+    describeToAccessibility(); // before anything asks for its description
     setObjectName(QStringLiteral("TreeView1"));
     setAccessibleName(QStringLiteral("Document tree"));
     setItemDelegate(delegate_);
     setHeaderHidden(true);
-    setUniformRowHeights(true); // no row but one is measured
     setAnimated(false);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setDragDropMode(DragDrop);
     setDragDropOverwriteMode(true); // onto nodes, never between them
     setDropIndicatorShown(false); // the drop highlight takes its place
-    setAutoExpandDelay(openingDelay);
     setHorizontalScrollMode(ScrollPerPixel);
     setTextElideMode(Qt::ElideRight);
     setModel(&model_);
@@ -69,6 +59,9 @@ void TreeView::watchChanges()
     fitSoon_.setSingleShot(true);
     connect(&fitSoon_, &QTimer::timeout, this, &TreeView::fitColumn);
     const auto fit = [this] { fitSoon_.start(); };
+    openSoon_.setSingleShot(true);
+    openSoon_.setInterval(openingDelay);
+    connect(&openSoon_, &QTimer::timeout, this, [this] { open(dropHighlight_); });
     connect(this, &QTreeView::expanded, this, fit);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, fit);
     connect(&model_, &QAbstractItemModel::rowsMoved, this, fit);
@@ -98,18 +91,11 @@ void TreeView::open(const QModelIndex &node)
         return;
     const BusyPointer busy;
     expand(node);
-    executeDelayedItemsLayout();
 }
 
 bool TreeView::isExpandable(const QModelIndex &node) const
 {
     return node.data(TreeModel::ImageRole).toInt() == ElementImage && model_.hasChildren(node);
-}
-
-bool TreeView::wouldOpen(const QPoint &position) const
-{
-    const QModelIndex node = indexAt(position);
-    return node.isValid() && !isExpanded(node) && model_.hasChildren(node);
 }
 
 // The column is as wide as the view, and wider only where rows stand so deep that little of it would be left
@@ -131,18 +117,6 @@ void TreeView::fitColumn()
 
 int TreeView::labelRoom() const { return 40 * fontMetrics().averageCharWidth(); }
 
-void TreeView::scrollTo(const QModelIndex &node, ScrollHint hint)
-{
-    // The base class would go back to the far left, where a deep row has nothing to show.
-    QScrollBar *sideways = horizontalScrollBar();
-    const int before = sideways->value();
-    QTreeView::scrollTo(node, hint);
-    fitColumn();
-    const int left = visualRect(node).left() + horizontalOffset();
-    const int leftmost = left + qMin(labelRoom(), viewport()->width()) - viewport()->width();
-    sideways->setValue(qBound(leftmost, before, qMax(leftmost, left - indentation())));
-}
-
 void TreeView::resizeEvent(QResizeEvent *event)
 {
     QTreeView::resizeEvent(event);
@@ -163,24 +137,56 @@ void TreeView::mousePressEvent(QMouseEvent *event)
         Q_EMIT contextMenuRequested(event->globalPosition().toPoint());
         return;
     }
-    std::optional<BusyPointer> busy;
-    if (wouldOpen(event->position().toPoint()))
-        busy.emplace();
-    QTreeView::mousePressEvent(event);
+    pressedBranch_ = isBranchAt(event->position().toPoint());
+    if (togglesAt(QEvent::MouseButtonPress, *event))
+        toggle(node);
+    if (!pressedBranch_)
+        QAbstractItemView::mousePressEvent(event);
+}
+
+void TreeView::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!pressedBranch_)
+        QAbstractItemView::mouseMoveEvent(event);
+}
+
+void TreeView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (togglesAt(QEvent::MouseButtonRelease, *event))
+        toggle(indexAt(event->position().toPoint()));
+    if (!std::exchange(pressedBranch_, false))
+        QAbstractItemView::mouseReleaseEvent(event);
+}
+
+// Whether an event on a branch opens or closes a node: the style says which of the two does.
+bool TreeView::togglesAt(QEvent::Type type, const QMouseEvent &event) const
+{
+    return pressedBranch_ && event.button() == Qt::LeftButton && isBranchAt(event.position().toPoint())
+        && style()->styleHint(QStyle::SH_ListViewExpand_SelectMouseType, nullptr, this) == type;
+}
+
+void TreeView::toggle(const QModelIndex &node)
+{
+    if (isExpanded(node))
+        collapse(node);
+    else
+        open(node);
 }
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    const QModelIndex node = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && node.isValid() && !isExpandable(node)) {
-        event->accept();
-        Q_EMIT editRequested();
+    if (isBranchAt(event->position().toPoint())) {
+        mousePressEvent(event);
         return;
     }
-    std::optional<BusyPointer> busy;
-    if (wouldOpen(event->position().toPoint()))
-        busy.emplace();
-    QTreeView::mouseDoubleClickEvent(event);
+    const QModelIndex node = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !node.isValid())
+        return;
+    event->accept();
+    if (isExpandable(node))
+        toggle(node);
+    else
+        Q_EMIT editRequested();
 }
 
 void TreeView::contextMenuEvent(QContextMenuEvent *event)
@@ -212,10 +218,33 @@ void TreeView::keyPressEvent(QKeyEvent *event)
         event->accept();
         return;
     }
-    std::optional<BusyPointer> busy;
-    if (event->key() == Qt::Key_Right && !isExpanded(node) && model_.hasChildren(node))
-        busy.emplace();
-    QTreeView::keyPressEvent(event);
+    const bool isPlain = !(event->modifiers() & ~Qt::KeypadModifier);
+    if (isPlain && stepSideways(Qt::Key(event->key()))) {
+        event->accept();
+        return;
+    }
+    QAbstractItemView::keyPressEvent(event);
+}
+
+// Left closes a node, or goes to the one above it; Right opens it, or goes to the first below it.
+bool TreeView::stepSideways(Qt::Key key)
+{
+    const QModelIndex node = currentIndex();
+    const Qt::Key inwards = isRightToLeft() ? Qt::Key_Left : Qt::Key_Right;
+    const Qt::Key outwards = isRightToLeft() ? Qt::Key_Right : Qt::Key_Left;
+    const bool isParent = node.isValid() && model_.hasChildren(node);
+    const bool isOpenParent = isParent && isExpanded(node);
+    if (node.isValid() && ((key == outwards && isOpenParent) || key == Qt::Key_Minus))
+        collapse(node);
+    else if (key == inwards && isParent && !isOpenParent)
+        open(node);
+    else if (key == inwards && isOpenParent)
+        setCurrentIndex(model_.index(0, 0, node));
+    else if (key == outwards && node.parent().isValid())
+        setCurrentIndex(node.parent());
+    else
+        return false;
+    return true;
 }
 
 void TreeView::keyboardSearch(const QString &search)
@@ -273,9 +302,10 @@ void TreeView::dragMoveEvent(QDragMoveEvent *event)
         event->ignore();
         return;
     }
-    QTreeView::dragMoveEvent(event); // scrolls and opens
+    QAbstractItemView::dragMoveEvent(event); // scrolls
     const QModelIndex target = indexAt(event->position().toPoint());
     setDropHighlight(target);
+    openSoon_.start();
     event->setDropAction(Qt::MoveAction);
     event->setAccepted(model_.canDropMimeData(event->mimeData(), Qt::MoveAction, -1, -1, target));
 }
@@ -310,24 +340,12 @@ void TreeView::dropEvent(QDropEvent *event)
 
 void TreeView::setDropHighlight(const QModelIndex &node)
 {
+    if (!node.isValid())
+        openSoon_.stop();
     if (dropHighlight_ == node)
         return;
     dropHighlight_ = node;
     viewport()->update();
-}
-
-void TreeView::drawRow(QPainter *painter, const QStyleOptionViewItem &options, const QModelIndex &index) const
-{
-    QTreeView::drawRow(painter, options, index);
-    if (!dropHighlight_.isValid() || dropHighlight_ != index)
-        return;
-    QColor fill = options.palette.color(QPalette::Highlight);
-    painter->save();
-    painter->setPen(fill);
-    fill.setAlphaF(0.25F);
-    painter->setBrush(fill);
-    painter->drawRect(visualRect(index).intersected(viewport()->rect()).adjusted(0, 0, -1, -1));
-    painter->restore();
 }
 
 } // namespace tree

@@ -1,18 +1,11 @@
 // What the commands on nodes ask of the view.
-#include "tree/tree_model.h"
+#include "tree/opening_progress.h"
 #include "tree/tree_view.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
-#include <vector>
 
 namespace tree {
-
-namespace {
-
-constexpr qint64 mostOpened
-    = 2'000'000; // rows that Expand shows: each takes memory, and time at every change
-
-} // namespace
 
 void TreeView::select(const QModelIndex &node)
 {
@@ -29,49 +22,28 @@ void TreeView::setOpen(const QModelIndex &node, bool open)
 
 void TreeView::openAll()
 {
+    Opening opening = model_.openAll();
     const dom::Node *root = model_.GetNodepar(model_.index(0, 0));
-    if (!root)
-        return;
-    setUpdatesEnabled(false);
-    if (root->subtreeCount() <= mostOpened)
-        expandAll();
-    else
-        openLevels(mostOpened);
-    setUpdatesEnabled(true);
+    switch (runWithProgress(opening, root ? root->subtreeCount() : 0, model_, this)) {
+    case Opened::Cancelled:
+        Q_EMIT noted(tr("Expanding was cancelled; what was reached is open"));
+        break;
+    case Opened::AtBound:
+        Q_EMIT noted(tr("Only the first %L1 nodes were expanded").arg(opening.passed()));
+        break;
+    default:
+        break;
+    }
+    scheduleDelayedItemsLayout();
     scrollTo(currentIndex());
     fitSoon_.start();
-}
-
-// Level by level, so that what is left closed lies deepest.
-void TreeView::openLevels(qint64 bound)
-{
-    qint64 rows = 1;
-    std::vector<QModelIndex> level{model_.index(0, 0)};
-    scheduleDelayedItemsLayout(); // once, for all that is opened
-    while (!level.empty()) {
-        std::vector<QModelIndex> next;
-        for (const QModelIndex &node : level) {
-            const int below = model_.rowCount(node);
-            rows += below;
-            if (rows > bound) {
-                Q_EMIT noted(tr("Only the first %L1 nodes were expanded").arg(bound));
-                return;
-            }
-            expand(node);
-            for (int row = 0; row < below; ++row) {
-                const QModelIndex child = model_.index(row, 0, node);
-                if (model_.hasChildren(child))
-                    next.push_back(child);
-            }
-        }
-        level.swap(next);
-    }
 }
 
 void TreeView::closeAll()
 {
     columnNeeds_ = 0;
-    collapseAll();
+    model_.closeAll();
+    scheduleDelayedItemsLayout();
     fitSoon_.start();
 }
 
@@ -94,8 +66,28 @@ void TreeView::freeze(bool frozen)
 
 void TreeView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
-    QTreeView::currentChanged(current, previous);
+    QAbstractItemView::currentChanged(current, previous);
+    tellFocus();
     Q_EMIT selectionMoved();
+}
+
+void TreeView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected);
+    if (!QAccessible::isActive() || selected.isEmpty())
+        return;
+    QAccessibleEvent event(this, QAccessible::Selection);
+    event.setChild(positionOf(selected.first().topLeft()));
+    QAccessible::updateAccessibility(&event);
+}
+
+void TreeView::tellFocus() const
+{
+    if (!QAccessible::isActive() || !hasFocus() || !currentIndex().isValid())
+        return;
+    QAccessibleEvent event(const_cast<TreeView *>(this), QAccessible::Focus);
+    event.setChild(positionOf(currentIndex()));
+    QAccessible::updateAccessibility(&event);
 }
 
 } // namespace tree

@@ -4,9 +4,9 @@
 #include "platform/browser/media_type.h"
 #include "platform/browser/preview_url.h"
 #include "platform/browser/style_instruction.h"
+#include "platform/files/private_files.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <QWebEngineUrlRequestJob>
 
@@ -15,17 +15,15 @@ namespace {
 
 constexpr qint64 kLargestFile = qint64(256) * 1024 * 1024;
 
-// The bytes of a regular file of bearable size.
+// The bytes of a regular file of bearable size, links followed. Whatever has taken its place since it was
+// looked at is not waited for.
 std::optional<QByteArray> readRegularFile(const QString &path)
 {
     const QFileInfo info(path);
     if (!info.isFile() || info.size() > kLargestFile)
         return {};
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QByteArray bytes = file.read(kLargestFile);
-    return file.error() == QFile::NoError ? std::optional(std::move(bytes)) : std::nullopt;
+    auto bytes = files::readPrivateFile(info.canonicalFilePath(), kLargestFile);
+    return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
 }
 
 // The URL of a file, of the same visit as another one.

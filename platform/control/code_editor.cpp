@@ -150,10 +150,12 @@ void CodeEditor::loadText(const QByteArray &utf8)
     send(SCI_SETSAVEPOINT);
     send(SCI_SETSCROLLWIDTH, 1);
     send(SCI_SETXOFFSET, 0);
-    send(SCI_GOTOPOS, 0);
-    watchText(true);
     ++revision_;
     xmlStyling_.restart();
+    // Before the engine measures the caret's line, which it had to do again after.
+    xmlStyling_.styleSight();
+    send(SCI_GOTOPOS, 0);
+    watchText(true);
     inserted_.forget();
     typingHelp_.forget();
     firstStroke_ = {};

@@ -74,7 +74,7 @@ long XmlStyling::blockStart(long line)
     const int depth = depthOf(line);
     long found = -1;
     for (long before = lineStart(line); before > 0 && found < 0;) {
-        const MarkupMap::Place from = map_.lowerStretch(before, depth);
+        const MarkupMap::Place from = map().lowerStretch(before, depth);
         found = lastLower(from, before, depth);
         before = from.at;
     }
@@ -82,13 +82,13 @@ long XmlStyling::blockStart(long line)
 }
 
 // The last line from a place on, and before another, that begins in fewer elements and begins a block.
-long XmlStyling::lastLower(const MarkupMap::Place &from, long before, int depth) const
+long XmlStyling::lastLower(const MarkupMap::Place &from, long before, int depth)
 {
     long found = -1;
     const MarkupSource text = source();
     const long first = editor_.send(S::SCI_LINEFROMPOSITION, ulong(from.at));
     const long last = editor_.send(S::SCI_LINEFROMPOSITION, ulong(before - 1));
-    const MarkupMap::Place start = map_.placeAt(text, lineStart(first));
+    const MarkupMap::Place start = map().placeAt(text, lineStart(first));
     LineWalk(editor_, text, start, first).run(last, [&](long line, int beginning, int end) {
         if (beginning < depth && end > beginning)
             found = line;
@@ -101,7 +101,7 @@ void XmlStyling::knowBlock(long line)
 {
     const int depth = depthOf(line);
     const MarkupSource text = source();
-    const MarkupMap::Place start = map_.placeAt(text, lineStart(line));
+    const MarkupMap::Place start = map().placeAt(text, lineStart(line));
     LineWalk(editor_, text, start, line).run(editor_.lineCount() - 1, [&](long at, int before, int after) {
         setLevel(at, before, after);
         return at == line || before > depth;

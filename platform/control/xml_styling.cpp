@@ -18,8 +18,10 @@ constexpr long waitingReach = 8 * 1024 * 1024;
 constexpr long idleReach = 512 * 1024;
 // Texts up to this are styled whole, so that scrolling in them finds all done.
 constexpr long smallText = 32 * 1024;
-// Of longer lines only what is near the sight is styled.
+// The engine measures the whole of a line at every key, piece by piece of one style, and remembers the widths
+// of short pieces. Of longer lines than this it is made to remember many.
 constexpr long longLine = 128 * 1024;
+constexpr long manyWidths = 256 * 1024;
 
 } // namespace
 
@@ -36,6 +38,7 @@ bool XmlStyling::isOn() const { return editor_.language() == Language::Xml; }
 void XmlStyling::restart()
 {
     map_.clear();
+    change_.reset();
     ++round_;
     levelled_ = {};
     styled_.reset();
@@ -46,11 +49,35 @@ void XmlStyling::restart()
         idle_.stop();
 }
 
+// Changes are told to the map together, when it is needed: there may be a hundred thousand of them before.
+MarkupMap &XmlStyling::map()
+{
+    if (change_) {
+        map_.deleted(change_->start, change_->removed);
+        map_.inserted(change_->start, change_->added);
+        change_.reset();
+    }
+    return map_;
+}
+
+// Makes the change reach over a stretch of the text as it is now.
+void XmlStyling::takeIn(long start, long end)
+{
+    if (!change_)
+        change_ = Change{start, 0, 0};
+    const long before = std::max(0L, change_->start - start);
+    const long behind = std::max(0L, end - (change_->start + change_->added));
+    change_->start -= before;
+    change_->removed += before + behind;
+    change_->added += before + behind;
+}
+
 void XmlStyling::inserted(long at, long length)
 {
     if (!isOn())
         return;
-    map_.inserted(at, length);
+    takeIn(at, at);
+    change_->added += length;
     idle_.start();
 }
 
@@ -58,7 +85,8 @@ void XmlStyling::deleted(long at, long length)
 {
     if (!isOn())
         return;
-    map_.deleted(at, length);
+    takeIn(at, at + length);
+    change_->added -= length;
     idle_.start();
 }
 
@@ -78,8 +106,8 @@ void XmlStyling::readOn()
 {
     if (editor_.isQuiet())
         return;
-    map_.advance(source(), idleReach);
-    if (!map_.isComplete())
+    map().advance(source(), idleReach);
+    if (!map().isComplete())
         return;
     idle_.stop();
     if (std::exchange(guessed_, false)) {
@@ -92,18 +120,18 @@ void XmlStyling::readOn()
 void XmlStyling::knowTo(long position)
 {
     const MarkupSource text = source();
-    while (map_.known(text) < position)
-        map_.advance(text, position - map_.known(text));
+    while (map().known(text) < position)
+        map().advance(text, position - map().known(text));
 }
 
 // A bounded stretch is read on to the place; beyond that it is guessed what it is.
 MarkupMap::Place XmlStyling::placeAt(long position)
 {
     const MarkupSource text = source();
-    if (map_.known(text) < position && position - map_.known(text) <= waitingReach)
+    if (map().known(text) < position && position - map().known(text) <= waitingReach)
         knowTo(position);
-    if (map_.known(text) >= position)
-        return map_.placeAt(text, position);
+    if (map().known(text) >= position)
+        return map().placeAt(text, position);
     guessed_ = true;
     return MarkupMap::guessAt(text, position);
 }
@@ -178,24 +206,16 @@ void XmlStyling::styleStretch(long start, long end, const Lines &lines)
         setLevel(line, depths[size_t(line - lines.first)], depths[size_t(line - lines.first) + 1]);
 }
 
+// Styled to its end, since pieces without a style are long and have to be measured each time; but only once,
+// and not at each painting.
 void XmlStyling::styleLongLine(long line)
 {
-    const long start = lineStart(line);
-    const long end = lineStart(line + 1);
-    const long column = editor_.send(S::SCI_GETXOFFSET)
-        / std::max(1L, editor_.SendScintilla(S::SCI_TEXTWIDTH, uintptr_t(S::STYLE_DEFAULT), "0"));
-    constexpr long around = longLine / 4;
-    const long sight = editor_.send(S::SCI_FINDCOLUMN, ulong(line), std::max(0L, column - around));
-    const long first = std::max(start, sight);
-    const long last = std::min(end, first + longLine);
-    const MarkupMap::Place from = placeAt(first);
-    QByteArray styles(last - from.at, Qt::Uninitialized);
-    MarkupStyler styler(source().read(from.at, last), from.state, styles.data());
-    const qsizetype came = styler.runTo(styles.size(), last == source().length);
-    editor_.send(S::SCI_STARTSTYLING, ulong(from.at));
-    editor_.SendScintilla(S::SCI_SETSTYLINGEX, uintptr_t(came), styles.constData());
-    const int before = placeAt(start).state.depth;
-    setLevel(line, before, placeAt(end).state.depth);
+    const LongLine now{editor_.revision(), round_, line};
+    if (std::exchange(longLine_, now) == now)
+        return;
+    if (editor_.send(S::SCI_GETPOSITIONCACHE) < manyWidths)
+        editor_.send(S::SCI_SETPOSITIONCACHE, manyWidths);
+    styleStretch(lineStart(line), lineStart(line + 1), {line, line});
 }
 
 void XmlStyling::setLevel(long line, int before, int after)

@@ -30,6 +30,8 @@ public:
 
     // What is in sight may be other lines than before.
     void aboutToPaint() { styled_.reset(); }
+    // Colours what is in sight.
+    void styleSight();
 
     bool isOn() const;
 
@@ -59,17 +61,34 @@ private:
         int outermost = -1;
         bool operator==(const Levelled &) const = default;
     };
+    // A long line that was styled last.
+    struct LongLine
+    {
+        quint64 revision = 0;
+        quint64 round = 0;
+        long line = -1;
+        bool operator==(const LongLine &) const = default;
+    };
     struct Lines
     {
         long first = 0;
         long last = 0;
     };
 
+    // A stretch of the text that is another one than the map knows.
+    struct Change
+    {
+        long start = 0;
+        long removed = 0;
+        long added = 0;
+    };
+
+    MarkupMap &map();
+    void takeIn(long start, long end);
     MarkupSource source() const;
     long lineStart(long line) const;
     MarkupMap::Place placeAt(long position);
     std::vector<Lines> linesInSight() const;
-    void styleSight();
     void styleLines(const Lines &lines);
     void styleStretch(long start, long end, const Lines &lines);
     void styleLongLine(long line);
@@ -77,16 +96,18 @@ private:
     void shiftHidden(long line, int levels);
     void knowTo(long position);
     void readOn();
-    long lastLower(const MarkupMap::Place &from, long before, int depth) const;
+    long lastLower(const MarkupMap::Place &from, long before, int depth);
 
     CodeEditor &editor_;
-    MarkupMap map_;
+    MarkupMap map_; // to be had from map(), but for clearing it
+    std::optional<Change> change_;
     QTimer idle_;
     std::optional<quint64> styled_; // the revision that is styled, until the next painting
     quint64 round_ = 0; // of what is known of the text
     bool guessed_ = false; // what is in sight
     int base_ = firstBase;
     Levelled levelled_;
+    LongLine longLine_;
     bool styling_ = false;
 };
 

@@ -1,8 +1,7 @@
 #include "platform/dom/local_entities.h"
 
-#include "platform/dom/verdict.h"
+#include "platform/files/private_files.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -29,19 +28,25 @@ QString localPath(const char *address)
     return QUrl::fromPercentEncoding(text.toUtf8());
 }
 
-// What cannot be had locally is left out, without an error: a document does not become faulty by where its
-// document type is kept.
-xmlParserInputPtr loadLocally(const char *address, const char *, xmlParserCtxtPtr context)
+// The file that an address leads to, links followed; empty where none may be read.
+QString readablePath(const char *address)
 {
     const QFileInfo info(address ? localPath(address) : QString());
-    if (!info.isFile() || info.size() > largestEntity)
+    return info.isFile() && info.size() <= largestEntity ? info.canonicalFilePath() : QString();
+}
+
+// What cannot be had locally is left out, without an error: a document does not become faulty by where its
+// document type is kept. Whatever has taken the file's place since it was looked at is not waited for.
+xmlParserInputPtr loadLocally(const char *address, const char *, xmlParserCtxtPtr context)
+{
+    const QString path = readablePath(address);
+    if (path.isEmpty())
         return nullptr;
-    QFile file(info.filePath());
-    if (!file.open(QIODevice::ReadOnly))
+    const auto bytes = files::readPrivateFile(path, largestEntity);
+    if (!bytes)
         return nullptr;
-    const QByteArray bytes = file.read(largestEntity);
     xmlParserInputBufferPtr buffer
-        = xmlParserInputBufferCreateMem(bytes.constData(), int(bytes.size()), XML_CHAR_ENCODING_NONE);
+        = xmlParserInputBufferCreateMem(bytes->constData(), int(bytes->size()), XML_CHAR_ENCODING_NONE);
     xmlParserInputPtr input = buffer ? xmlNewIOInputStream(context, buffer, XML_CHAR_ENCODING_NONE) : nullptr;
     if (input)
         input->filename = reinterpret_cast<char *>(xmlStrdup(reinterpret_cast<const xmlChar *>(address)));
@@ -49,6 +54,12 @@ xmlParserInputPtr loadLocally(const char *address, const char *, xmlParserCtxtPt
 }
 
 } // namespace
+
+qint64 localEntitySize(const char *address)
+{
+    const QString path = readablePath(address);
+    return path.isEmpty() ? 0 : QFileInfo(path).size();
+}
 
 void allowLocalEntitiesOnly()
 {

@@ -72,13 +72,21 @@ void onError(void *, const xmlError *error)
     judgement.offset = mainOffset(judgement);
 }
 
+// Of an external general entity nothing is read here; a parameter entity is read anew at every reference.
+quint64 sizeOf(const xmlEntity &entity)
+{
+    const bool inFile = entity.etype == XML_EXTERNAL_PARAMETER_ENTITY;
+    return quint64(qMax(entity.length, 0))
+        + quint64(inFile ? localEntitySize(reinterpret_cast<const char *>(entity.URI)) : 0);
+}
+
 // Counts what the references amount to. Every expansion asks for its entity first, so this bounds them all.
 void countExpansion(xmlParserCtxtPtr context, xmlEntityPtr entity)
 {
     if (!entity || !context->_private)
         return;
     Judgement &judgement = judgementOf(context);
-    judgement.expanded += quint64(qMax(entity->length, 0)) + 1;
+    judgement.expanded += sizeOf(*entity) + 1;
     if (judgement.expanded <= judgement.expansionLimit)
         return;
     if (!judgement.bomb) {

@@ -6,6 +6,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <functional>
 #include <span>
 
 namespace files {
@@ -13,7 +14,9 @@ namespace files {
 // Writes the pieces one behind the other. A new file takes the old one's place in one step; only where that
 // would cost the file its other names or its owner, or where the folder takes no new file, is the old file
 // written over, with a copy kept until that has succeeded. Fails for what is no regular file and for a file
-// that is write-protected; on failure the old content stands.
-platform::Result<void> replaceFile(const QString &path, std::span<const QByteArrayView> pieces);
+// that is write-protected; on failure the old content stands. writesOver is called before the old file is
+// written over: only then can a process that is killed leave half of it.
+platform::Result<void> replaceFile(const QString &path, std::span<const QByteArrayView> pieces,
+                                   const std::function<void()> &writesOver = {});
 
 } // namespace files

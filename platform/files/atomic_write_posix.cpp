@@ -87,7 +87,7 @@ bool takeOver(int to, const Place &place)
         return false;
     if (fchmod(to, old.st_mode & 07777) != 0)
         return false;
-    const Descriptor from(open(place.path.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    const Descriptor from = openFile(place.path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
     if (from.valid())
         copyAttributes(from.get(), to);
     return true;
@@ -119,14 +119,14 @@ Attempt refused(int error, const Place &place)
 
 Attempt replaceByRename(const Place &place, Pieces pieces)
 {
-    NewFile fresh(place.folder, place.exists ? 0600 : 0666);
+    NewFile fresh(place.folder, place.exists ? 0600 : 0666, NewFile::Name::Late);
     if (!fresh.valid())
         return refused(fresh.error(), place);
     if (place.exists && !takeOver(fresh.get(), place))
         return {Outcome::NotThisWay};
     if (const int error = writePieces(fresh.get(), pieces))
         return {Outcome::Failed, error};
-    if (const int error = fresh.flush())
+    if (const int error = flushFile(fresh.get()))
         return {Outcome::Failed, error};
     if (const int error = fresh.renameTo(place.path))
         return refused(error, place);
@@ -134,22 +134,25 @@ Attempt replaceByRename(const Place &place, Pieces pieces)
     return {Outcome::Done};
 }
 
-// Makes a flushed copy of the old content, beside it or, where no file can be made there, in the private
-// temporary folder.
-int keepCopy(int old, const Place &place, NewFile &copy)
+int copyInto(const QByteArray &folder, int old, NewFile &copy)
 {
-    copy = NewFile(place.folder, 0600);
-    if (!copy.valid()) {
-        const platform::Result<QString> folder = privateTempFolder();
-        if (!folder)
-            return copy.error();
-        copy = NewFile(QFile::encodeName(*folder), 0600);
-    }
+    copy = NewFile(folder, 0600, NewFile::Name::Now);
     if (!copy.valid())
         return copy.error();
     if (const int error = copyContent(old, copy.get()))
         return error;
-    return copy.flush();
+    return flushFile(copy.get());
+}
+
+// Makes a flushed copy of the old content, beside it or, where that cannot be, in the private temporary
+// folder.
+int keepCopy(int old, const Place &place, NewFile &copy)
+{
+    const int error = copyInto(place.folder, old, copy);
+    if (error == 0)
+        return 0;
+    const platform::Result<QString> folder = privateTempFolder();
+    return folder && copyInto(QFile::encodeName(*folder), old, copy) == 0 ? 0 : error;
 }
 
 // Writes from the file's start and cuts it behind what was written.
@@ -160,9 +163,7 @@ int writeOver(int file, Pieces pieces)
     if (const int error = writePieces(file, pieces))
         return error;
     const off_t end = lseek(file, 0, SEEK_CUR);
-    if (end < 0 || ftruncate(file, end) != 0 || fsync(file) != 0)
-        return errno;
-    return 0;
+    return end < 0 || ftruncate(file, end) != 0 ? errno : flushFile(file);
 }
 
 int restore(int file, int copy)
@@ -172,17 +173,20 @@ int restore(int file, int copy)
     if (const int error = copyContent(copy, file))
         return error;
     const off_t end = lseek(file, 0, SEEK_CUR);
-    return end < 0 || ftruncate(file, end) != 0 || fsync(file) != 0 ? errno : 0;
+    return end < 0 || ftruncate(file, end) != 0 ? errno : flushFile(file);
 }
 
-platform::Result<void> replaceInPlace(const QString &path, const Place &place, Pieces pieces)
+platform::Result<void> replaceInPlace(const QString &path, const Place &place, Pieces pieces,
+                                      const std::function<void()> &writesOver)
 {
-    const Descriptor file(open(place.path.constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+    const Descriptor file = openFile(place.path, O_RDWR | O_NOFOLLOW);
     if (!file.valid())
         return failure(path, errno);
     NewFile copy;
     if (const int error = keepCopy(file.get(), place, copy))
         return failure(path, error);
+    if (writesOver)
+        writesOver();
     const int error = writeOver(file.get(), pieces);
     if (error == 0)
         return {};
@@ -194,7 +198,8 @@ platform::Result<void> replaceInPlace(const QString &path, const Place &place, P
 
 } // namespace
 
-platform::Result<void> replaceFile(const QString &path, std::span<const QByteArrayView> pieces)
+platform::Result<void> replaceFile(const QString &path, std::span<const QByteArrayView> pieces,
+                                   const std::function<void()> &writesOver)
 {
     const QString named = systemPath(path);
     Place place;
@@ -206,10 +211,10 @@ platform::Result<void> replaceFile(const QString &path, std::span<const QByteArr
     if (place.exists && faccessat(AT_FDCWD, place.path.constData(), W_OK, AT_EACCESS) != 0)
         return failure(named, errno);
     if (place.exists && place.status.st_nlink > 1)
-        return replaceInPlace(named, place, pieces);
+        return replaceInPlace(named, place, pieces, writesOver);
     const Attempt attempt = replaceByRename(place, pieces);
     if (attempt.outcome == Outcome::NotThisWay)
-        return replaceInPlace(named, place, pieces);
+        return replaceInPlace(named, place, pieces, writesOver);
     return attempt.outcome == Outcome::Done ? platform::Result<void>() : failure(named, attempt.error);
 }
 

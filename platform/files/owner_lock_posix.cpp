@@ -40,7 +40,7 @@ bool standsThere(const Descriptor &file, const QByteArray &name)
 std::unique_ptr<OwnerLock> OwnerLock::tryTake(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
-    Descriptor file(open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    Descriptor file = openFile(name, O_RDWR | O_CREAT | O_NOFOLLOW, 0600);
     if (!file.valid() || flock(file.get(), LOCK_EX | LOCK_NB) != 0 || !standsThere(file, name))
         return nullptr;
     return std::make_unique<LockedFile>(name, std::move(file));

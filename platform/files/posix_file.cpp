@@ -21,25 +21,80 @@ Descriptor::~Descriptor()
         close(number_);
 }
 
-NewFile::NewFile(const QByteArray &folder, mode_t mode)
+namespace {
+
+constexpr int nameAttempts = 100;
+
+QByteArray freshName(const QByteArray &folder)
 {
-    constexpr int attempts = 100;
-    for (int i = 0; i < attempts; ++i) {
-        const quint64 number = QRandomGenerator::system()->generate64();
-        path_ = folder + "/.xmleditor-" + QByteArray::number(number, 16);
-        file_ = Descriptor(open(path_.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode));
+    return folder + "/.xmleditor-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16);
+}
+
+} // namespace
+
+Descriptor openFile(const QByteArray &path, int flags, mode_t mode)
+{
+    int file = -1;
+    do
+        file = open(path.constData(), flags | O_CLOEXEC, mode);
+    while (file < 0 && errno == EINTR);
+    return Descriptor(file);
+}
+
+int flushFile(int file)
+{
+    while (fsync(file) != 0) {
+        if (errno == EINTR)
+            continue;
+        return errno == EINVAL || errno == ENOSYS || errno == ENOTSUP ? 0 : errno;
+    }
+    return 0;
+}
+
+NewFile::NewFile(const QByteArray &folder, mode_t mode, Name name) : folder_(folder)
+{
+    if (name == Name::Late && openNameless(folder, mode))
+        return;
+    for (int i = 0; i < nameAttempts; ++i) {
+        const QByteArray path = freshName(folder);
+        file_ = openFile(path, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+        error_ = file_.valid() ? 0 : errno;
         if (file_.valid())
-            return;
-        error_ = errno;
-        path_.clear();
+            path_ = path;
         if (error_ != EEXIST)
             return;
     }
 }
 
+// It gets its name through the system's list of this process's files.
+bool NewFile::openNameless([[maybe_unused]] const QByteArray &folder, [[maybe_unused]] mode_t mode)
+{
+#ifdef O_TMPFILE
+    if (access("/proc/self/fd", X_OK) == 0)
+        file_ = openFile(folder, O_RDWR | O_TMPFILE, mode);
+#endif
+    return file_.valid();
+}
+
+int NewFile::giveName()
+{
+    const QByteArray listed = "/proc/self/fd/" + QByteArray::number(file_.get());
+    for (int i = 0; i < nameAttempts; ++i) {
+        const QByteArray path = freshName(folder_);
+        if (linkat(AT_FDCWD, listed.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0) {
+            path_ = path;
+            return 0;
+        }
+        if (errno != EEXIST)
+            break;
+    }
+    return errno;
+}
+
 NewFile &NewFile::operator=(NewFile &&other) noexcept
 {
     std::swap(file_, other.file_);
+    std::swap(folder_, other.folder_);
     std::swap(path_, other.path_);
     std::swap(error_, other.error_);
     return *this;
@@ -51,10 +106,10 @@ NewFile::~NewFile()
         unlink(path_.constData());
 }
 
-int NewFile::flush() const { return fsync(file_.get()) == 0 ? 0 : errno; }
-
 int NewFile::renameTo(const QByteArray &path)
 {
+    if (const int error = path_.isEmpty() ? giveName() : 0)
+        return error;
     if (rename(path_.constData(), path.constData()) != 0)
         return errno;
     path_.clear();
@@ -91,6 +146,9 @@ int copyContent(int from, int to)
 
 void copyAttributes(int from, int to)
 {
+    constexpr const char *accessList = "system.posix_acl_access";
+    if (fgetxattr(from, accessList, nullptr, 0) < 0)
+        fremovexattr(to, accessList);
     const ssize_t size = flistxattr(from, nullptr, 0);
     if (size <= 0)
         return;
@@ -108,9 +166,9 @@ void copyAttributes(int from, int to)
 
 void flushFolder(const QByteArray &folder)
 {
-    const Descriptor file(open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor file = openFile(folder, O_RDONLY | O_DIRECTORY);
     if (file.valid())
-        fsync(file.get());
+        flushFile(file.get());
 }
 
 } // namespace files

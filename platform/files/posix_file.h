@@ -34,12 +34,26 @@ private:
     int number_ = -1;
 };
 
-// A new file under a name that nobody can foresee; deleted with the object unless renamed or kept.
+// Opens a file, whatever interrupts that; errno says why it is not valid.
+Descriptor openFile(const QByteArray &path, int flags, mode_t mode = 0);
+
+// Makes what was written survive a power failure, where the file system can.
+int flushFile(int file);
+
+// A new file under a name that nobody can foresee; deleted with the object unless renamed or kept. One that
+// is named late has no name until it is renamed, where the system can make such a file: nothing is left of it
+// when the process is killed.
 class NewFile
 {
 public:
+    enum class Name
+    {
+        Now,
+        Late
+    };
+
     NewFile() = default;
-    NewFile(const QByteArray &folder, mode_t mode);
+    NewFile(const QByteArray &folder, mode_t mode, Name name);
     NewFile(NewFile &&other) noexcept = default;
     NewFile &operator=(NewFile &&other) noexcept;
     ~NewFile();
@@ -48,12 +62,15 @@ public:
     int error() const { return error_; } // why it could not be made
     int get() const { return file_.get(); }
 
-    int flush() const;
     int renameTo(const QByteArray &path);
     QByteArray keep() { return std::exchange(path_, {}); }
 
 private:
+    bool openNameless(const QByteArray &folder, mode_t mode);
+    int giveName();
+
     Descriptor file_;
+    QByteArray folder_;
     QByteArray path_;
     int error_ = 0;
 };
@@ -63,7 +80,8 @@ int writeAll(int file, QByteArrayView bytes);
 // Copies the whole of a file, wherever its position is, to the other's position.
 int copyContent(int from, int to);
 
-// Extended attributes, access control lists among them; those that cannot be copied are left out.
+// Extended attributes, access control lists among them; those that cannot be copied are left out. An access
+// control list that the folder gave the other file goes where this one has none.
 void copyAttributes(int from, int to);
 
 // Makes a new name in a folder survive a power failure. File systems that cannot are left alone.

@@ -23,15 +23,14 @@ platform::Failure failure(const QString &path, const char *what, const QString &
 int writeDraft(const QByteArray &draft, std::span<const QByteArrayView> pieces)
 {
     unlink(draft.constData());
-    const Descriptor file(
-        open(draft.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
+    const Descriptor file = openFile(draft, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
     if (!file.valid())
         return errno;
     for (const QByteArrayView piece : pieces) {
         if (const int error = writeAll(file.get(), piece))
             return error;
     }
-    return fsync(file.get()) == 0 ? 0 : errno;
+    return flushFile(file.get());
 }
 
 } // namespace
@@ -44,7 +43,7 @@ platform::Result<void> makePrivateFolder(const QString &path)
     const QByteArray name = QFile::encodeName(path);
     if (mkdir(name.constData(), 0700) != 0 && errno != EEXIST)
         return failure(path, "used", errorText(errno));
-    const Descriptor folder(open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    const Descriptor folder = openFile(name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
     struct stat status = {};
     if (!folder.valid() || fstat(folder.get(), &status) != 0) {
         const bool link = errno == ELOOP || errno == ENOTDIR;
@@ -76,8 +75,7 @@ platform::Result<void> writePrivateFile(const QString &path, const QString &draf
 
 platform::Result<QByteArray> readPrivateFile(const QString &path, qint64 most)
 {
-    const Descriptor file(
-        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    const Descriptor file = openFile(QFile::encodeName(path), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
     struct stat status = {};
     if (!file.valid() || fstat(file.get(), &status) != 0)
         return failure(path, "read", errorText(errno));

@@ -77,13 +77,14 @@ platform::Result<LoadedText> readTextFile(const QString &path)
     return loaded;
 }
 
-platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form)
+platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,
+                                         const std::function<void()> &writesOver)
 {
     const QByteArrayView lineEnd = form.end == FileEnd::Lf ? lf : crLf;
     const platform::Result<EncodedPieces> pieces = encodePieces(utf8, form.encoding, lineEnd);
     if (!pieces)
         return platform::Failure{pieces.reason()};
-    return replaceFile(path, pieces->all());
+    return replaceFile(path, pieces->all(), writesOver);
 }
 
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8)

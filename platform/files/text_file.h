@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 namespace files {
 
 // What ends the file's last line, and so what is taken off on reading and put back on writing.
@@ -33,8 +35,10 @@ struct LoadedText
 // Reads a whole file as text. Fails for what is missing, unreadable, not a regular file or over 2 GiB.
 platform::Result<LoadedText> readTextFile(const QString &path);
 
-// Writes a document: encoded as it declares (or came with), followed by the form's line end; atomically.
-platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form);
+// Writes a document: encoded as it declares (or came with), followed by the form's line end; atomically, or
+// else writesOver is called before the old file is written over (see atomic_write.h).
+platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,
+                                         const std::function<void()> &writesOver = {});
 
 // Writes any other text file: UTF-8 followed by CR LF; atomically.
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8);

@@ -4,51 +4,37 @@
 
 #include "app/commands.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractScrollArea>
-#include <QAbstractSpinBox>
-#include <QAccessible>
-#include <QApplication>
-#include <QComboBox>
-#include <QDialog>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTabBar>
-#include <QTimer>
-#include <QToolBar>
+#include <QtWidgets>
 #include <functional>
 
 using namespace app_test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isKind(const QWidget &widget)
+bool isOneOf(const QWidget &widget, std::initializer_list<const char *> kinds)
 {
-    return qobject_cast<const QAbstractButton *>(&widget) || qobject_cast<const QLineEdit *>(&widget)
-        || qobject_cast<const QAbstractSpinBox *>(&widget) || qobject_cast<const QComboBox *>(&widget)
-        || qobject_cast<const QTabBar *>(&widget)
+    return std::any_of(kinds.begin(), kinds.end(), [&](const char *kind) { return widget.inherits(kind); });
+}
+
+bool isControl(const QWidget &widget)
+{
+    return isOneOf(widget, {"QAbstractButton", "QLineEdit", "QAbstractSpinBox", "QComboBox", "QTabBar"})
         || (widget.inherits("QAbstractScrollArea") && !widget.inherits("QScrollArea"));
 }
 
 // What Qt makes for itself inside a control speaks through that control.
 bool isPartOfAnother(const QWidget &widget)
 {
-    if (widget.objectName().startsWith(QStringLiteral("qt_")) || qobject_cast<const QHeaderView *>(&widget))
+    if (widget.objectName().startsWith(u"qt_"_s) || widget.inherits("QHeaderView"))
         return true;
-    for (const QWidget *above = widget.parentWidget(); above != nullptr && !above->isWindow();
-         above = above->parentWidget())
-        if (qobject_cast<const QLineEdit *>(above) || qobject_cast<const QAbstractSpinBox *>(above)
-            || qobject_cast<const QComboBox *>(above) || qobject_cast<const QTabBar *>(above)
-            || qobject_cast<const QAbstractItemView *>(above) || above->inherits("browser::WebBrowser"))
-            return true;
-    return false;
+    const QWidget *above = widget.parentWidget();
+    while (above && !above->isWindow()
+           && !isOneOf(*above,
+                       {"QLineEdit", "QAbstractSpinBox", "QComboBox", "QTabBar", "QAbstractItemView",
+                        "browser::WebBrowser"}))
+        above = above->parentWidget();
+    return above && !above->isWindow();
 }
 
 QString nameOf(QWidget &widget)
@@ -60,7 +46,7 @@ QString nameOf(QWidget &widget)
 // One of a group of radio buttons is reached for all. A sample is only looked at; what it shows has a list.
 bool needsNoFocus(const QWidget &widget)
 {
-    return qobject_cast<const QRadioButton *>(&widget) || widget.objectName() == QStringLiteral("edSample");
+    return qobject_cast<const QRadioButton *>(&widget) || widget.objectName() == u"edSample"_s;
 }
 
 // A button on a tool bar has its command in a menu, or a key of its own.
@@ -95,15 +81,15 @@ QStringList mnemonicTexts(const QWidget &widget)
 
 void checkControl(QWidget &widget, QStringList &faults)
 {
-    const QString what = QStringLiteral("%1 \"%2\"")
-                             .arg(QLatin1String(widget.metaObject()->className()), widget.objectName());
+    const QString what
+        = u"%1 \"%2\""_s.arg(QLatin1String(widget.metaObject()->className()), widget.objectName());
     if (widget.objectName().isEmpty())
-        faults.append(what + QStringLiteral(" has no object name in ") + widget.parentWidget()->objectName());
+        faults.append(what + u" has no object name in "_s + widget.parentWidget()->objectName());
     if (nameOf(widget).trimmed().isEmpty())
-        faults.append(what + QStringLiteral(" has no name to speak"));
+        faults.append(what + u" has no name to speak"_s);
     if (widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) == 0 && !reachedElsewhere(widget)
         && !needsNoFocus(widget))
-        faults.append(what + QStringLiteral(" cannot be reached by keyboard"));
+        faults.append(what + u" cannot be reached by keyboard"_s);
 }
 
 // All that is shown of the window now.
@@ -115,14 +101,14 @@ QStringList faultsOf(const QWidget &window)
     for (QWidget *widget : widgets) {
         if (!widget->isVisibleTo(&window) || widget->window() != &window || isPartOfAnother(*widget))
             continue;
-        if (isKind(*widget))
+        if (isControl(*widget))
             checkControl(*widget, faults);
         for (const QString &text : mnemonicTexts(*widget)) {
             const QKeySequence key = QKeySequence::mnemonic(text);
             if (key.isEmpty())
                 continue;
             if (mnemonics.contains(key))
-                faults.append(QStringLiteral("\"%1\" and \"%2\" share a mnemonic").arg(mnemonics[key], text));
+                faults.append(u"\"%1\" and \"%2\" share a mnemonic"_s.arg(mnemonics[key], text));
             mnemonics.insert(key, text);
         }
     }
@@ -132,11 +118,11 @@ QStringList faultsOf(const QWidget &window)
 // Each page of its tabs, when it has some.
 QStringList faultsOfPages(QWidget &window)
 {
-    const auto *tabs = window.findChild<QTabWidget *>();
+    auto *tabs = window.findChild<QTabWidget *>();
     QStringList faults;
     for (int page = 0; page < (tabs ? tabs->count() : 1); ++page) {
         if (tabs)
-            const_cast<QTabWidget *>(tabs)->setCurrentIndex(page);
+            tabs->setCurrentIndex(page);
         faults += faultsOf(window);
     }
     faults.removeDuplicates();
@@ -148,7 +134,7 @@ QStringList faultsOfDialog(QDialog &dialog)
     const bool active = QTest::qWaitForWindowActive(&dialog);
     QStringList faults = faultsOfPages(dialog);
     if (!active || dialog.focusWidget() == nullptr)
-        faults.append(QStringLiteral("nothing has the focus at first"));
+        faults.append(u"nothing has the focus at first"_s);
     return faults;
 }
 
@@ -162,78 +148,56 @@ private Q_SLOTS:
     void initTestCase()
     {
         folders_ = std::make_unique<Folders>();
-        const QString path = folders_->document(QStringLiteral("a.xml"));
+        const QString path = folders_->document(u"a.xml"_s);
         write(path, "<a b='1'>text<!--c--><d/></a>");
-        write(folders_->program(QStringLiteral("tdyex/default.tidy")), "indent: auto\r\n");
+        write(folders_->program(u"tdyex/default.tidy"_s), "indent: auto\r\n");
         window_ = std::make_unique<Window>(*folders_, QStringList{path});
         QVERIFY(QTest::qWaitForWindowActive(window_->main.get()));
     }
     void cleanupTestCase() { window_.reset(); }
 
-    void mainWindow_data()
-    {
-        QTest::addColumn<int>("tab");
-        QTest::newRow("Normal Mode") << 0;
-        QTest::newRow("XML Mode") << 1;
-        QTest::newRow("Preview") << 2;
-    }
-
     void mainWindow()
     {
-        QFETCH(int, tab);
-        window_->tabs()->setCurrentIndex(tab);
-        if (tab == 1)
-            window_->editor()->execute(169);
-        const QStringList faults = faultsOf(*window_->main);
-        QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
-    }
-
-    void dialogs_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("button"); // of the dialog, which opens the one to look at
-        const auto row = [](const char *command, int tab, const char *button = "") {
-            QTest::addRow("%s %s", command, button)
-                << QString::fromLatin1(command) << tab << QString::fromLatin1(button);
-        };
-        for (const char *command : {"mnueditnod4", "mnuQuicktag", "mnuabout", "mnuAssignedfilePre"})
-            row(command, 0);
-        for (const char *command : {"mnucleancod", "mnuCleaningOptions", "editcmxsub_14", "searchcmxsub_5",
-                                    "mnuRepeatCount", "createmac"})
-            row(command, 1);
-        row("mnueditnod4", 0, "cmdadd");
-        row("mnueditnod4", 0, "cmdsynbols");
+        for (const int tab : {0, 1, 2}) {
+            window_->tabs()->setCurrentIndex(tab);
+            if (tab == 1)
+                window_->editor()->execute(169);
+            const QStringList faults = faultsOf(*window_->main);
+            QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+        }
     }
 
     void dialogs()
     {
-        QFETCH(QString, command);
-        QFETCH(int, tab);
-        QFETCH(QString, button);
-        window_->tabs()->setCurrentIndex(tab);
-        if (command == QStringLiteral("createmac")) {
-            window_->choose("createmac"); // the end of recording asks where it goes
-            window_->typeIntoEditor(QStringLiteral("x"));
-        }
-        QStringList faults{QStringLiteral("no dialog came")};
-        whenOpen(nullptr, [&](QDialog *first) {
-            if (button.isEmpty()) {
-                faults = faultsOfDialog(*first);
-            } else {
-                whenOpen(first, [&](QDialog *second) {
-                    faults = faultsOfDialog(*second);
-                    second->close();
-                });
-                first->findChild<QPushButton *>(button)->click();
-                QTest::qWait(10);
+        const struct
+        {
+            const char *command;
+            int tab;
+            QString button = {}; // of the dialog, which opens the one to look at
+        } rows[] = {
+            {"mnueditnod4", 0},
+            {"mnuQuicktag", 0},
+            {"mnuabout", 0},
+            {"mnuAssignedfilePre", 0},
+            {"mnucleancod", 1},
+            {"mnuCleaningOptions", 1},
+            {"editcmxsub_14", 1},
+            {"searchcmxsub_5", 1},
+            {"mnuRepeatCount", 1},
+            {"createmac", 1},
+            {"mnueditnod4", 0, u"cmdadd"_s},
+            {"mnueditnod4", 0, u"cmdsynbols"_s},
+        };
+        for (const auto &[command, tab, button] : rows) {
+            window_->tabs()->setCurrentIndex(tab);
+            if (qstrcmp(command, "createmac") == 0) {
+                window_->choose(command); // the end of recording asks where it goes
+                window_->typeIntoEditor(u"x"_s);
             }
-            first->close();
-        });
-        window_->choose(qPrintable(command));
-        QTest::qWait(10);
-        window_->editor()->undo();
-        QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
+            const QStringList faults = faultsBehind(command, button);
+            window_->editor()->undo();
+            QVERIFY2(faults.isEmpty(), qPrintable(QLatin1String(command) + u": "_s + faults.join(u'\n')));
+        }
     }
 
     // The mnemonics of the bar; those within the menus are given with their captions.
@@ -251,6 +215,27 @@ private Q_SLOTS:
     }
 
 private:
+    QStringList faultsBehind(const char *command, const QString &button)
+    {
+        QStringList faults{u"no dialog came"_s};
+        whenOpen(nullptr, [&](QDialog *first) {
+            if (button.isEmpty()) {
+                faults = faultsOfDialog(*first);
+            } else {
+                whenOpen(first, [&](QDialog *second) {
+                    faults = faultsOfDialog(*second);
+                    second->close();
+                });
+                first->findChild<QPushButton *>(button)->click();
+                QTest::qWait(10);
+            }
+            first->close();
+        });
+        window_->choose(command);
+        QTest::qWait(10);
+        return faults;
+    }
+
     // Looks at the dialog that is about to come up over another one, within its own loop if it has one.
     void whenOpen(QDialog *below, const std::function<void(QDialog *)> &look)
     {
@@ -267,9 +252,5 @@ private:
     std::unique_ptr<Window> window_;
 };
 
-int main(int argc, char *argv[])
-{
-    AccessibilityTest tests;
-    return runWindowTests(argc, argv, tests);
-}
+APP_TEST_MAIN(AccessibilityTest)
 #include "accessibility_test.moc"

@@ -2,13 +2,12 @@
 #include "window_fixture.h"
 
 #include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
 
 #include <unistd.h>
 
 using namespace app_test;
 using dialogs::Answer;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -24,138 +23,111 @@ class BadInputTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void contents_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<bool>("wellFormed");
-        QTest::newRow("empty") << QByteArray() << false;
-        QTest::newRow("faulty") << QByteArray("<a>\r\n<b>\r\n</a>") << false;
-        QTest::newRow("binary") << QByteArray("\x7f"
-                                              "ELF\x02\x01\x01\0\0\0\xff\xfe\0<a/>",
-                                              20)
-                                << false;
-        QTest::newRow("zeros") << QByteArray(100000, '\0') << false;
-        QTest::newRow("cut in a character") << QByteArray("<a>\xc3\xa4</a><!-- \xe2\x82") << false;
-        QTest::newRow("wide, odd length") << QByteArray("\xff\xfe<\0a\0/\0>\0x", 11) << false;
-        QTest::newRow("declared as what it is not")
-            << QByteArray("<?xml version='1.0' encoding='UTF-16'?><a/>") << true;
-        QTest::newRow("entity in itself")
-            << QByteArray("<!DOCTYPE a [<!ENTITY b '&b;'>]><a>&b;</a>") << false;
-        QTest::newRow("5,000 levels") << nested(5000) << true;
-        QTest::newRow("one line of 50 MB") << "<a>" + QByteArray(50 << 20, 'x') + "</a>" << true;
-    }
-
     void contents()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(bool, wellFormed);
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("bad.xml"));
-        write(path, content);
-        Window window(folders);
-        window.dialogs.answerFile(path);
-        if (!wellFormed)
-            window.dialogs.answer(Answer::Ok);
-        window.choose("mnuOpen");
-        QCOMPARE(window.tabs()->currentIndex(), wellFormed ? 0 : 1);
-        if (!wellFormed)
-            QVERIFY(window.lastMessage().startsWith(QStringLiteral("Error!")));
-        if (wellFormed)
-            window.choose("mnuxmlmode");
-        QVERIFY(content.isEmpty() || !window.editor()->text().isEmpty());
-        if (!wellFormed && !content.isEmpty())
-            window.dialogs.answer(Answer::No);
-        window.main->close();
-        QVERIFY(window.left);
-        QCOMPARE(contentOf(path), content);
-    }
-
-    void names_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const char *name :
-             {"with blank.xml", "100%25.xml", "it's.xml", "#fragment?query.xml",
-              "\xd0\xb6\xe2\x82\xac\xe4\xb8\xad.xml", "&amp;<b>.xml", "line\nbreak.xml", "noending", ".xml"})
-            QTest::newRow(name) << QString::fromUtf8(name);
+        const struct
+        {
+            const char *name;
+            QByteArray content;
+            bool wellFormed = false;
+        } rows[] = {
+            {"empty", {}},
+            {"faulty", "<a>\r\n<b>\r\n</a>"},
+            {"binary", QByteArray("\x7f\x45LF\x02\x01\x01\0\0\0\xff\xfe\0<a/>", 17)},
+            {"zeros", QByteArray(100000, '\0')},
+            {"cut in a character", "<a>\xc3\xa4</a><!-- \xe2\x82"},
+            {"wide, odd length", QByteArray("\xff\xfe<\0a\0/\0>\0x", 11)},
+            {"declared as what it is not", "<?xml version='1.0' encoding='UTF-16'?><a/>", true},
+            {"entity in itself", "<!DOCTYPE a [<!ENTITY b '&b;'>]><a>&b;</a>"},
+            {"5,000 levels", nested(5000), true},
+            {"one line of 50 MB", "<a>" + QByteArray(50 << 20, 'x') + "</a>", true},
+        };
+        for (const auto &[name, content, wellFormed] : rows) {
+            Window window;
+            const QString path = window.folders.document(u"bad.xml"_s);
+            write(path, content);
+            window.dialogs.answerFile(path);
+            if (!wellFormed)
+                window.dialogs.answer(Answer::Ok);
+            window.choose("mnuOpen");
+            QVERIFY2(window.tabs()->currentIndex() == (wellFormed ? 0 : 1), name);
+            QVERIFY2(wellFormed || window.lastMessage().startsWith(u"Error!"_s), name);
+            if (wellFormed)
+                window.choose("mnuxmlmode");
+            QVERIFY2(content.isEmpty() || !window.editor()->text().isEmpty(), name);
+            if (!wellFormed && !content.isEmpty())
+                window.dialogs.answer(Answer::No);
+            window.main->close();
+            QVERIFY2(window.left && contentOf(path) == content, name);
+        }
     }
 
     void names()
     {
-        QFETCH(QString, name);
-        const Folders folders;
-        const QString path = folders.document(name);
-        write(path, "<named/>\r\n");
-        Window window(folders);
-        window.dialogs.answerFile(path);
-        window.choose("mnuOpen");
-        QCOMPARE(window.treeRoot(), QStringLiteral("named"));
-        QCOMPARE(window.titleLine(), QStringLiteral("Zelph XML Editor - ") + path);
-        window.choose("mnupreview");
-        QCOMPARE(contentOf(path + QLatin1Char('0')), QByteArray("<named/>\r\n"));
-        window.choose("mnunormalmod");
-        window.choose("mnuSave");
-        QCOMPARE(contentOf(path), QByteArray("<named/>\r\n"));
-        window.main->close();
-        QVERIFY(!QFile::exists(path + QLatin1Char('0')));
+        for (const char *name : {"with blank.xml", "100%25.xml", "it's.xml", "#fragment?query.xml",
+                                 "\xd0\xb6\xe2\x82\xac\xe4\xb8\xad.xml", "&amp;<b>.xml", "line\nbreak.xml",
+                                 "noending", ".xml"}) {
+            Window window;
+            const QString path = window.folders.document(QString::fromUtf8(name));
+            write(path, "<named/>\r\n");
+            window.dialogs.answerFile(path);
+            window.choose("mnuOpen");
+            QVERIFY2(window.treeRoot() == u"named" && window.titleLine().endsWith(path), name);
+            window.choose("mnupreview");
+            QCOMPARE(contentOf(path + u'0'), QByteArray("<named/>\r\n"));
+            window.choose("mnunormalmod");
+            window.choose("mnuSave");
+            QCOMPARE(contentOf(path), QByteArray("<named/>\r\n"));
+            window.main->close();
+            QVERIFY2(!QFile::exists(path + u'0'), name);
+        }
     }
 
     void unreadable()
     {
         if (geteuid() == 0)
             QSKIP("the superuser reads everything");
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("secret.xml"));
+        Window window;
+        const QString path = window.folders.document(u"secret.xml"_s);
         write(path, "<a/>");
         QFile::setPermissions(path, {});
-        Window window(folders);
         window.dialogs.answerFile(path);
         window.dialogs.answer(Answer::Ok);
         window.choose("mnuOpen");
-        QVERIFY(window.lastMessage().startsWith(QStringLiteral("Error!")));
-        QCOMPARE(window.treeRoot(), QStringLiteral("Element"));
+        QVERIFY(window.lastMessage().startsWith(u"Error!"_s));
+        QCOMPARE(window.treeRoot(), u"Element"_s);
     }
 
     // A folder is no file, so the dialog comes again.
     void folderInsteadOfAFile()
     {
-        const Folders folders;
-        QDir().mkpath(folders.document(QStringLiteral("folder.xml")));
-        Window window(folders);
-        window.dialogs.answerFile(folders.document(QStringLiteral("folder.xml")));
+        Window window;
+        const QString folder = window.folders.document(u"folder.xml"_s);
+        QVERIFY(QDir().mkpath(folder));
+        window.dialogs.answerFile(folder);
         window.dialogs.answerFile({});
         window.choose("mnuOpen");
         QCOMPARE(window.dialogs.files().size(), 2);
-        QCOMPARE(window.treeRoot(), QStringLiteral("Element"));
+        QCOMPARE(window.treeRoot(), u"Element"_s);
     }
 
     void vanishesWhileOpen()
     {
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("gone.xml"));
-        write(path, "<gone/>\r\n");
-        Window window(folders, {path});
-        QVERIFY(QFile::remove(path));
+        Window window("gone.xml", "<gone/>\r\n");
+        QVERIFY(QFile::remove(window.path));
         window.choose("mnupreview");
-        window.choose("mnuxmlmode");
-        window.editor()->placeCaret(0, 5);
-        window.typeIntoEditor(QStringLiteral(" "));
+        window.typeAt(0, 5, " ");
         window.dialogs.answer(Answer::Yes);
         window.main->close();
-        QCOMPARE(contentOf(path), QByteArray("<gone />\r\n"));
+        QCOMPARE(contentOf(window.path), QByteArray("<gone />\r\n"));
     }
 
     // What could not be saved is not lost: the window stays, and says why.
     void folderVanishesWhileOpen()
     {
-        const Folders folders;
-        const QString folder = folders.document(QStringLiteral("sub"));
-        QDir().mkpath(folder);
-        write(folder + QStringLiteral("/a.xml"), "<a/>\r\n");
-        Window window(folders, {folder + QStringLiteral("/a.xml")});
-        QVERIFY(QDir(folder).removeRecursively());
-        window.choose("mnuxmlmode");
-        window.editor()->placeCaret(0, 2);
-        window.typeIntoEditor(QStringLiteral(" "));
+        Window window("a.xml", "<a/>\r\n");
+        QVERIFY(QFileInfo(window.path).dir().removeRecursively());
+        window.typeAt(0, 2, " ");
         window.dialogs.answer(Answer::Yes);
         window.main->close();
         QVERIFY(!window.left && window.main->isVisible());
@@ -164,9 +136,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    BadInputTest tests;
-    return runWindowTests(argc, argv, tests);
-}
+APP_TEST_MAIN(BadInputTest)
 #include "bad_input_test.moc"

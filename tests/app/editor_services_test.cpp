@@ -12,35 +12,20 @@
 
 using namespace app_test;
 using control::EditorProperties;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int patience = 15000; // ms; only ever waited out by a fault
 
-// Every choice another than at first; what is set anew at each start as it will be.
-EditorProperties otherChoices(const EditorProperties &from)
+// Choices of each kind, others than at first; editor_settings has all of them.
+EditorProperties otherChoices(EditorProperties chosen)
 {
-    EditorProperties chosen = from;
-    for (int slot = 0; slot < control::colourSlots; ++slot)
-        chosen.colours[size_t(slot)] = 0x010203 * (slot + 1);
-    chosen.styles.fill(control::Bold | control::Italic);
+    chosen.colours[control::KeywordInk] = 0x010203;
     chosen.font.size = 13.75;
-    chosen.font.underline = true;
-    chosen.selectionBounds = false;
     chosen.leftMargin = false;
-    chosen.numberingStyle = int(control::NumberingStyle::Hexadecimal);
     chosen.numberingStart = 17;
-    chosen.closeOnBracket = true;
     chosen.renameBoth = false;
-    return chosen;
-}
-
-EditorProperties afterAStart(EditorProperties chosen)
-{
-    chosen.styles[control::CommentStyle] = control::Italic;
-    chosen.styles[control::TagNameStyle] = control::Bold;
-    chosen.styles[control::KeywordStyle] = control::Bold;
-    chosen.lineToolTips = true;
     return chosen;
 }
 
@@ -82,34 +67,26 @@ private Q_SLOTS:
     void choicesOutliveTheRun()
     {
         const Folders folders;
+        {
+            Window unasked(folders);
+            unasked.choose("mnuxmlmode");
+            unasked.choose("editcmxsub_11");
+            unasked.main->close();
+        }
+        QVERIFY(!contentOf(folders.program(u"settings.ini"_s)).contains("cEdit"));
         EditorProperties chosen;
         {
             Window first(folders);
-            QVERIFY(first.settings.text(QStringLiteral("cEdit/font/size")).isEmpty());
             chosen = otherChoices(first.editor()->properties());
-            first.editor()->shortcuts().setShortcuts(
-                195, {QKeySequence(QStringLiteral("Ctrl+K, D"), QKeySequence::PortableText)});
+            first.editor()->shortcuts().setShortcuts(195, {QKeySequence(u"Ctrl+K, D"_s)});
             first.editor()->changeProperties(chosen);
             // The menu shows the key.
-            QCOMPARE(first.action("editcmxsub_6")->shortcut().toString(), QStringLiteral("Ctrl+K, D"));
+            QCOMPARE(first.action("editcmxsub_6")->shortcut().toString(), u"Ctrl+K, D"_s);
         }
         Window second(folders);
-        QVERIFY(second.editor()->properties() == afterAStart(chosen));
-        QCOMPARE(second.editor()->shortcuts().shortcuts(195).value(0).toString(),
-                 QStringLiteral("Ctrl+K, D"));
-        QCOMPARE(second.editor()->shortcuts().shortcuts(137).value(0).toString(), QStringLiteral("Ctrl+L"));
-    }
-
-    void nothingIsKeptUnasked()
-    {
-        const Folders folders;
-        {
-            Window window(folders);
-            window.choose("mnuxmlmode");
-            window.choose("editcmxsub_11");
-            window.main->close();
-        }
-        QVERIFY(!contentOf(folders.program(QStringLiteral("settings.ini"))).contains("cEdit"));
+        QVERIFY(second.editor()->properties() == chosen);
+        QCOMPARE(second.editor()->shortcuts().shortcuts(195).value(0).toString(), u"Ctrl+K, D"_s);
+        QCOMPARE(second.editor()->shortcuts().shortcuts(137).value(0).toString(), u"Ctrl+L"_s);
     }
 
     void macrosOutliveTheRun()
@@ -120,12 +97,12 @@ private Q_SLOTS:
             first.choose("mnuxmlmode");
             first.editor()->placeCaret(1, 0);
             first.choose("createmac");
-            first.typeIntoEditor(QStringLiteral("<!--x-->"));
+            first.typeIntoEditor(u"<!--x-->"_s);
             QTest::keyClick(first.editor(), Qt::Key_Home);
             acceptNextDialog();
             first.choose("createmac");
             first.choose("savmac");
-            QVERIFY(!contentOf(folders.program(QStringLiteral("macros/0.dem"))).isEmpty());
+            QVERIFY(!contentOf(folders.program(u"macros/0.dem"_s)).isEmpty());
             first.dialogs.answer(dialogs::Answer::No);
             first.main->close();
         }
@@ -143,33 +120,27 @@ private Q_SLOTS:
 
     void everythingIsCounted()
     {
-        const Folders folders;
-        Window window(folders);
+        Window window;
         window.choose("mnuxmlmode");
         window.editor()->loadText("a  b\n" + QByteArray(40000, 'x'));
         window.dialogs.answer(dialogs::Answer::Ok);
         window.choose("searchcmxsub_15");
-        const dialogs::AskedMessage asked = window.dialogs.messages().constLast();
-        QCOMPARE(asked.title, QStringLiteral("Count All"));
-        QCOMPARE(asked.text, QStringLiteral("Words: 3\nCharacters:0\nLines: 2"));
-        QVERIFY(asked.icon == dialogs::Icon::Information);
-        QVERIFY2(QString(window.note())
-                     .remove(QRegularExpression(QStringLiteral("\\D")))
-                     .contains(QStringLiteral("40005")),
+        QCOMPARE(window.dialogs.messages().constLast().title, u"Count All"_s);
+        QCOMPARE(window.lastMessage(), u"Words: 3\nCharacters:0\nLines: 2"_s);
+        QVERIFY2(window.note().remove(QRegularExpression(u"\\D"_s)).contains(u"40005"_s),
                  qPrintable(window.note()));
     }
 
     void findingFromTheMenu()
     {
-        const Folders folders;
-        Window window(folders);
+        Window window;
         QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
         window.choose("mnuxmlmode");
         window.editor()->loadText("<a>one two one</a>");
         window.choose("searchcmxsub_0");
-        auto *bar = window.main->findChild<QWidget *>(QStringLiteral("FindBar"));
+        auto *bar = window.main->findChild<QWidget *>(u"FindBar"_s);
         QVERIFY(bar->isVisible());
-        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
+        QTest::keyClicks(QApplication::focusWidget(), u"one"_s);
         QCOMPARE(window.editor()->selection(), (control::ByteRange{3, 6}));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QVERIFY(!bar->isVisible() && window.editor()->hasFocus());
@@ -179,38 +150,31 @@ private Q_SLOTS:
 
     void aFileIsPreviewedThroughTheDocument()
     {
-        const Folders folders;
-        const QString document = folders.document(QStringLiteral("my sheet.xsl"));
-        const QString assigned = folders.document(QStringLiteral("data.xml"));
-        write(document, sheet("First"));
-        Window window(folders, {document});
+        Window window("my sheet.xsl", sheet("First"));
+        const QString assigned = window.folders.document(u"data.xml"_s);
         window.choose("mnuxmlmode");
         window.choose("mnuAssignedfilePre");
         QVERIFY(window.action("mnuAssignedfilePre")->isChecked());
-        auto *dialog = window.main->findChild<QDialog *>(QStringLiteral("frmprview"));
-        const QString line = dialog->findChild<QLineEdit *>(QStringLiteral("Text3_1"))->text();
-        QVERIFY2(line.contains(QStringLiteral("my%20sheet.xsl0")), qPrintable(line));
+        auto *dialog = window.main->findChild<QDialog *>(u"frmprview"_s);
+        const QString line = dialog->findChild<QLineEdit *>(u"Text3_1"_s)->text();
+        QVERIFY2(line.contains(u"my%20sheet.xsl0"_s), qPrintable(line));
         write(assigned, line.toUtf8() + "<r>data</r>");
         window.dialogs.answerFile(assigned);
         QMetaObject::invokeMethod(dialog, "browse");
-        auto *tabs = dialog->findChild<QTabWidget *>(QStringLiteral("SSTab1"));
+        auto *tabs = dialog->findChild<QTabWidget *>(u"SSTab1"_s);
         tabs->setCurrentIndex(2);
-        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), QStringLiteral("First data"), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), u"First data"_s, patience);
         window.editor()->replaceText(sheet("Second"));
         QMetaObject::invokeMethod(dialog, "refrs");
-        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), QStringLiteral("Second data"), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), u"Second data"_s, patience);
         // Another document takes the dialog away.
         window.dialogs.answer(dialogs::Answer::No);
         window.choose("mnuNew");
         QVERIFY(!window.action("mnuAssignedfilePre")->isChecked());
-        QTRY_VERIFY(!window.main->findChild<QDialog *>(QStringLiteral("frmprview")));
-        QVERIFY(!QFile::exists(document + QLatin1Char('0')));
+        QTRY_VERIFY(!window.main->findChild<QDialog *>(u"frmprview"_s));
+        QVERIFY(!QFile::exists(window.path + u'0'));
     }
 };
 
-int main(int argc, char *argv[])
-{
-    EditorServicesTest tests;
-    return runWindowTests(argc, argv, tests);
-}
+APP_TEST_MAIN(EditorServicesTest)
 #include "editor_services_test.moc"

@@ -4,23 +4,21 @@
 #include "app/dependency_check.h"
 #include "app/splash.h"
 
-#include <QDir>
 #include <QDropEvent>
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
 #include <QMimeData>
-#include <QSignalSpy>
 
 using namespace app_test;
 using dialogs::Answer;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 const QByteArray newText = "<?xml version=\"1.0\"?>\r\n<Element/>";
 
-QString s(const char *text) { return QString::fromUtf8(text); }
+const QString titleStart = u"Zelph XML Editor - "_s;
 
 } // namespace
 
@@ -29,54 +27,39 @@ class LifeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void newDocumentAtStart()
-    {
-        const Folders folders;
-        Window window(folders);
-        QCOMPARE(window.treeRoot(), s("Element"));
-        QVERIFY(window.titleLine().startsWith(s("Zelph XML Editor - "))
-                && window.titleLine().endsWith(s("zelphedit.xml")));
-        QVERIFY(!window.action("mnuSave")->isEnabled());
-        window.main->close();
-        QVERIFY(window.left);
-    }
-
     void openEditSave()
     {
-        const Folders folders;
-        const QString path = folders.document(s("a.xml"));
+        Window window;
+        QVERIFY(window.titleLine().startsWith(titleStart) && !window.action("mnuSave")->isEnabled());
+        const QString path = window.folders.document(u"a.xml"_s);
         write(path, "<a>\n<b/>\n</a>\n");
-        Window window(folders);
         window.dialogs.answerFile(path);
         window.choose("mnuOpen");
-        QCOMPARE(window.treeRoot(), s("a"));
-        QCOMPARE(window.titleLine(), s("Zelph XML Editor - ") + path);
+        QCOMPARE(window.treeRoot(), u"a"_s);
+        QCOMPARE(window.titleLine(), titleStart + path);
         window.choose("mnuxmlmode");
         QCOMPARE(window.editor()->text(), QByteArray("<a>\n<b/>\n</a>"));
-        window.editor()->placeCaret(1, 2);
-        window.typeIntoEditor(s(" c='1'"));
+        window.typeAt(1, 2, " c='1'");
         window.choose("mnunormalmod");
         window.choose("mnuSave");
         QCOMPARE(contentOf(path), QByteArray("<a>\n<b c='1'/>\n</a>\n"));
         window.choose("mnuNew"); // asks nothing: it was saved
-        QCOMPARE(window.treeRoot(), s("Element"));
+        QCOMPARE(window.treeRoot(), u"Element"_s);
     }
 
     void faultyTextKeepsTheUserInXmlMode()
     {
-        const Folders folders;
-        Window window(folders);
-        window.choose("mnuxmlmode");
-        window.typeIntoEditor(s("<oops>"));
+        Window window;
+        window.typeAt(0, 0, "<oops>");
         window.dialogs.answer(Answer::Ok);
         window.choose("mnunormalmod");
         QCOMPARE(window.tabs()->currentIndex(), 1);
-        QVERIFY(window.lastMessage().startsWith(s("Error!\r\n\r\nPossible Reason:  ")));
+        QVERIFY(window.lastMessage().startsWith(u"Error!\r\n\r\nPossible Reason:  "_s));
         QVERIFY(window.editor()->highlightedLine() >= 0);
         QCOMPARE(window.main->focusWidget(), window.editor());
         QVERIFY(!window.action("mnuxmlmode")->isEnabled() && window.action("mnunormalmod")->isEnabled());
 
-        QTest::keyClick(window.editor(), Qt::Key_Home, Qt::ControlModifier);
+        window.editor()->placeCaret(0, 0);
         for (int sign = 0; sign < 6; ++sign)
             QTest::keyClick(window.editor(), Qt::Key_Delete);
         QCOMPARE(window.editor()->highlightedLine(), -1);
@@ -87,133 +70,107 @@ private Q_SLOTS:
 
     void previewAndBack()
     {
-        const Folders folders;
-        const QString path = folders.document(s("p.xml"));
-        write(path, "<p/>\r\n");
-        Window window(folders, {path});
+        Window window("p.xml", "<p/>\r\n");
         window.choose("mnupreview");
-        QCOMPARE(contentOf(path + s("0")), QByteArray("<p/>\r\n"));
+        QCOMPARE(contentOf(window.path + u'0'), QByteArray("<p/>\r\n"));
         QVERIFY(!window.action("mnupreview")->isEnabled());
         window.choose("mnuxmlmode");
         QCOMPARE(window.editor()->text(), QByteArray("<p/>"));
         window.choose("mnupreview");
         window.choose("mnunormalmod");
-        QCOMPARE(window.treeRoot(), s("p"));
+        QCOMPARE(window.treeRoot(), u"p"_s);
         window.main->close();
-        QVERIFY(!QFileInfo::exists(path + s("0")) && QFileInfo::exists(path));
+        QVERIFY(!QFileInfo::exists(window.path + u'0') && QFileInfo::exists(window.path));
     }
 
     void saveAsAsksBeforeOverwriting()
     {
-        const Folders folders;
-        const QString taken = folders.document(s("taken.xml"));
-        const QString free = folders.document(s("free.xml"));
+        Window window;
+        const QString taken = window.folders.document(u"taken.xml"_s);
+        const QString free = window.folders.document(u"free.xml"_s);
         write(taken, "mine");
-        Window window(folders);
         window.dialogs.answerFile(taken);
         window.dialogs.answer(Answer::No);
         window.dialogs.answerFile(free);
         window.choose("mnuSaveas");
-        QCOMPARE(window.lastMessage(), s("taken.xml already exits, would you like to overwrite it?"));
+        QCOMPARE(window.lastMessage(), u"taken.xml already exits, would you like to overwrite it?"_s);
         QCOMPARE(contentOf(taken), QByteArray("mine"));
         QCOMPARE(contentOf(free), newText + "\r\n");
-        QCOMPARE(window.titleLine(), s("Zelph XML Editor - ") + free);
+        QCOMPARE(window.titleLine(), titleStart + free);
         window.dialogs.answerFile(taken);
         window.dialogs.answer(Answer::Yes);
         window.choose("mnuSaveas");
         QCOMPARE(contentOf(taken), newText + "\r\n");
     }
 
-    void saveQuestion_data()
-    {
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("left");
-        QTest::addColumn<bool>("saved");
-        QTest::newRow("Yes") << int(Answer::Yes) << true << true;
-        QTest::newRow("No") << int(Answer::No) << true << false;
-        QTest::newRow("Cancel") << int(Answer::Cancel) << false << false;
-    }
-
     // Leaving clears up what is the program's own, staying touches nothing.
     void saveQuestion()
     {
-        QFETCH(int, answer);
-        QFETCH(bool, left);
-        const Folders folders;
-        const QString path = folders.document(s("q.xml"));
-        write(path, "<q/>\r\n");
-        Window window(folders, {path});
-        window.choose("mnuxmlmode");
-        window.editor()->placeCaret(0, 2);
-        window.typeIntoEditor(s(" "));
-        window.choose("mnupreview");
-        const QStringList exchanged{s("tdyex/d.txt"), s("tdyex/o.txt"), s("tdyex/i.txt"), s("tdyex/f.txt")};
-        for (const QString &name : exchanged)
-            write(folders.program(name), "x");
+        for (const Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
+            Window window("q.xml", "<q/>\r\n");
+            window.typeAt(0, 2, " ");
+            window.choose("mnupreview");
+            QStringList own{window.path + u'0'};
+            for (const char *name : {"tdyex/d.txt", "tdyex/o.txt", "tdyex/i.txt", "tdyex/f.txt"})
+                own.append(window.folders.program(QLatin1String(name)));
+            for (const QString &file : own)
+                write(file, "x");
 
-        window.dialogs.answer(Answer(answer));
-        window.main->close();
-        QCOMPARE(window.lastMessage(), s("Save changes to q.xml?"));
-        QCOMPARE(window.left, left);
-        QCOMPARE(window.main->isVisible(), !left);
-        QTEST(contentOf(path) == "<q />\r\n", "saved");
-        for (const QString &name : exchanged)
-            QCOMPARE(QFileInfo::exists(folders.program(name)), !left);
-        QCOMPARE(QFileInfo::exists(path + s("0")), !left);
+            const bool left = answer != Answer::Cancel;
+            window.dialogs.answer(answer);
+            window.main->close();
+            QCOMPARE(window.lastMessage(), u"Save changes to q.xml?"_s);
+            QCOMPARE(window.left, left);
+            QCOMPARE(window.main->isVisible(), !left);
+            QCOMPARE(contentOf(window.path), QByteArray(answer == Answer::Yes ? "<q />\r\n" : "<q/>\r\n"));
+            for (const QString &file : own)
+                QCOMPARE(QFileInfo::exists(file), !left);
+        }
     }
 
     void newDocumentIsSavedAs()
     {
-        const Folders folders;
-        const QString path = folders.document(s("n.xml"));
-        Window window(folders);
-        window.choose("mnuxmlmode");
-        window.typeIntoEditor(s("<!---->"));
+        Window window;
+        const QString path = window.folders.document(u"n.xml"_s);
+        window.typeAt(0, 0, "<!---->");
         window.dialogs.answer(Answer::Yes);
         window.dialogs.answerFile(path);
         window.main->close();
-        QCOMPARE(window.lastMessage(), s("Save changes to New Document?"));
+        QCOMPARE(window.lastMessage(), u"Save changes to New Document?"_s);
         QCOMPARE(contentOf(path), "<!---->" + newText + "\r\n");
     }
 
-    void commandLine_data()
-    {
-        QTest::addColumn<QStringList>("arguments"); // %1 is the folder
-        QTest::addColumn<QString>("root");
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<int>("reports");
-        QTest::newRow("with blanks") << QStringList{s("%1/with two blanks.xml")} << "named" << 0 << 0;
-        QTest::newRow("quoted") << QStringList{s("\"%1/with two blanks.xml\"")} << "named" << 0 << 0;
-        QTest::newRow("split") << QStringList{s("%1/with"), s("two"), s("blanks.xml")} << "named" << 0 << 0;
-        QTest::newRow("faulty") << QStringList{s("%1/faulty.xml")} << "Element" << 1 << 1;
-        QTest::newRow("missing") << QStringList{s("%1/missing.xml")} << "Element" << 0 << 1;
-    }
-
+    // %1 is the folder.
     void commandLine()
     {
-        QFETCH(QStringList, arguments);
-        const Folders folders;
-        write(folders.document(s("with two blanks.xml")), "<named/>");
-        write(folders.document(s("faulty.xml")), "<a>\n<b></a>");
-        for (QString &argument : arguments)
-            argument.replace(s("%1"), QFileInfo(folders.document(s("x"))).path());
-        QFETCH(int, reports);
-        const Window window(folders, arguments, QList<Answer>(reports, Answer::Ok));
-        QTEST(window.treeRoot(), "root");
-        QTEST(window.tabs()->currentIndex(), "tab");
-        QCOMPARE(window.titleLine().endsWith(s("zelphedit.xml")), window.treeRoot() == s("Element"));
-        if (window.tabs()->currentIndex() == 1)
-            QCOMPARE(window.editor()->text(), QByteArray("<a>\n<b></a>"));
+        const std::tuple<QStringList, QString, int, int> rows[] = {
+            {{u"%1/with two blanks.xml"_s}, u"named"_s, 0, 0},
+            {{u"\"%1/with two blanks.xml\""_s}, u"named"_s, 0, 0},
+            {{u"%1/with"_s, u"two"_s, u"blanks.xml"_s}, u"named"_s, 0, 0},
+            {{u"%1/faulty.xml"_s}, u"Element"_s, 1, 1},
+            {{u"%1/missing.xml"_s}, u"Element"_s, 0, 1},
+        };
+        for (const auto &[given, root, tab, reports] : rows) {
+            const Folders folders;
+            write(folders.document(u"with two blanks.xml"_s), "<named/>");
+            write(folders.document(u"faulty.xml"_s), "<a>\n<b></a>");
+            QStringList arguments = given;
+            arguments.replaceInStrings(u"%1"_s, folders.document(u"."_s).chopped(2));
+            const Window window(folders, arguments, QList<Answer>(reports, Answer::Ok));
+            QCOMPARE(window.treeRoot(), root);
+            QCOMPARE(window.tabs()->currentIndex(), tab);
+            QCOMPARE(window.titleLine().endsWith(u"zelphedit.xml"_s), root == u"Element");
+            if (tab == 1)
+                QCOMPARE(window.editor()->text(), QByteArray("<a>\n<b></a>"));
+        }
     }
 
     void dropOpensAfterTheQuestion()
     {
-        const Folders folders;
-        const QString path = folders.document(s("dropped.xml"));
+        Window window;
+        const QString path = window.folders.document(u"dropped.xml"_s);
         write(path, "<dropped/>");
-        Window window(folders);
-        window.choose("mnuxmlmode");
-        window.typeIntoEditor(s(" "));
+        window.typeAt(0, 0, " ");
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path)});
         QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -223,14 +180,13 @@ private Q_SLOTS:
         QVERIFY(enter.isAccepted());
         QCoreApplication::sendEvent(window.editor()->viewport(), &drop);
         QVERIFY(drop.isAccepted());
-        QTRY_COMPARE(window.treeRoot(), s("dropped"));
+        QTRY_COMPARE(window.treeRoot(), u"dropped"_s);
         QCOMPARE(window.tabs()->currentIndex(), 0);
     }
 
     void lineHistoryButtons()
     {
-        const Folders folders;
-        Window window(folders);
+        Window window;
         window.choose("mnuxmlmode");
         QVERIFY(!window.action("searchcmxsub_13")->isEnabled()
                 && !window.action("searchcmxsub_12")->isEnabled());
@@ -247,8 +203,7 @@ private Q_SLOTS:
 
     void editorCommands()
     {
-        const Folders folders;
-        Window window(folders);
+        Window window;
         window.choose("mnuxmlmode");
         QVERIFY(!window.action("editcmxsub_0")->isEnabled() && !window.action("editcmxsub_3")->isEnabled());
         window.choose("editcmxsub_7"); // select all
@@ -264,34 +219,29 @@ private Q_SLOTS:
         QVERIFY(!window.editor()->whiteSpaceShown() && !window.action("editcmxsub_11")->isChecked());
     }
 
-    void viewsFillTheirPages_data()
-    {
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("view");
-        QTest::newRow("normal") << 0 << "TreeView1";
-        QTest::newRow("xml") << 1 << "CodeMax1";
-        QTest::newRow("preview") << 2 << "WebBrowser1";
-    }
-
     // Whatever the size, a view lies within its page, below the toolbars, and uses nearly all of it; the
     // views of the other tabs keep the size they had.
     void viewsFillTheirPages()
     {
-        QFETCH(int, tab);
-        QFETCH(QString, view);
-        const Folders folders;
-        Window window(folders);
-        window.tabs()->setCurrentIndex(tab);
-        const auto *shown = window.main->findChild<QWidget *>(view);
-        const auto *other = window.main->findChild<QWidget *>(tab == 1 ? s("TreeView1") : s("CodeMax1"));
-        const QSize before = other->size();
-        for (const QSize size : {QSize(1100, 760), QSize(640, 420)}) {
-            window.main->resize(size);
-            const QWidget *page = window.tabs()->currentWidget();
-            QTRY_VERIFY(page->rect().contains(QRect(shown->mapTo(page, QPoint()), shown->size())));
-            QVERIFY(shown->width() >= page->width() - 8);
-            QVERIFY(shown->mapTo(page, QPoint(0, shown->height())).y() >= page->height() - 16);
-            QCOMPARE(other->size(), before);
+        Window window;
+        const auto viewOf = [&window](int tab) {
+            const QString names[] = {u"TreeView1"_s, u"CodeMax1"_s, u"WebBrowser1"_s};
+            return window.main->findChild<QWidget *>(names[tab]);
+        };
+        for (const int tab : {0, 1, 2}) {
+            window.main->resize(900, 700);
+            window.tabs()->setCurrentIndex(tab);
+            const QWidget *shown = viewOf(tab);
+            const QWidget *other = viewOf(tab == 1 ? 0 : 1);
+            const QSize before = other->size();
+            for (const QSize size : {QSize(1100, 760), QSize(640, 420)}) {
+                window.main->resize(size);
+                const QWidget *page = window.tabs()->currentWidget();
+                QTRY_VERIFY(page->rect().contains(QRect(shown->mapTo(page, QPoint()), shown->size())));
+                QVERIFY(shown->width() >= page->width() - 8);
+                QVERIFY(shown->mapTo(page, QPoint(0, shown->height())).y() >= page->height() - 16);
+                QCOMPARE(other->size(), before);
+            }
         }
     }
 
@@ -308,41 +258,29 @@ private Q_SLOTS:
         QCOMPARE(again.main->size(), chosen);
     }
 
-    void splashHandsOverOnce()
+    void splashHandsOverOnceAndOnlyAWholeProgram()
     {
         const Folders folders;
-        dialogs::ScriptedDialogs dialogs;
-        int handed = 0;
-        for (const QString &entry : app::requiredEntries().mid(1))
-            write(folders.program(QString(entry).replace(QLatin1Char('\\'), QLatin1Char('/'))), {});
-        app::frmSplash splash(dialogs, folders.program({}).chopped(1), [&] { ++handed; });
-        splash.show();
-        QCOMPARE(splash.size(), splash.findChild<QLabel *>(s("Picture1"))->size());
-        QCOMPARE(splash.findChild<QListWidget *>(s("List1"))->count(), 5);
-        QTRY_VERIFY(splash.findChild<QLabel *>(s("Label3"))->text() != s("XML"));
-        QTRY_COMPARE_WITH_TIMEOUT(handed, 1, 20000);
-        QVERIFY(!splash.isVisible());
-    }
-
-    void splashReportsWhatIsMissing()
-    {
-        const Folders folders;
-        dialogs::ScriptedDialogs dialogs;
-        dialogs.answer(Answer::Ok);
-        bool handed = false;
-        app::frmSplash splash(dialogs, folders.program({}).chopped(1), [&] { handed = true; });
-        splash.show();
-        QTRY_COMPARE_WITH_TIMEOUT(dialogs.messages().size(), 1, 20000);
-        QVERIFY(dialogs.messages()[0].icon == dialogs::Icon::Critical
-                && dialogs.messages()[0].buttons == dialogs::Buttons::Ok);
-        QCOMPARE(dialogs.messages()[0].text, app::missingMessage(folders.program(s("tdyex/default2.tidy"))));
-        QVERIFY(!handed && !splash.isVisible());
+        for (const bool whole : {false, true}) {
+            if (whole)
+                for (QString entry : app::requiredEntries().mid(1))
+                    write(folders.program(entry.replace(u'\\', u'/')), {});
+            dialogs::ScriptedDialogs dialogs;
+            dialogs.answer(Answer::Ok);
+            int handed = 0;
+            app::frmSplash splash(dialogs, folders.program({}).chopped(1), [&] { ++handed; });
+            splash.show();
+            QCOMPARE(splash.findChild<QListWidget *>(u"List1"_s)->count(), 5);
+            QTRY_VERIFY(splash.findChild<QLabel *>(u"Label3"_s)->text() != u"XML"_s);
+            QTRY_COMPARE_WITH_TIMEOUT(handed + dialogs.messages().size(), 1, 20000);
+            QCOMPARE(handed, int(whole));
+            QVERIFY(!splash.isVisible());
+            if (!whole)
+                QCOMPARE(dialogs.messages()[0].text,
+                         app::missingMessage(folders.program(u"tdyex/default2.tidy"_s)));
+        }
     }
 };
 
-int main(int argc, char *argv[])
-{
-    LifeTest tests;
-    return runWindowTests(argc, argv, tests);
-}
+APP_TEST_MAIN(LifeTest)
 #include "life_test.moc"

@@ -1,4 +1,4 @@
-// The main window as it is offered: menus, toolbars, names, shortcuts.
+// The main window as it is offered: menus, toolbars, shortcuts. What each is called the help tells as well.
 #include "window_fixture.h"
 
 #include "app/commands.h"
@@ -6,168 +6,36 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
-#include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
 
 using namespace app_test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-// One line an item: name, caption; indented by depth.
-void describe(const QMenu &menu, const QString &indent, QStringList &lines)
+QStringList shownMenus(const Window &window)
 {
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions) {
-        const QString name = action->menu() ? action->menu()->objectName() : action->objectName();
-        const QString caption = action->isSeparator() ? QStringLiteral("-") : action->text();
-        lines.append(QStringLiteral("%1%2 %3").arg(indent, name, caption).trimmed());
-        lines.last().prepend(indent);
-        if (action->menu())
-            describe(*action->menu(), indent + QStringLiteral("  "), lines);
+    QStringList shown;
+    const QList<QAction *> bar = window.main->menuBar()->actions();
+    for (const QAction *top : bar) {
+        if (top->isVisible())
+            shown.append(top->menu()->objectName());
     }
+    return shown;
 }
 
-const char *const wholeTree = R"(mnuFile &File
-  mnuNew &New
-  mnuOpen &Open...
-  -
-  mnuSave &Save
-  mnuSaveas Save &As...
-  -
-  mnuexit E&xit
-  -
-  mnurecent &Recent Documents
-    &Clear List
-  mnurecover Recover &Text
-    &Delete Kept Texts
-mnueditnod1 &Edit Node
-  mnueditnod &Edit Node
-  -
-  mnucopytag &Copy
-  mnupastetag &Paste
-  mnudeletetag &Delete
-  -
-  mnuinsert &Insert
-    mnuelement Element
-    mnutext Text
-    -
-    mnucdata CDATA
-    mnucomment Comment
-    mnupi Processing Instruction
-    -
-    mnuQuicktag Quick Tags
-  mnumovetag Move Tag...
-    mnumoveup Move Up
-    mnumovedown Move Down
-    mnumoveleft Move Left
-    mnumoveright Move Right
-  -
-  mnuconverttoattribute Convert to Attribute
-mnuedittag &Edit
-  mnueditnod4 &Edit Node
-  -
-  mnucopytag &Copy
-  mnupastetag &Paste
-  mnudeletetag &Delete
-  -
-  mnuexpand Expand
-  mnucontract Collapse
-  mnutagselectedonly Smart Select
-  -
-  mnumovetag Move Tag...
-    mnumoveup Move Up
-    mnumovedown Move Down
-    mnumoveleft Move Left
-    mnumoveright Move Right
-  -
-  mnuconverttoattribute Convert to Attribute
-  -
-  mnuundotag &Undo
-  mnuredotag &Redo
-editcmx &Edit
-  editcmxsub_0 &Undo
-  editcmxsub_1 &Redo
-  editcmxsub_2 -
-  editcmxsub_3 &Cut
-  editcmxsub_4 C&opy
-  editcmxsub_5 &Paste
-  editcmxsub_6 &Delete
-  editcmxsub_7 &Select All
-  editcmxsub_8 -
-  editcmxsub_9 Increase Indent
-  editcmxsub_10 Decrease Indent
-  editcmxsub_11 Show &White Spaces
-  editcmxsub_12 Format Selection
-  mnuselced_0 Upper Case Selection
-  mnuselced_1 Lower Case Selection
-  mnuselced_2 -
-  mnuselced_3  Replaces tabs with spaces
-  mnuselced_4  Replace spaces with tabs
-  editcmxsub_13 -
-  editcmxsub_14 &Editor Options
-searchcmx &Search
-  searchcmxsub_0 &Find
-  searchcmxsub_1 Find &Next
-  searchcmxsub_2 Find &Previous
-  searchcmxsub_3 &Replace
-  searchcmxsub_4 -
-  searchcmxsub_5 &Goto Line...
-  searchcmxsub_6 -
-  searchcmxsub_7 &Toggle Bookmark
-  searchcmxsub_8 &Next Bookmark
-  searchcmxsub_9 &Previous Bookmark
-  searchcmxsub_10 &Clear Bookmarks
-  searchcmxsub_11 -
-  searchcmxsub_12 Next &Line
-  searchcmxsub_13 Previous L&ine
-  searchcmxsub_14 -
-  searchcmxsub_15 Count &All
-mnumacro &Tools
-  mnuchlxmler Check for Errors
-  -
-  mnucleancod Convert and Tidy
-  mnuCleaningOptions Convert and Tidy Options
-  -
-  mnumacrop Macro
-    createmac Create Macro
-    savmac &Save Macro's
-    runmac Run Macro
-      mac_1 Macro 1
-      mac_2 Macro 2
-      mac_3 Macro 3
-      mac_4 Macro 4
-      mac_5 Macro 5
-      mac_6 Macro 6
-      mac_7 Macro 7
-      mac_8 Macro 8
-      mac_9 Macro 9
-      mac_10 Macro 10
-    -
-    mnuRepeatCount Repeat Count
-  -
-  mnutidymessages Tidy Messages
-mnuview &View
-  mnunormalmod Normal Mode
-  mnuxmlmode XML Mode
-  mnupreview Preview
-  -
-  mnuAssignedfilePre Assigned file Preview
-mnuinsert &Insert
-  mnuelement Element
-  mnutext Text
-  -
-  mnucdata CDATA
-  mnucomment Comment
-  mnupi Processing Instruction
-  -
-  mnuQuicktag Quick Tags
-mnuhelp &Help
-  mnucontenets &Contents...
-  mnuindex &Index...
-  mnuSearch Search...
-  -
-  mnuabout &About - Zelph XML Editor...)";
+// The items of a menu: of a submenu its name, of a separator nothing.
+QStringList itemsOf(const QMenu &menu)
+{
+    QStringList items;
+    const QList<QAction *> actions = menu.actions();
+    for (const QAction *action : actions)
+        items.append(action->isSeparator() ? QString()
+                         : action->menu()  ? action->menu()->objectName()
+                                           : action->objectName());
+    return items;
+}
 
 } // namespace
 
@@ -176,128 +44,82 @@ class MenusTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void menuTree()
+    // Every item once, in the menu of its row and in the order of the rows.
+    void menusAreTheTable()
     {
-        const Folders folders;
-        const Window window(folders);
-        QStringList lines;
-        const QList<QAction *> bar = window.main->menuBar()->actions();
-        for (const QAction *top : bar) {
-            lines.append(QStringLiteral("%1 %2").arg(top->menu()->objectName(), top->text()));
-            describe(*top->menu(), QStringLiteral("  "), lines);
+        const Window window;
+        QMap<QString, QStringList> expected;
+        for (const app::Command &row : app::commandTable()) {
+            const bool separates = qstrcmp(row.caption, "-") == 0;
+            expected[QLatin1String(row.menu)].append(separates ? QString() : QLatin1String(row.name));
         }
-        QCOMPARE(lines, QString::fromUtf8(wholeTree).split(QLatin1Char('\n')));
-    }
-
-    void menusFollowTheMode_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("normal") << QString() << "mnuFile mnuedittag mnuview mnuinsert mnuhelp";
-        QTest::newRow("xml") << "mnuxmlmode"
-                             << "mnuFile editcmx searchcmx mnumacro mnuview mnuinsert mnuhelp";
-        QTest::newRow("preview") << "mnupreview"
-                                 << "mnuFile mnuview mnuhelp";
+        expected.remove({}); // of toolbars alone
+        expected[u"mnueditnod1"_s] += // at the pointer
+            u" mnucopytag mnupastetag mnudeletetag  mnuinsert mnumovetag  mnuconverttoattribute"_s.split(
+                u' ');
+        for (const auto &[name, items] : expected.asKeyValueRange()) {
+            const auto *menu = window.main->findChild<QMenu *>(name);
+            QVERIFY2(menu != nullptr, qPrintable(name));
+            QVERIFY2(itemsOf(*menu) == items, qPrintable(name + u": "_s + itemsOf(*menu).join(u' ')));
+        }
     }
 
     void menusFollowTheMode()
     {
-        QFETCH(QString, command);
-        const Folders folders;
-        Window window(folders);
-        if (!command.isEmpty())
-            window.choose(qPrintable(command));
-        QStringList shown;
-        const QList<QAction *> bar = window.main->menuBar()->actions();
-        for (const QAction *top : bar) {
-            if (top->isVisible())
-                shown.append(top->menu()->objectName());
+        Window window;
+        QCOMPARE(shownMenus(window).join(u' '), u"mnuFile mnuedittag mnuview mnuinsert mnuhelp"_s);
+        window.choose("mnuxmlmode");
+        QCOMPARE(shownMenus(window).join(u' '),
+                 u"mnuFile editcmx searchcmx mnumacro mnuview mnuinsert mnuhelp"_s);
+        window.choose("mnupreview");
+        QCOMPARE(shownMenus(window).join(u' '), u"mnuFile mnuview mnuhelp"_s);
+    }
+
+    void buttonsShowAndFollowTheirItems()
+    {
+        const Window window;
+        QMap<QString, QMap<int, QString>> expected; // by their places
+        for (const app::Command &row : app::commandTable()) {
+            if (*row.toolbar == 0)
+                continue;
+            expected[QLatin1String(row.toolbar)].insert(row.place, QLatin1String(row.key));
+            const auto *bar = window.main->findChild<QToolBar *>(QLatin1String(row.toolbar));
+            const auto *button = bar->findChild<QToolButton *>(QLatin1String(row.key));
+            QVERIFY2(button && !button->toolTip().isEmpty() && !button->icon().isNull(), row.key);
+            QAction *item = window.main->commands().action(row);
+            QVERIFY2(button->isEnabled() == item->isEnabled(), row.key);
+            item->setEnabled(!item->isEnabled());
+            QVERIFY2(button->isEnabled() == item->isEnabled(), row.key);
         }
-        QTEST(shown.join(QLatin1Char(' ')), "shown");
-    }
-
-    void toolbars_data()
-    {
-        QTest::addColumn<QString>("keys");
-        QTest::newRow("Toolbar1") << "New1 Open1 Save1 | normal xnlm preview asign";
-        QTest::newRow("Toolbar2")
-            << "expand contract smartselect | up down left right | copy paste Delete1 |";
-        QTest::newRow("Toolbar5") << "element text comment cdata pi | elementtoattribute | tooleditnode";
-        QTest::newRow("tBar") << "undo redo | cut copy paste delete | tabl tabr | find findnext findprev | "
-                                 "tbmark nbmark pbmark cbmark | pline nline | prop";
-        QTest::newRow("Toolbar3") << "back forward refreash";
-    }
-
-    void toolbars()
-    {
-        const Folders folders;
-        const Window window(folders);
-        const auto *bar = window.main->findChild<QToolBar *>(QString::fromLatin1(QTest::currentDataTag()));
-        QVERIFY(bar);
-        QStringList keys;
-        const QList<QAction *> actions = bar->actions();
-        for (QAction *action : actions) {
-            const QWidget *button = bar->widgetForAction(action);
-            keys.append(action->isSeparator() ? QStringLiteral("|") : button->objectName());
-            if (!action->isSeparator())
-                QVERIFY2(!action->toolTip().isEmpty() && !action->icon().isNull(), qPrintable(keys.last()));
+        for (const auto &[name, keys] : expected.asKeyValueRange()) {
+            const auto *bar = window.main->findChild<QToolBar *>(name);
+            QStringList found;
+            for (QAction *action : bar->actions()) {
+                if (!action->isSeparator())
+                    found.append(bar->widgetForAction(action)->objectName());
+            }
+            QCOMPARE(found, keys.values());
         }
-        QTEST(keys.join(QLatin1Char(' ')), "keys");
     }
 
-    void buttonsShareTheirItemsState()
+    void viewsStandOnTheirTabs()
     {
-        const Folders folders;
-        const Window window(folders);
-        const auto enabled = [&](const char *key) {
-            return window.main->findChild<QToolButton *>(QString::fromLatin1(key))->isEnabled();
-        };
-        QVERIFY(!enabled("Save1") && !enabled("normal") && enabled("xnlm") && enabled("preview"));
-        window.action("mnuSave")->setEnabled(true);
-        QVERIFY(enabled("Save1"));
-    }
-
-    void controlsAreNamed()
-    {
-        const Folders folders;
-        const Window window(folders);
-        QCOMPARE(window.main->windowTitle(), QStringLiteral("New Document[*] - Zelph XML Editor"));
-        QCOMPARE(window.main->objectName(), QStringLiteral("mainfrm"));
-        for (const char *name :
-             {"Picture1", "SSTab1", "TreeView1", "CodeMax1", "WebBrowser1", "StatusBar1", "ProgressBar1"})
-            QVERIFY2(window.main->findChild<QWidget *>(QString::fromLatin1(name)), name);
+        const Window window;
+        QCOMPARE(window.main->windowTitle(), u"New Document[*] - Zelph XML Editor"_s);
         QVERIFY(window.main->findChild<QProgressBar *>()->isHidden());
-        for (int tab = 0; tab < 3; ++tab)
-            QVERIFY(window.tabs()->widget(tab)->isAncestorOf(window.main->findChild<QWidget *>(
-                QStringList{QStringLiteral("TreeView1"), QStringLiteral("CodeMax1"),
-                            QStringLiteral("WebBrowser1")}[tab])));
-    }
-
-    // A menu offers nothing that does nothing: what cannot be run is disabled, what can be is not.
-    void keysRunTheirCommands_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("tab");
-        QTest::newRow("F6") << int(Qt::Key_F6) << 1;
-        QTest::newRow("F7") << int(Qt::Key_F7) << 2;
-        QTest::newRow("F5") << int(Qt::Key_F5) << 0;
+        int tab = 0;
+        for (const QString &view : {u"TreeView1"_s, u"CodeMax1"_s, u"WebBrowser1"_s})
+            QVERIFY(window.tabs()->widget(tab++)->isAncestorOf(window.main->findChild<QWidget *>(view)));
     }
 
     void keysRunTheirCommands()
     {
-        QFETCH(int, key);
-        const Folders folders;
-        Window window(folders);
+        Window window;
         QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
-        QTest::keyClick(window.main.get(), Qt::Key(key));
-        QTEST(window.tabs()->currentIndex(), "tab");
-    }
-
-    void quitKeyCloses()
-    {
-        const Folders folders;
-        Window window(folders);
-        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        for (const auto &[key, tab] : {std::pair(Qt::Key_F6, 1), {Qt::Key_F7, 2}, {Qt::Key_F5, 0}}) {
+            QTest::keyClick(window.main.get(), key);
+            QCOMPARE(window.tabs()->currentIndex(), tab);
+        }
         window.choose("mnuxmlmode");
         QTest::keyClick(window.editor(), Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(window.left);
@@ -305,24 +127,19 @@ private Q_SLOTS:
 
     void helpGoesThroughTheShell()
     {
-        const Folders folders;
-        Window window(folders);
-        window.shell.refusal = QStringLiteral("There is no such page.");
+        Window window;
+        window.shell.refusal = u"There is no such page."_s;
         for (const char *item : {"mnucontenets", "mnuindex", "mnuSearch"})
             window.choose(item);
         QCOMPARE(window.shell.opened,
-                 (QStringList{folders.program(QStringLiteral("Help/Zelph/Zelph.htm")),
-                              folders.program(QStringLiteral("Help/Zelph/opens_index_first.htm")),
-                              folders.program(QStringLiteral("Help/Zelph/opens_search_first.htm"))}));
+                 (QStringList{window.folders.program(u"Help/Zelph/Zelph.htm"_s),
+                              window.folders.program(u"Help/Zelph/opens_index_first.htm"_s),
+                              window.folders.program(u"Help/Zelph/opens_search_first.htm"_s)}));
         QCOMPARE(window.note(), window.shell.refusal);
         window.choose("mnuxmlmode");
         QCOMPARE(window.note(), QString());
     }
 };
 
-int main(int argc, char *argv[])
-{
-    MenusTest tests;
-    return runWindowTests(argc, argv, tests);
-}
+APP_TEST_MAIN(MenusTest)
 #include "menus_test.moc"

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 using namespace app_test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -29,7 +30,7 @@ public:
 void layOutTidy(const Folders &folders)
 {
     for (const char *name : {"proclltidy.exe", "tidy.exe", "default.tidy", "default2.tidy"}) {
-        const QString file = QStringLiteral("tdyex/") + QLatin1String(name);
+        const QString file = u"tdyex/"_s + QLatin1String(name);
         QVERIFY(QFile::copy(QStringLiteral(XE_PROGRAM_FOLDER "/") + file, folders.program(file)));
     }
 }
@@ -41,22 +42,72 @@ class TidyTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase()
+    {
+        layOutTidy(folders_);
+        settings_ = std::make_unique<settings::SettingsStore>(folders_.program(u"settings.ini"_s));
+        userFolders_ = std::make_unique<files::UserFolders>(folders_.program(QString()));
+        main_ = std::make_unique<app::mainfrm>(
+            app::Outside{dialogs_, shell_, *settings_, *userFolders_, browser::warmUp()});
+        main_->prelodr({});
+        main_->show();
+    }
+
     void cleanupTestCase() { main_.reset(); } // while there is still an application
-    void pages_data();
-    void pages();
-    void aRunThatFailsKeepsTheText();
+
+    void pages()
+    {
+        const QDir pages(QStringLiteral(XE_PAGES));
+        const QStringList names = pages.entryList({u"*.html"_s}, QDir::Files, QDir::Name);
+        QVERIFY(!names.isEmpty());
+        for (const QString &name : names) {
+            const auto text = files::readTextFile(pages.filePath(name));
+            QVERIFY2(text, qPrintable(name));
+            choose("mnuxmlmode");
+            editor().loadText(text->utf8);
+            convert();
+            const QByteArray converted = editor().text();
+            QVERIFY2(converted != text->utf8, qPrintable(name));
+            choose("mnunormalmod");
+            QVERIFY2(main_->session().state().TabTag == document::NormalMode, qPrintable(name));
+            QCOMPARE(main_->session().state().Document.xml(), converted);
+            editor().undo();
+            QCOMPARE(editor().text(), text->utf8);
+            QCOMPARE(dialogs_.unanswered(), QStringList());
+        }
+    }
+
+    void aRunThatFailsKeepsTheText()
+    {
+        QVERIFY(QFile::remove(folders_.program(u"tdyex/tidy.exe"_s)));
+        choose("mnuxmlmode");
+        editor().loadText("<p>kept");
+        convert();
+        QCOMPARE(editor().text(), QByteArray("<p>kept"));
+    }
 
 private:
-    void convert(const QString &from);
-    control::CodeEditor &editor()
+    void choose(const char *command) { main_->commands().action(QLatin1String(command))->trigger(); }
+
+    // As a person does it: the menu item, the kind of the code, the button; then the run's end.
+    void convert()
     {
-        return *main_->findChild<control::CodeEditor *>(QStringLiteral("CodeMax1"));
+        const QString html = u"html"_s;
+        bool chosen = false;
+        QTimer::singleShot(0, main_.get(), [&] {
+            auto *box = main_->findChild<tidy::frmconvrtr *>();
+            auto *input = box->findChild<QComboBox *>(u"cmbinput"_s);
+            input->setCurrentIndex(input->findText(html, Qt::MatchFixedString));
+            chosen = input->currentText().compare(html, Qt::CaseInsensitive) == 0;
+            box->findChild<QPushButton *>(u"OKButton"_s)->click();
+        });
+        choose("mnucleancod");
+        QVERIFY(chosen);
+        QTRY_VERIFY_WITH_TIMEOUT(runIsOver(), 60'000);
     }
-    bool runIsOver() const
-    {
-        return main_->findChild<QProgressBar *>(QStringLiteral("ProgressBar1"))->isHidden();
-    }
+
+    control::CodeEditor &editor() { return *main_->findChild<control::CodeEditor *>(u"CodeMax1"_s); }
+    bool runIsOver() const { return main_->findChild<QProgressBar *>(u"ProgressBar1"_s)->isHidden(); }
 
     Folders folders_;
     dialogs::ScriptedDialogs dialogs_;
@@ -66,73 +117,5 @@ private:
     std::unique_ptr<app::mainfrm> main_;
 };
 
-void TidyTest::initTestCase()
-{
-    layOutTidy(folders_);
-    settings_ = std::make_unique<settings::SettingsStore>(folders_.program(QStringLiteral("settings.ini")));
-    userFolders_ = std::make_unique<files::UserFolders>(folders_.program(QString()));
-    main_ = std::make_unique<app::mainfrm>(
-        app::Outside{dialogs_, shell_, *settings_, *userFolders_, browser::warmUp()});
-    main_->prelodr({});
-    main_->show();
-}
-
-// As a person does it: the menu item, the kind of the code, the button; then the run's end.
-void TidyTest::convert(const QString &from)
-{
-    bool chosen = false;
-    QTimer::singleShot(0, main_.get(), [&] {
-        auto *box = main_->findChild<tidy::frmconvrtr *>();
-        auto *input = box->findChild<QComboBox *>(QStringLiteral("cmbinput"));
-        input->setCurrentIndex(input->findText(from, Qt::MatchFixedString));
-        chosen = input->currentText().compare(from, Qt::CaseInsensitive) == 0;
-        box->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
-    });
-    main_->commands().action(QStringLiteral("mnucleancod"))->trigger();
-    QVERIFY(chosen);
-    QTRY_VERIFY_WITH_TIMEOUT(runIsOver(), 60'000);
-}
-
-void TidyTest::pages_data()
-{
-    QTest::addColumn<QString>("page");
-    const QDir pages(QStringLiteral(XE_PAGES));
-    for (const QString &name : pages.entryList({QStringLiteral("*.html")}, QDir::Files, QDir::Name))
-        QTest::newRow(qPrintable(name)) << pages.filePath(name);
-}
-
-void TidyTest::pages()
-{
-    QFETCH(QString, page);
-    const auto text = files::readTextFile(page);
-    QVERIFY(text);
-    main_->commands().action(QStringLiteral("mnuxmlmode"))->trigger();
-    editor().loadText(text->utf8);
-    convert(QStringLiteral("html"));
-    const QByteArray converted = editor().text();
-    QVERIFY(converted != text->utf8);
-    main_->commands().action(QStringLiteral("mnunormalmod"))->trigger();
-    QCOMPARE(main_->session().state().TabTag, document::NormalMode);
-    QCOMPARE(main_->session().state().Document.xml(), converted);
-    editor().undo();
-    QCOMPARE(editor().text(), text->utf8);
-    QCOMPARE(dialogs_.unanswered(), QStringList());
-}
-
-void TidyTest::aRunThatFailsKeepsTheText()
-{
-    const QString program = folders_.program(QStringLiteral("tdyex/tidy.exe"));
-    QVERIFY(QFile::remove(program));
-    main_->commands().action(QStringLiteral("mnuxmlmode"))->trigger();
-    editor().loadText("<p>kept");
-    convert(QStringLiteral("html"));
-    QCOMPARE(editor().text(), QByteArray("<p>kept"));
-}
-
-int main(int argc, char *argv[])
-{
-    TidyTest tests;
-    return runWindowTests(argc, argv, tests);
-}
-
+APP_TEST_MAIN(TidyTest)
 #include "tidy_test.moc"

@@ -4,9 +4,10 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QTreeView>
+
+using namespace Qt::StringLiterals;
 
 namespace app_test {
 
@@ -25,28 +26,41 @@ Folders::Folders()
     QDir whole(whole_.path());
     for (const char *name : {"program/tdyex", "temporary", "documents"})
         whole.mkpath(QString::fromLatin1(name));
-    qputenv("XMLEDITOR_PROGRAM_FOLDER", QFile::encodeName(whole.filePath(QStringLiteral("program"))));
-    qputenv("TMPDIR", QFile::encodeName(whole.filePath(QStringLiteral("temporary"))));
+    qputenv("XMLEDITOR_PROGRAM_FOLDER", QFile::encodeName(whole.filePath(u"program"_s)));
+    qputenv("TMPDIR", QFile::encodeName(whole.filePath(u"temporary"_s)));
 }
 
-QString Folders::document(const QString &name) const
-{
-    return whole_.filePath(QStringLiteral("documents/") + name);
-}
+QString Folders::document(const QString &name) const { return whole_.filePath(u"documents/"_s + name); }
 
-QString Folders::program(const QString &name) const
-{
-    return whole_.filePath(QStringLiteral("program/") + name);
-}
+QString Folders::program(const QString &name) const { return whole_.filePath(u"program/"_s + name); }
 
-Window::Window(const Folders &folders, const QStringList &arguments, const QList<dialogs::Answer> &answers)
-    : settings(folders.program(QStringLiteral("settings.ini"))), userFolders(folders.program(QString()))
+Window::Window(std::unique_ptr<Folders> own, const Folders *others)
+    : own_(std::move(own)), folders(others ? *others : *own_), settings(folders.program(u"settings.ini"_s)),
+      userFolders(folders.program({}))
 {
-    for (const dialogs::Answer answer : answers)
-        dialogs.answer(answer);
     static const auto previews = browser::warmUp();
     main = std::make_unique<app::mainfrm>(app::Outside{dialogs, shell, settings, userFolders, previews});
     QObject::connect(main.get(), &app::mainfrm::left, main.get(), [this] { left = true; });
+}
+
+Window::Window(const Folders &others, const QStringList &arguments, const QList<dialogs::Answer> &answers)
+    : Window(nullptr, &others)
+{
+    for (const dialogs::Answer answer : answers)
+        dialogs.answer(answer);
+    start(arguments);
+}
+
+Window::Window(const char *name, const QByteArray &content) : Window(std::make_unique<Folders>(), nullptr)
+{
+    path = folders.document(QString::fromUtf8(name));
+    if (*name != 0)
+        write(path, content);
+    start(*name != 0 ? QStringList{path} : QStringList());
+}
+
+void Window::start(const QStringList &arguments)
+{
     main->prelodr(arguments);
     main->show();
     main->activateWindow();
@@ -55,9 +69,8 @@ Window::Window(const Folders &folders, const QStringList &arguments, const QList
 Window::~Window()
 {
     if (!dialogs.unanswered().isEmpty())
-        QTest::qFail(
-            qPrintable(QStringLiteral("nobody answered: ") + dialogs.unanswered().join(QLatin1String(" | "))),
-            __FILE__, __LINE__);
+        QTest::qFail(qPrintable(u"nobody answered: "_s + dialogs.unanswered().join(u'|')), __FILE__,
+                     __LINE__);
     if (dialogs.left() != 0)
         QTest::qFail("an expected dialog did not come", __FILE__, __LINE__);
 }
@@ -77,20 +90,25 @@ void Window::typeIntoEditor(const QString &text)
     QTest::keyClicks(editor(), text);
 }
 
-QTabWidget *Window::tabs() const { return main->findChild<QTabWidget *>(QStringLiteral("SSTab1")); }
-
-control::CodeEditor *Window::editor() const
+void Window::typeAt(int line, int column, const char *text)
 {
-    return main->findChild<control::CodeEditor *>(QStringLiteral("CodeMax1"));
+    if (tabs()->currentIndex() != 1)
+        choose("mnuxmlmode");
+    editor()->placeCaret(line, column);
+    typeIntoEditor(QString::fromUtf8(text));
 }
 
-QString Window::titleLine() const { return main->findChild<QLabel *>(QStringLiteral("Panel1"))->text(); }
+QTabWidget *Window::tabs() const { return main->findChild<QTabWidget *>(u"SSTab1"_s); }
 
-QString Window::note() const { return main->findChild<QLabel *>(QStringLiteral("Note"))->text(); }
+control::CodeEditor *Window::editor() const { return main->findChild<control::CodeEditor *>(u"CodeMax1"_s); }
+
+QString Window::titleLine() const { return main->findChild<QLabel *>(u"Panel1"_s)->text(); }
+
+QString Window::note() const { return main->findChild<QLabel *>(u"Note"_s)->text(); }
 
 QString Window::treeRoot() const
 {
-    const auto *model = main->findChild<QTreeView *>(QStringLiteral("TreeView1"))->model();
+    const auto *model = main->findChild<QTreeView *>(u"TreeView1"_s)->model();
     return model->index(0, 0).data().toString();
 }
 

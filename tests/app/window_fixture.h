@@ -46,12 +46,15 @@ public:
     // meanwhile.
     explicit Window(const Folders &folders, const QStringList &arguments = {},
                     const QList<dialogs::Answer> &answers = {});
+    // In folders of its own, and with a document opened when it has a name.
+    explicit Window(const char *name = "", const QByteArray &content = {});
     ~Window();
 
     QAction *action(const char *name) const;
     // As a click on the menu item. Fails the test when the item is disabled.
     void choose(const char *name);
     void typeIntoEditor(const QString &text);
+    void typeAt(int line, int column, const char *text); // in XML Mode, to which it goes
     QTabWidget *tabs() const;
     control::CodeEditor *editor() const;
     QString titleLine() const;
@@ -59,6 +62,14 @@ public:
     QString treeRoot() const; // the label of the tree's first node
     QString lastMessage() const;
 
+private:
+    std::unique_ptr<Folders> own_;
+    Window(std::unique_ptr<Folders> own, const Folders *folders);
+    void start(const QStringList &arguments);
+
+public:
+    const Folders &folders;
+    QString path; // of the document it was opened with
     dialogs::ScriptedDialogs dialogs;
     NotedShell shell;
     settings::SettingsStore settings;
@@ -74,3 +85,10 @@ void write(const QString &path, const QByteArray &content);
 int runWindowTests(int argc, char *argv[], QObject &tests);
 
 } // namespace app_test
+
+#define APP_TEST_MAIN(TestClass)                                                                             \
+    int main(int argc, char *argv[])                                                                         \
+    {                                                                                                        \
+        TestClass tests;                                                                                     \
+        return app_test::runWindowTests(argc, argv, tests);                                                  \
+    }

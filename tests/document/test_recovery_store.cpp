@@ -1,15 +1,11 @@
-// Unsaved texts in their folder: whole or known not to be, nobody else's, not for ever; and taken over into
-// the document again.
-#include "desk.h"
-
+// Unsaved texts in their folder: whole or known not to be, nobody else's, not for ever.
 #include "document/recovery_writer.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 
 using namespace document;
 
@@ -31,23 +27,6 @@ void put(const QString &path, const QByteArray &content)
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
 }
-
-// What the writes of this process may make of a file, while it lives.
-class SmallFilesOnly
-{
-public:
-    explicit SmallFilesOnly(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit now{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &now);
-    }
-    ~SmallFilesOnly() { setrlimit(RLIMIT_FSIZE, &before_); }
-
-private:
-    rlimit before_{};
-};
 
 } // namespace
 
@@ -175,23 +154,6 @@ private Q_SLOTS:
         QVERIFY(!linked.write(copyOf("<b/>")));
     }
 
-    void fullDiskLeavesTheFormerCopy()
-    {
-        RecoveryStore store(folder());
-        QVERIFY(store.write(copyOf("<old/>")));
-        {
-            const SmallFilesOnly disk(4096);
-            QVERIFY(!store.write(copyOf(QByteArray(100'000, 'x'))));
-            QVERIFY(!store.keep(copyOf(QByteArray(100'000, 'x'))));
-        }
-        const QDir files(folder());
-        QVERIFY(files.entryList({QStringLiteral("*.part"), QStringLiteral("*.kept")}).isEmpty());
-        const QString name = files.entryList({QStringLiteral("*.live")}).value(0);
-        const OpenedCopy opened = openCopy(contentOf(files.filePath(name)));
-        QVERIFY(opened.whole);
-        QCOMPARE(opened.copy.text, "<old/>");
-    }
-
     void remainsAreCleared()
     {
         RecoveryStore store(folder());
@@ -220,45 +182,6 @@ private Q_SLOTS:
         }
         found.sort();
         QCOMPARE(found, (QStringList{QStringLiteral("kept"), QStringLiteral("last")}));
-    }
-
-    void takenOver_data()
-    {
-        QTest::addColumn<QString>("name"); // empty for a new document
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("saved"); // what the file holds after it was saved
-        QTest::newRow("tree") << "a.xml" << QByteArray("<b/>") << int(NormalMode) << int(NormalMode)
-                              << "<b/>\\l";
-        QTest::newRow("text") << "a.xml" << QByteArray("<b/>") << int(XmlMode) << int(XmlMode) << "<b/>\\l";
-        QTest::newRow("faulty") << "a.xml" << QByteArray("<b>") << int(NormalMode) << int(XmlMode)
-                                << "<b>\\l";
-        QTest::newRow("new") << "" << QByteArray("<b/>") << int(NormalMode) << int(NormalMode) << "";
-        QTest::newRow("file is gone")
-            << "gone.xml" << QByteArray("<b/>") << int(XmlMode) << int(XmlMode) << "<b/>\\l";
-    }
-
-    void takenOver()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, text);
-        QFETCH(int, mode);
-        QFETCH(QString, saved);
-        document_test::Desk desk;
-        desk.run({"file a.xml=<a/>\\l", "start"});
-        auto &session = desk.session;
-        QVERIFY(session.life().recover(name.isEmpty() ? name : desk.path(name), text,
-                                       {{}, files::FileEnd::Lf}, Tab(mode)));
-        QTEST(session.saving().shownMode() + 0, "tab");
-        QCOMPARE(session.saving().currentText(), text);
-        QVERIFY(session.saving().isChanged());
-        QCOMPARE(desk.seen(QStringLiteral("new")), QString::number(int(name.isEmpty())));
-        QVERIFY(desk.dialogs.messages.isEmpty());
-        if (!name.isEmpty()) {
-            desk.run({"save"});
-            QCOMPARE(desk.seen(QLatin1Char('/') + name), saved);
-        }
     }
 
 private:

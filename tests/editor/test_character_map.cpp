@@ -2,15 +2,11 @@
 #include "editor/character_map.h"
 #include "editor/large_character.h"
 
-#include <QAccessible>
-#include <QComboBox>
-#include <QFontDatabase>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QtTest>
+#include <QtWidgets>
 
 using namespace editor;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,11 +17,16 @@ public:
     Shown() : map(nullptr, [this](const QString &text) { inserted.append(text); })
     {
         map.show();
-        grid = map.findChild<CharacterGrid *>(QStringLiteral("picCharacterMap"));
-        chars = map.findChild<QLineEdit *>(QStringLiteral("txtChars"));
+        grid = map.findChild<CharacterGrid *>(u"picCharacterMap"_s);
+        chars = map.findChild<QLineEdit *>(u"txtChars"_s);
     }
 
     QWidget *part(const char *name) const { return map.findChild<QWidget *>(QString::fromLatin1(name)); }
+    void key(int key, Qt::KeyboardModifiers with = {}) const { QTest::keyClick(grid, Qt::Key(key), with); }
+    void type(char16_t character, Qt::Key key = Qt::Key_unknown) const
+    {
+        QTest::sendKeyEvent(QTest::Click, grid, key, QChar(character), Qt::NoModifier);
+    }
     void press(const char *name) const { QTest::mouseClick(part(name), Qt::LeftButton); }
     QPoint centre(int index) const { return grid->cellRect(index).center(); }
 
@@ -46,45 +47,35 @@ private Q_SLOTS:
     {
         Shown shown;
         QCOMPARE(shown.grid->current(), 1);
-        QTest::keyClick(shown.grid, 'A', Qt::ShiftModifier);
+        QTest::keyClicks(shown.grid, u"A"_s);
         QCOMPARE(shown.grid->current(), 34);
         QVERIFY(shown.part("picLarge")->isVisible());
-        QTest::keyClick(shown.grid, 'a');
-        QTest::keyClick(shown.grid, Qt::Key_Space);
-        QCOMPARE(shown.chars->text(), QStringLiteral("Aa "));
+        QTest::keyClicks(shown.grid, u"a "_s);
+        QCOMPARE(shown.chars->text(), u"Aa "_s);
         QCOMPARE(shown.grid->current(), 1);
         shown.chars->setSelection(0, 2);
-        QTest::sendKeyEvent(QTest::Click, shown.grid, Qt::Key_unknown, QChar(0xe9), Qt::NoModifier);
-        QCOMPARE(shown.chars->text(), QString(QChar(0xe9)) + u' ');
-    }
-
-    void whatTheMapLacksIsNotAdded()
-    {
-        Shown shown;
-        QTest::keyClick(shown.grid, 'b');
-        QTest::sendKeyEvent(QTest::Click, shown.grid, Qt::Key_unknown, QChar(0x416), Qt::NoModifier);
-        QCOMPARE(shown.chars->text(), QStringLiteral("b"));
+        shown.type(0xe9);
+        QCOMPARE(shown.chars->text(), u"\u00e9 "_s);
+        // What the map lacks is not added.
+        shown.type(0x416);
         QVERIFY(!shown.part("picLarge")->isVisible());
-        for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Backspace})
-            QTest::sendKeyEvent(QTest::Click, shown.grid, key, QChar(key == Qt::Key_Delete ? 127 : 8), {});
-        QCOMPARE(shown.chars->text(), QStringLiteral("b"));
-        QCOMPARE(shown.grid->current(), indexOfCharacter(u'b'));
+        shown.type(127, Qt::Key_Delete);
+        shown.type(8, Qt::Key_Backspace);
+        QCOMPARE(shown.chars->text(), u"\u00e9 "_s);
+        QCOMPARE(shown.grid->current(), indexOfCharacter(QChar(0xe9)));
     }
 
     void keysMove()
     {
         Shown shown;
-        shown.grid->setCurrent(160);
-        QTest::keyClick(shown.grid, Qt::Key_PageDown);
-        QCOMPARE(shown.grid->current(), 224);
         shown.grid->setCurrent(161);
-        QTest::keyClick(shown.grid, Qt::Key_PageDown);
+        shown.key(Qt::Key_PageDown); // a beep
         QCOMPARE(shown.grid->current(), 161);
-        QTest::keyClick(shown.grid, Qt::Key_Up, Qt::ControlModifier);
+        shown.key(Qt::Key_Up, Qt::ControlModifier);
         QCOMPARE(shown.grid->current(), 1);
-        QTest::keyClick(shown.grid, Qt::Key_Right);
-        QTest::keyClick(shown.grid, Qt::Key_Return);
-        QCOMPARE(shown.chars->text(), QStringLiteral("!"));
+        shown.key(Qt::Key_Right);
+        shown.key(Qt::Key_Return);
+        QCOMPARE(shown.chars->text(), u"!"_s);
         QVERIFY(shown.map.isVisible());
     }
 
@@ -104,34 +95,26 @@ private Q_SLOTS:
         QCOMPARE(shown.grid->cursor().shape(), Qt::ArrowCursor);
         QCOMPARE(shown.chars->text(), QString());
         QTest::mouseDClick(shown.grid, Qt::LeftButton, {}, shown.centre(34));
-        QCOMPARE(shown.chars->text(), QStringLiteral("A"));
+        QCOMPARE(shown.chars->text(), u"A"_s);
     }
 
-    void insertHandsOverTheWholeText_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("button");
-        QTest::addColumn<QStringList>("inserted");
-        const QString text = QStringLiteral("%1 b").arg(QChar(0xe9));
-        QTest::newRow("insert") << text << QByteArray("cmdInsert") << QStringList{text};
-        QTest::newRow("insert nothing") << QString() << QByteArray("cmdInsert") << QStringList();
-        QTest::newRow("cancel") << text << QByteArray("cmdcancel") << QStringList();
-    }
     void insertHandsOverTheWholeText()
     {
-        QFETCH(QString, text);
-        QFETCH(QByteArray, button);
-        Shown shown;
-        shown.chars->setText(text);
-        shown.press(button);
-        QVERIFY(!shown.map.isVisible());
-        QTEST(shown.inserted, "inserted");
+        const std::tuple<QString, const char *, int> rows[]
+            = {{u"\u00e9 b"_s, "cmdInsert", 1}, {{}, "cmdInsert", 0}, {u"a"_s, "cmdcancel", 0}};
+        for (const auto &[text, button, count] : rows) {
+            Shown shown;
+            shown.chars->setText(text);
+            shown.press(button);
+            QVERIFY(!shown.map.isVisible());
+            QCOMPARE(shown.inserted, QStringList(count, text));
+        }
     }
 
     void fontsAreTheSystems()
     {
         Shown shown;
-        auto *fonts = shown.map.findChild<QComboBox *>(QStringLiteral("cboFont"));
+        auto *fonts = shown.map.findChild<QComboBox *>(u"cboFont"_s);
         QCOMPARE(fonts->count(), QFontDatabase::families().size());
         QCOMPARE(fonts->currentText(), shown.grid->fontFamily());
         fonts->setCurrentIndex(fonts->count() - 1);
@@ -141,9 +124,9 @@ private Q_SLOTS:
     void charactersHaveNames()
     {
         Shown shown;
-        const QString name = QStringLiteral("Latin small letter e with acute, U+00E9");
+        const QString name = u"Latin small letter e with acute, U+00E9"_s;
         shown.grid->setCurrent(indexOfCharacter(QChar(0xe9)));
-        QCOMPARE(shown.map.findChild<QLabel *>(QStringLiteral("lblName"))->text(), name);
+        QCOMPARE(shown.map.findChild<QLabel *>(u"lblName"_s)->text(), name);
         QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(shown.grid);
         QCOMPARE(grid->childCount(), 224);
         QCOMPARE(grid->focusChild()->text(QAccessible::Name), name);
@@ -151,19 +134,17 @@ private Q_SLOTS:
         QVERIFY(grid->focusChild()->state().selected);
     }
 
-    void enlargedViewStaysInside_data()
-    {
-        QTest::addColumn<QRect>("cell");
-        QTest::addColumn<QPoint>("place");
-        QTest::newRow("above") << QRect(100, 100, 20, 30) << QPoint(80, 8);
-        QTest::newRow("below") << QRect(100, 50, 20, 30) << QPoint(80, 82);
-        QTest::newRow("left edge") << QRect(0, 100, 20, 30) << QPoint(0, 8);
-        QTest::newRow("right edge") << QRect(280, 100, 20, 30) << QPoint(236, 8);
-    }
     void enlargedViewStaysInside()
     {
-        QFETCH(QRect, cell);
-        QTEST(largePlace(cell, QSize(60, 90), QRect(0, 0, 300, 200)).topLeft(), "place");
+        const std::pair<QPoint, QPoint> rows[] = {
+            {{100, 100}, {80, 8}}, // above
+            {{100, 50}, {80, 82}}, // below
+            {{0, 100}, {0, 8}},
+            {{280, 100}, {236, 8}},
+        };
+        for (const auto &[cell, place] : rows)
+            QCOMPARE(largePlace({cell, QSize(20, 30)}, QSize(60, 90), QRect(0, 0, 300, 200)).topLeft(),
+                     place);
     }
 };
 

@@ -1,6 +1,5 @@
 #include "editor/character_moves.h"
 
-#include <QSet>
 #include <QtTest>
 
 using namespace editor;
@@ -11,84 +10,46 @@ class TestCharacterMoves : public QObject
 
 private Q_SLOTS:
     // A move of 0 is a beep; "^" before the key stands for Ctrl.
-    void moves_data()
-    {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("to");
-        const auto row = [](const char *key, int from, int to) {
-            QTest::addRow("%s from %d", key, from) << QString::fromLatin1(key) << from << to;
-        };
-        row("PageUp", 64, 0);
-        row("PageUp", 65, 1);
-        row("^PageUp", 224, 160);
-        row("PageDown", 160, 224);
-        row("PageDown", 161, 0);
-        row("^PageDown", 1, 65);
-        row("Up", 32, 0);
-        row("Up", 33, 1);
-        row("^Up", 224, 32);
-        row("^Up", 33, 1);
-        row("^Up", 32, 0);
-        row("Down", 192, 224);
-        row("Down", 193, 0);
-        row("^Down", 1, 193);
-        row("^Down", 64, 224);
-        row("^Down", 193, 0);
-        row("Home", 40, 33);
-        row("Home", 33, 0);
-        row("Home", 64, 33);
-        row("Home", 224, 193);
-        row("^Home", 224, 1);
-        row("^Home", 1, 0);
-        row("End", 33, 64);
-        row("End", 64, 0);
-        row("End", 223, 224);
-        row("^End", 64, 224);
-        row("^End", 224, 0);
-        row("Left", 33, 32);
-        row("Left", 1, 0);
-        row("^Left", 2, 1);
-        row("^Left", 1, 0);
-        row("Right", 32, 33);
-        row("Right", 224, 0);
-        row("^Right", 223, 224);
-    }
     void moves()
     {
-        QFETCH(QString, key);
-        QFETCH(int, from);
-        const bool ctrl = key.startsWith(u'^');
-        const QStringList names{QStringLiteral("PageUp"), QStringLiteral("PageDown"), QStringLiteral("Up"),
-                                QStringLiteral("Down"),   QStringLiteral("Home"),     QStringLiteral("End"),
-                                QStringLiteral("Left"),   QStringLiteral("Right")};
-        const auto number = names.indexOf(ctrl ? key.mid(1) : key);
-        QVERIFY(number >= 0);
-        QTEST(moved(from, static_cast<GridMove>(number), ctrl).value_or(0), "to");
+        const std::tuple<const char *, GridMove, QList<std::pair<int, int>>> rows[] = {
+            {"PageUp", GridMove::PageUp, {{64, 0}, {65, 1}}},
+            {"^PageUp", GridMove::PageUp, {{224, 160}}},
+            {"PageDown", GridMove::PageDown, {{160, 224}, {161, 0}}},
+            {"^PageDown", GridMove::PageDown, {{1, 65}}},
+            {"Up", GridMove::Up, {{32, 0}, {33, 1}}},
+            {"^Up", GridMove::Up, {{224, 32}, {33, 1}, {32, 0}}},
+            {"Down", GridMove::Down, {{192, 224}, {193, 0}}},
+            {"^Down", GridMove::Down, {{1, 193}, {64, 224}, {193, 0}}},
+            {"Home", GridMove::Home, {{40, 33}, {33, 0}, {64, 33}, {224, 193}}},
+            {"^Home", GridMove::Home, {{224, 1}, {1, 0}}},
+            {"End", GridMove::End, {{33, 64}, {64, 0}, {223, 224}}},
+            {"^End", GridMove::End, {{64, 224}, {224, 0}}},
+            {"Left", GridMove::Left, {{33, 32}, {1, 0}}},
+            {"^Left", GridMove::Left, {{2, 1}, {1, 0}}},
+            {"Right", GridMove::Right, {{32, 33}, {224, 0}}},
+            {"^Right", GridMove::Right, {{223, 224}}},
+        };
+        for (const auto &[key, move, fromTo] : rows) {
+            for (const auto &[from, to] : fromTo)
+                QVERIFY2(moved(from, move, *key == '^').value_or(0) == to, key);
+        }
     }
 
-    void hasTheCharactersOfTheCodePage_data()
-    {
-        QTest::addColumn<int>("code"); // 32 to 255
-        QTest::addColumn<uint>("character");
-        QTest::addColumn<QString>("name");
-        const auto row = [](int code, uint character, const char *name) {
-            QTest::addRow("%d", code) << code << character << QString::fromLatin1(name);
-        };
-        row(0x20, 0x20, "Space, U+0020");
-        row(0x41, 0x41, "Latin capital letter A, U+0041");
-        row(0x80, 0x20ac, "Euro sign, U+20AC");
-        row(0x81, 0x81, "Control character, U+0081");
-        row(0x9d, 0x9d, "Control character, U+009D");
-        row(0x9f, 0x178, "Latin capital letter Y with diaeresis, U+0178");
-        row(0xe9, 0xe9, "Latin small letter e with acute, U+00E9");
-        row(0xff, 0xff, "Latin small letter y with diaeresis, U+00FF");
-    }
     void hasTheCharactersOfTheCodePage()
     {
-        QFETCH(int, code);
-        QTEST(uint(character(code - 31).unicode()), "character");
-        QTEST(characterName(code - 31), "name");
+        const std::tuple<int, uint, const char *> rows[] = {
+            {0x20, 0x20, "Space, U+0020"},
+            {0x41, 0x41, "Latin capital letter A, U+0041"},
+            {0x80, 0x20ac, "Euro sign, U+20AC"},
+            {0x81, 0x81, "Control character, U+0081"},
+            {0x9f, 0x178, "Latin capital letter Y with diaeresis, U+0178"},
+            {0xff, 0xff, "Latin small letter y with diaeresis, U+00FF"},
+        };
+        for (const auto &[code, unicode, name] : rows) {
+            QCOMPARE(uint(character(code - 31).unicode()), unicode);
+            QCOMPARE(characterName(code - 31), QLatin1String(name));
+        }
     }
 
     void findsEveryCharacter()

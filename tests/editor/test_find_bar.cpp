@@ -238,6 +238,7 @@ private Q_SLOTS:
         QLocale::setDefault(QLocale(QLocale::English));
         Desk desk(QByteArray("ab\n").repeated(250'000));
         desk.edit->placeCaret(1000, 1);
+        desk.edit->send(S::SCI_MARKERADD, 1000, 1);
         desk.edit->execute(169);
         Desk::type("b");
         desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("cd"));
@@ -245,8 +246,10 @@ private Q_SLOTS:
         QTRY_VERIFY(desk.label("lblNotice").endsWith(QStringLiteral("250,000 matches replaced")));
         QCOMPARE(desk.edit->text(), QByteArray("acd\n").repeated(250'000));
         QCOMPARE(desk.edit->caretLine(), 1000);
+        QCOMPARE(desk.edit->send(S::SCI_MARKERNEXT, 0, 2), 1000);
         desk.edit->undo();
         QVERIFY(!desk.edit->canUndo());
+        QCOMPARE(desk.edit->send(S::SCI_MARKERNEXT, 0, 2), 1000);
     }
 
     void cancelsReplacing()

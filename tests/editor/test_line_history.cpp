@@ -3,6 +3,7 @@
 #include <QtTest>
 
 using namespace editor;
+using namespace Qt::StringLiterals;
 
 class TestLineHistory : public QObject
 {
@@ -11,50 +12,44 @@ class TestLineHistory : public QObject
 private Q_SLOTS:
     // Steps: "12.3" records line 12 column 3, "<" and ">" step, "!5" restarts at line 5. The outcome is the
     // line and column of the current entry, then "<" and ">" for the steps still possible.
-    void walks_data()
-    {
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<QString>("outcome");
-        const auto row = [](const char *name, const char *steps, const char *outcome) {
-            QTest::newRow(name) << QString::fromLatin1(steps) << QString::fromLatin1(outcome);
-        };
-        row("fresh", "", "0.0");
-        row("two lines", "1.0 2.0", "2.0<");
-        row("back", "1.0 2.0 <", "1.0<>");
-        row("back and forth", "1.0 2.0 < < >", "1.0<>");
-        row("back beyond the start", "1.0 < < <", "0.0>");
-        row("forth beyond the end", "1.0 > >", "1.0<");
-        row("typing in a line", "1.0 1.1 1.2 <", "0.0>");
-        row("same line keeps the newest column", "1.0 1.5 2.0 <", "1.5<>");
-        row("same place after a step keeps what is later", "1.0 2.0 < 1.0", "1.0<>");
-        row("another line after a step drops what is later", "1.0 2.0 < 3.0", "3.0<");
-        row("dropped for good", "1.0 2.0 < 3.0 < >", "3.0<");
-        row("restart", "1.0 2.0 !5", "5.0");
-        row("restart then move", "1.0 !5 6.0 <", "5.0>");
-    }
     void walks()
     {
-        QFETCH(QString, steps);
-        LineHistory history;
-        history.restart({});
-        CaretPosition at;
-        for (const QString &step : steps.split(u' ', Qt::SkipEmptyParts)) {
-            if (step == u"<") {
-                at = history.stepBack();
-            } else if (step == u">") {
-                at = history.stepForward();
-            } else if (step.startsWith(u'!')) {
-                at = {step.mid(1).toInt(), 0};
-                history.restart(at);
-            } else {
-                at = {step.section(u'.', 0, 0).toInt(), step.section(u'.', 1).toInt()};
-                history.record(at);
+        const std::pair<QString, QString> rows[] = {
+            {u""_s, u"0.0"_s},
+            {u"1.0 2.0"_s, u"2.0<"_s},
+            {u"1.0 2.0 <"_s, u"1.0<>"_s},
+            {u"1.0 2.0 < < >"_s, u"1.0<>"_s},
+            {u"1.0 < < <"_s, u"0.0>"_s},
+            {u"1.0 > >"_s, u"1.0<"_s},
+            {u"1.0 1.1 1.2 <"_s, u"0.0>"_s}, // typing in a line
+            {u"1.0 1.5 2.0 <"_s, u"1.5<>"_s}, // the newest column of a line
+            {u"1.0 2.0 < 1.0"_s, u"1.0<>"_s}, // the same place keeps what is later
+            {u"1.0 2.0 < 3.0"_s, u"3.0<"_s}, // another line drops it
+            {u"1.0 2.0 < 3.0 < >"_s, u"3.0<"_s}, // for good
+            {u"1.0 2.0 !5"_s, u"5.0"_s},
+            {u"1.0 !5 6.0 <"_s, u"5.0>"_s},
+        };
+        for (const auto &[steps, outcome] : rows) {
+            LineHistory history;
+            history.restart({});
+            CaretPosition at;
+            for (const QString &step : steps.split(u' ', Qt::SkipEmptyParts)) {
+                if (step == u"<") {
+                    at = history.stepBack();
+                } else if (step == u">") {
+                    at = history.stepForward();
+                } else if (step.startsWith(u'!')) {
+                    at = {step.mid(1).toInt(), 0};
+                    history.restart(at);
+                } else {
+                    at = {step.section(u'.', 0, 0).toInt(), step.section(u'.', 1).toInt()};
+                    history.record(at);
+                }
             }
+            const QString reached = u"%1.%2%3%4"_s.arg(at.line).arg(at.column).arg(
+                history.hasEarlier() ? u"<"_s : QString(), history.hasLater() ? u">"_s : QString());
+            QVERIFY2(reached == outcome, qPrintable(steps + u" comes to "_s + reached));
         }
-        const QString outcome = QStringLiteral("%1.%2").arg(at.line).arg(at.column)
-            + (history.hasEarlier() ? QStringLiteral("<") : QString())
-            + (history.hasLater() ? QStringLiteral(">") : QString());
-        QTEST(outcome, "outcome");
     }
 
     void forgetsTheOldest()

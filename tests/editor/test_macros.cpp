@@ -3,19 +3,11 @@
 #include "editor/macro_services.h"
 #include "platform/control/code_editor.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QLabel>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QTreeWidget>
 #include <QtTest>
+#include <QtWidgets>
 
 using namespace editor;
+using namespace Qt::StringLiterals;
 using control::bytesOf;
 using control::CodeEditor;
 using control::Macro;
@@ -47,7 +39,7 @@ struct Folder
 
     QString path(const char *name = "") const
     {
-        return program.filePath(QStringLiteral("macros/%1").arg(QString::fromUtf8(name)));
+        return program.filePath(u"macros/%1"_s.arg(QString::fromUtf8(name)));
     }
     void add(const char *name, const QByteArray &bytes)
     {
@@ -97,11 +89,11 @@ struct Desk
     void type(const char *text) { QTest::keyClicks(&editor, QString::fromUtf8(text)); }
     void record() { QTest::keyClick(&editor, Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier); }
     void play(Qt::Key digit) { QTest::keyClick(&editor, digit, Qt::AltModifier); }
-    void repeat(const char *count)
+    void repeat(const char *count, Qt::Key end = Qt::Key_Return)
     {
-        inNextWindow("frmRepeatCount", [count](QWidget *window) {
+        inNextWindow("frmRepeatCount", [=](QWidget *window) {
             QTest::keyClicks(window->focusWidget(), QString::fromUtf8(count));
-            press(window, {Qt::Key_Return});
+            press(window, {end});
         });
         QTest::keyClick(&editor, Qt::Key_R, Qt::ControlModifier);
     }
@@ -119,83 +111,60 @@ class TestMacros : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void filesGoIntoTheirSlots_data()
-    {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<QList<int>>("filled");
-        QTest::addColumn<qsizetype>("notes");
-        const auto row = [](const char *name, const QList<int> &filled, qsizetype notes = 0) {
-            QTest::newRow(name) << QByteArray(name) << filled << notes;
-        };
-        row("3.dem", {3});
-        row("9.x.dem", {9});
-        row(" 4 .dem", {4});
-        row("5.3dem", {5});
-        row("07.dem", {7});
-        row("12.dem", {}, 1);
-        row("-1.dem", {}, 1);
-        row("99999999999.dem", {}, 1);
-        row("1.DEM", {});
-        row("2.dem~", {});
-        row("notes.dem", {0});
-        row("0x4.dem", {0});
-        row(".dem", {0});
-        row("7dem", {0});
-    }
     void filesGoIntoTheirSlots()
     {
-        QFETCH(QByteArray, name);
-        Folder folder;
-        folder.add(name, bytesOf(typing("a")) + "rest of an older one");
-        folder.files.LoadMacros();
-        QTEST(folder.filled(), "filled");
-        QTEST(folder.notes.size(), "notes");
+        const struct
+        {
+            const char *name;
+            QList<int> filled;
+            int notes = 0;
+        } rows[] = {
+            {"3.dem", {3}},  {"9.x.dem", {9}},  {" 4 .dem", {4}},   {"5.3dem", {5}},
+            {"07.dem", {7}}, {"12.dem", {}, 1}, {"-1.dem", {}, 1},  {"99999999999.dem", {}, 1},
+            {"1.DEM", {}},   {"2.dem~", {}},    {"notes.dem", {0}}, {"0x4.dem", {0}},
+            {".dem", {0}},   {"7dem", {0}},
+        };
+        for (const auto &[name, filled, notes] : rows) {
+            Folder folder;
+            folder.add(name, bytesOf(typing("a")) + "rest of an older one");
+            folder.files.LoadMacros();
+            QVERIFY2(folder.filled() == filled && folder.notes.size() == notes, name);
+        }
     }
 
-    // What the names before it say decides for a name without a number; which are before it, the file system.
+    // A name without a number goes by the one before it; which that is, the file system says.
     void nameWithoutNumberFollowsTheOneBefore()
     {
         Folder folder;
         for (const char *name : {"3.dem", "notes.dem", "6.dem", "other.dem"})
             folder.add(name, bytesOf(typing(name)));
-        QMap<int, QByteArray> expected;
+        MacroSlots expected;
         int slot = 0;
         for (QDirIterator names(folder.path(), QDir::Files); names.hasNext();) {
-            names.next();
-            if (names.fileName().front().isDigit())
-                slot = names.fileName().left(1).toInt();
-            expected.insert(slot, bytesOf(typing(names.fileName().toUtf8())));
+            const QByteArray name = names.nextFileInfo().fileName().toUtf8();
+            slot = isdigit(name[0]) ? name[0] - '0' : slot;
+            expected.setMacro(slot, bytesOf(typing(name)));
         }
         folder.files.LoadMacros();
-        QCOMPARE(folder.filled(), expected.keys());
-        for (const auto &[at, bytes] : expected.asKeyValueRange())
-            QCOMPARE(folder.macros.macro(at), bytes);
-    }
-
-    void slotsGetOneByteMore()
-    {
-        Folder folder;
-        folder.add("3.dem", "ten bytes.");
-        QCOMPARE(*macroFileBytes(folder.path("3.dem")), QByteArray("ten bytes.\0", 11));
-        folder.add("empty.dem", "");
-        QCOMPARE(*macroFileBytes(folder.path("empty.dem")), QByteArray("\0", 1));
+        for (int at = 0; at < MacroSlots::count; ++at)
+            QCOMPARE(folder.macros.macro(at), expected.macro(at));
     }
 
     void whatIsNoMacroFileIsSkipped()
     {
         Folder folder;
-        folder.files.LoadMacros();
-        QVERIFY(folder.filled().isEmpty() && folder.notes.isEmpty());
+        folder.add("3.dem", "ten bytes."); // a slot gets one byte more
+        QCOMPARE(*macroFileBytes(folder.path("3.dem")), QByteArray("ten bytes.\0", 11));
         QVERIFY(QDir().mkpath(folder.path("5.dem")));
-        folder.files.LoadMacros();
         folder.add("6.dem", bytesOf(typing("a")) + QByteArray(control::mostMacroBytes, 'x'));
         folder.add("7.dem", bytesOf(typing("a")).chopped(1));
+        folder.add("8.dem", "");
         folder.files.LoadMacros();
         QVERIFY(folder.filled().isEmpty());
-        QCOMPARE(folder.notes.size(), 4);
+        QCOMPARE(folder.notes.size(), 5);
         // One that cannot be read leaves its slot alone, one without a macro does not.
         folder.macros.setMacro(7, bytesOf(typing("b")));
-        folder.files.LoadMacroFile(folder.path("8.dem"), 7);
+        folder.files.LoadMacroFile(folder.path("9.dem"), 7);
         QCOMPARE(folder.filled(), QList<int>{7});
         folder.files.LoadMacroFile(folder.path("7.dem"), 7);
         QVERIFY(folder.filled().isEmpty());
@@ -235,12 +204,12 @@ private Q_SLOTS:
         desk.record();
         desk.type("ab");
         QTest::keyClick(&desk.editor, Qt::Key_Left);
-        QCOMPARE(state.last().first().toString(), QStringLiteral("Recording a macro: 3 steps"));
+        QCOMPARE(state.last().first().toString(), u"Recording a macro: 3 steps"_s);
         inNextWindow("frmMacroSlot", [](QWidget *window) {
             auto *list = window->findChild<QTreeWidget *>();
-            QCOMPARE(list->topLevelItem(0)->text(1), QStringLiteral("1 step"));
+            QCOMPARE(list->topLevelItem(0)->text(1), u"1 step"_s);
             QCOMPARE(list->currentItem(), list->topLevelItem(1));
-            QCOMPARE(list->currentItem()->text(1), QStringLiteral("empty"));
+            QCOMPARE(list->currentItem()->text(1), u"empty"_s);
             press(window, {Qt::Key_Down, Qt::Key_Return});
         });
         desk.record();
@@ -248,19 +217,19 @@ private Q_SLOTS:
         QCOMPARE(desk.macro(2), Macro({{0, "ab"}, {199, {}}}));
         desk.editor.loadText({});
         desk.repeat("3");
-        QCOMPARE(state.last().first().toString(), QStringLiteral("Repeat: 3"));
+        QCOMPARE(state.last().first().toString(), u"Repeat: 3"_s);
         desk.play(Qt::Key_3);
         QCOMPARE(desk.editor.text(), QByteArray("aaabbb"));
         QTest::keyClick(&desk.editor, Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(desk.editor.text(), QByteArray());
     }
 
-    void cancelledRecordingIsGone()
+    void whatIsCancelledIsNone()
     {
         Desk desk;
         desk.record();
         desk.record();
-        QCOMPARE(desk.notes.last(), QStringLiteral("Nothing was recorded."));
+        QCOMPARE(desk.notes.last(), u"Nothing was recorded."_s);
         desk.record();
         desk.type("a");
         inNextWindow("frmMacroSlot", [](QWidget *window) { press(window, {Qt::Key_Escape}); });
@@ -268,15 +237,9 @@ private Q_SLOTS:
         QVERIFY(!desk.services.recording());
         for (int slot = 0; slot < MacroSlots::count; ++slot)
             QVERIFY(desk.macro(slot).isEmpty());
-    }
-
-    void cancelledCountIsNone()
-    {
-        Desk desk;
         desk.repeat("7");
         QCOMPARE(desk.editor.repeatCount(), 7);
-        inNextWindow("frmRepeatCount", [](QWidget *window) { press(window, {Qt::Key_Escape}); });
-        QTest::keyClick(&desk.editor, Qt::Key_R, Qt::ControlModifier);
+        desk.repeat("", Qt::Key_Escape);
         QCOMPARE(desk.editor.repeatCount(), 1);
     }
 
@@ -305,24 +268,18 @@ private Q_SLOTS:
     void macroThatPlaysItselfIsRefused()
     {
         Desk desk;
-        desk.put(0, {{0, "a"}, {215, {}}});
-        desk.put(1, {{0, "b"}, {216, {}}});
-        desk.put(2, {{0, "c"}, {214, {}}});
-        desk.put(3, {{0, "d"}, {217, {}, 1000}});
+        const Macro macros[] = {
+            {{0, "a"}, {215, {}}}, {{0, "b"}, {216, {}}}, {{0, "c"}, {214, {}}}, {{0, "d"}, {217, {}, 1000}}};
+        for (int slot = 0; slot < 4; ++slot)
+            desk.put(slot, macros[slot]);
         desk.put(4, {{0, "e"}, {223, {}}});
-        const QList<std::pair<Qt::Key, QString>> keys = {
-            {Qt::Key_1, QStringLiteral("Macro 1 would play itself.")},
-            {Qt::Key_3, QStringLiteral("Macro 3 would play itself.")},
-            {Qt::Key_4, QStringLiteral("Macro 4 would play itself.")},
-            {Qt::Key_0, QStringLiteral("Macro 10 is empty.")},
-        };
-        for (const auto &[key, note] : keys) {
-            desk.play(key);
-            QCOMPARE(desk.notes.last(), note);
+        for (const int number : {1, 3, 4}) {
+            desk.play(Qt::Key(Qt::Key_0 + number));
+            QCOMPARE(desk.notes.last(), u"Macro %1 would play itself."_s.arg(number));
             QCOMPARE(desk.editor.text(), QByteArray());
         }
         desk.play(Qt::Key_5);
-        QCOMPARE(desk.notes.last(), QStringLiteral("Macro 10 is empty."));
+        QCOMPARE(desk.notes.last(), u"Macro 10 is empty."_s);
         QCOMPARE(desk.editor.text(), QByteArray("e"));
     }
 
@@ -333,7 +290,7 @@ private Q_SLOTS:
         inNextWindow("frmMacroProgress", [](QWidget *window) { press(window, {Qt::Key_Escape}); });
         desk.editor.setRepeatCount(control::mostRepeats);
         desk.play(Qt::Key_1);
-        QVERIFY(!desk.notes.isEmpty() && desk.notes.last().startsWith(QStringLiteral("Stopped after ")));
+        QVERIFY(!desk.notes.isEmpty() && desk.notes.last().startsWith(u"Stopped after "_s));
         QVERIFY(desk.editor.text().startsWith("<a/>\n<a/>\n"));
         desk.editor.undo();
         QCOMPARE(desk.editor.text(), QByteArray());

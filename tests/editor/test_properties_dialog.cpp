@@ -6,24 +6,13 @@
 #include "editor/sample_editor.h"
 #include "platform/control/code_editor.h"
 
-#include <QAbstractButton>
-#include <QCheckBox>
-#include <QColorDialog>
-#include <QComboBox>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTabWidget>
-#include <QTableWidget>
-#include <QTreeWidget>
 #include <QtTest>
+#include <QtWidgets>
 #include <set>
 
 using namespace editor;
 using control::EditorProperties;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,11 +22,11 @@ enum Page
     Fonts,
     Options,
     LanguageOfText,
-    Keyboard,
-    Pages
+    Keyboard
 };
 
 const QKeySequence ctrlD(Qt::CTRL | Qt::Key_D);
+const QKeySequence ctrlKS(Qt::CTRL | Qt::Key_K, QKeyCombination(Qt::Key_S));
 
 // The dialog over an editor, on a page.
 class Opened
@@ -58,7 +47,10 @@ public:
             QString::fromLatin1(name));
         return found != nullptr ? found : dialog.findChild<Control *>(QString::fromLatin1(name));
     }
-    void press(const char *name) { QTest::keyClick(find<QAbstractButton>(name), Qt::Key_Space); }
+    void key(const char *name, Qt::Key key) { QTest::keyClick(find<QWidget>(name), key); }
+    void press(const char *name) { key(name, Qt::Key_Space); }
+    bool canApply() { return find<QPushButton>("cmdApply")->isEnabled(); }
+    const EditorProperties &properties() const { return editor.properties(); }
     void chooseCommand(int command)
     {
         auto *list = find<QTreeWidget>("lstCommands");
@@ -78,27 +70,13 @@ void typeKeys(QWidget *into, const QKeySequence &keys)
         QTest::keyClick(into, keys[uint(stroke)].key(), keys[uint(stroke)].keyboardModifiers());
 }
 
-QChar mnemonicOf(const QString &text)
-{
-    const QKeySequence keys = QKeySequence::mnemonic(text);
-    return keys.isEmpty() ? QChar() : QChar(keys[0].key());
-}
-
-QString captionOf(const QWidget *widget)
-{
-    if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
-        return button->text();
-    const auto *label = qobject_cast<const QLabel *>(widget);
-    return label != nullptr && label->buddy() != nullptr ? label->text() : QString();
-}
-
 // What the user does on a page, and whether the editor has it.
 struct Case
 {
     const char *name;
     Page page;
     void (*act)(Opened &);
-    bool (*done)(const control::CodeEditor &);
+    bool (*done)(Opened &);
 };
 
 const Case cases[] = {
@@ -110,97 +88,72 @@ const Case cases[] = {
          chooser->setCurrentColor(QColor(1, 2, 3));
          chooser->accept();
      },
-     [](const control::CodeEditor &editor) {
-         return editor.properties().colours[control::KeywordInk] == 0x030201;
-     }},
+     [](Opened &on) { return on.properties().colours[control::KeywordInk] == 0x030201; }},
     {"colour of the palette", Colours,
      [](Opened &on) {
          on.find<QListWidget>("lstColours")->setCurrentRow(17);
-         QTest::keyClick(on.find<QCheckBox>("chkFollowsGround"), Qt::Key_Space);
+         on.press("chkFollowsGround");
      },
-     [](const control::CodeEditor &editor) {
-         return editor.properties().colours[control::HighlightGround] == control::noColour;
-     }},
-    {"size", Fonts, [](Opened &on) { QTest::keyClick(on.find<QDoubleSpinBox>("spnSize"), Qt::Key_Down); },
-     [](const control::CodeEditor &editor) { return editor.properties().font.size == 11.0; }},
-    {"strike-through", Fonts,
-     [](Opened &on) { QTest::keyClick(on.find<QCheckBox>("chkStrikethrough"), Qt::Key_Space); },
-     [](const control::CodeEditor &editor) { return editor.properties().font.strikethrough; }},
+     [](Opened &on) { return on.properties().colours[control::HighlightGround] == control::noColour; }},
+    {"size", Fonts, [](Opened &on) { on.key("spnSize", Qt::Key_Down); },
+     [](Opened &on) { return on.properties().font.size == 11.0; }},
+    {"strike-through", Fonts, [](Opened &on) { on.press("chkStrikethrough"); },
+     [](Opened &on) { return on.properties().font.strikethrough; }},
     {"style", Fonts,
      [](Opened &on) {
-         auto *styles = on.find<QTableWidget>("tblStyles");
-         styles->setCurrentCell(control::CommentStyle, 0);
-         QTest::keyClick(styles, Qt::Key_Space);
+         on.find<QTableWidget>("tblStyles")->setCurrentCell(control::CommentStyle, 0);
+         on.press("tblStyles");
      },
-     [](const control::CodeEditor &editor) {
-         return editor.properties().styles[control::CommentStyle] == (control::Bold | control::Italic);
+     [](Opened &on) {
+         return on.properties().styles[control::CommentStyle] == (control::Bold | control::Italic);
      }},
     {"numbering", Options,
      [](Opened &on) {
-         QTest::keyClick(on.find<QComboBox>("cboNumberingStyle"), Qt::Key_Down);
-         QTest::keyClick(on.find<QSpinBox>("spnNumberingStart"), Qt::Key_Down);
+         on.key("cboNumberingStyle", Qt::Key_Down);
+         on.key("spnNumberingStart", Qt::Key_Down);
      },
-     [](const control::CodeEditor &editor) {
-         return editor.properties().numberingStyle == 2 && editor.properties().numberingStart == 0;
-     }},
-    {"typing", Options,
-     [](Opened &on) { QTest::keyClick(on.find<QCheckBox>("chkCloseOnBracket"), Qt::Key_Space); },
-     [](const control::CodeEditor &editor) { return editor.properties().closeOnBracket; }},
+     [](Opened &on) { return on.properties().numberingStyle == 2 && on.properties().numberingStart == 0; }},
+    {"typing", Options, [](Opened &on) { on.press("chkCloseOnBracket"); },
+     [](Opened &on) { return on.properties().closeOnBracket; }},
     {"keys", Keyboard,
      [](Opened &on) {
          on.chooseCommand(131);
-         typeKeys(on.find<KeysEdit>("txtKeys"),
-                  QKeySequence(Qt::CTRL | Qt::Key_K, QKeyCombination(Qt::Key_S)));
-         QTest::keyClick(on.find<KeysEdit>("txtKeys"), Qt::Key_Return);
+         typeKeys(on.find<KeysEdit>("txtKeys"), ctrlKS);
+         on.key("txtKeys", Qt::Key_Return);
      },
-     [](const control::CodeEditor &editor) {
-         return editor.library()->shortcuts.command(
-                    QKeySequence(Qt::CTRL | Qt::Key_K, QKeyCombination(Qt::Key_S)))
-             == 131;
-     }},
+     [](Opened &on) { return on.editor.library()->shortcuts.command(ctrlKS) == 131; }},
 };
 
 } // namespace
-
-Q_DECLARE_METATYPE(const Case *)
 
 class TestPropertiesDialog : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void choices_data()
-    {
-        QTest::addColumn<const Case *>("row");
-        for (const Case &row : cases)
-            QTest::newRow(row.name) << &row;
-    }
-
     // Reaches the editor with Apply, not with Cancel, and is told once; the same again changes nothing.
     void choices()
     {
-        QFETCH(const Case *, row);
-        Opened on(row->page);
-        row->act(on);
-        QVERIFY(!row->done(on.editor));
-        on.dialog.reject();
-        QVERIFY(!row->done(on.editor));
-        on.dialog.show();
-        QVERIFY(!on.find<QPushButton>("cmdApply")->isEnabled());
-        row->act(on);
-        QVERIFY(on.find<QPushButton>("cmdApply")->isEnabled());
-        on.press("cmdApply");
-        QVERIFY(row->done(on.editor));
-        QCOMPARE(on.told.count(), 1);
-        QVERIFY(!on.find<QPushButton>("cmdApply")->isEnabled());
-        on.dialog.accept();
-        QCOMPARE(on.told.count(), 1);
-        on.dialog.show();
-        on.press("cmdDefaults");
-        on.dialog.accept();
-        QVERIFY(!row->done(on.editor));
-        QCOMPARE(on.editor.properties(), control::CodeEditor().properties());
-        QCOMPARE(on.told.count(), 2);
+        for (const Case &row : cases) {
+            Opened on(row.page);
+            row.act(on);
+            on.dialog.reject();
+            QVERIFY2(!row.done(on), row.name);
+            on.dialog.show();
+            QVERIFY2(!on.canApply(), row.name);
+            row.act(on);
+            QVERIFY2(on.canApply() && !row.done(on), row.name);
+            on.press("cmdApply");
+            QVERIFY2(row.done(on) && !on.canApply(), row.name);
+            on.dialog.accept();
+            QCOMPARE(on.told.count(), 1);
+            on.dialog.show();
+            on.press("cmdDefaults");
+            on.dialog.accept();
+            QVERIFY2(!row.done(on), row.name);
+            QCOMPARE(on.properties(), control::CodeEditor().properties());
+            QCOMPARE(on.told.count(), 2);
+        }
     }
 
     void manyChoicesAreToldOnce()
@@ -212,7 +165,7 @@ private Q_SLOTS:
         }
         on.dialog.accept();
         for (const Case &row : cases)
-            QVERIFY2(row.done(on.editor), row.name);
+            QVERIFY2(row.done(on), row.name);
         QCOMPARE(on.told.count(), 1);
     }
 
@@ -232,7 +185,7 @@ private Q_SLOTS:
             on.dialog.show();
             on.find<QTabWidget>("tabPages")->setCurrentIndex(page);
         }
-        QVERIFY(!on.find<QPushButton>("cmdApply")->isEnabled());
+        QVERIFY(!on.canApply());
         on.press("chkRenameBoth");
         on.dialog.accept();
         odd.renameBoth = false;
@@ -243,7 +196,6 @@ private Q_SLOTS:
     {
         Opened on(Fonts);
         const auto *faces = on.find<QComboBox>("cboFace");
-        QVERIFY(faces->count() > 0);
         for (int face = 0; face < faces->count(); ++face)
             QVERIFY2(QFontInfo(QFont(faces->itemText(face))).fixedPitch(), qPrintable(faces->itemText(face)));
     }
@@ -259,19 +211,7 @@ private Q_SLOTS:
         QCOMPARE(on.told.count(), 0);
     }
 
-    void sampleShowsEverySlot()
-    {
-        std::set<int> shown;
-        const QList<QByteArray> lines = QByteArray(sampleText).split('\n');
-        for (const ColourClass &row : colourClasses()) {
-            shown.insert({row.ink, row.ground});
-            QVERIFY2(lines.value(row.line).contains(row.piece), qPrintable(row.label()));
-        }
-        shown.erase(-1);
-        QCOMPARE(int(shown.size()), control::colourSlots);
-    }
-
-    // Every class with a colour of its own is coloured by it in its piece of the sample.
+    // Every class with a colour of its own is coloured by it in its piece of the sample; no slot is left out.
     void sampleShowsTheDraft()
     {
         SampleEditor sample;
@@ -279,18 +219,22 @@ private Q_SLOTS:
         for (int slot = 0; slot < control::colourSlots; ++slot)
             properties.colours[size_t(slot)] = 0x102030 + slot;
         sample.setProperties(properties);
+        sample.send(QsciScintillaBase::SCI_COLOURISE, 0, -1);
+        std::set<int> shown{-1};
         for (const ColourClass &row : colourClasses()) {
+            shown.insert({row.ink, row.ground});
             const QByteArray piece(row.piece);
+            const auto place = QByteArray(sampleText).split('\n').value(row.line).indexOf(piece);
+            QVERIFY2(place >= 0, qPrintable(row.label()));
             if (row.ink < 0 || piece.isEmpty())
                 continue;
-            const QByteArray line = QByteArray(sampleText).split('\n').at(row.line);
-            const long at = sample.send(QsciScintillaBase::SCI_POSITIONFROMLINE, ulong(row.line))
-                + line.indexOf(piece) + piece.size() / 2;
-            sample.send(QsciScintillaBase::SCI_COLOURISE, 0, -1);
+            const long at = sample.send(QsciScintillaBase::SCI_POSITIONFROMLINE, ulong(row.line)) + place
+                + piece.size() / 2;
             const long style = sample.send(QsciScintillaBase::SCI_GETSTYLEAT, ulong(at)) & 0xFF;
             QVERIFY2(sample.send(QsciScintillaBase::SCI_STYLEGETFORE, ulong(style)) == 0x102030 + row.ink,
-                     qPrintable(QStringLiteral("%1, style %2").arg(row.label()).arg(style)));
+                     qPrintable(row.label()));
         }
+        QCOMPARE(int(shown.size()), control::colourSlots + 1);
     }
 
     void conflictIsToldAndTakesTheKey()
@@ -298,39 +242,34 @@ private Q_SLOTS:
         Opened on(Keyboard);
         on.chooseCommand(131);
         typeKeys(on.find<KeysEdit>("txtKeys"), ctrlD);
-        QVERIFY(on.find<QLabel>("lblState")
-                    ->text()
-                    .startsWith(QStringLiteral("Ctrl+D is used by Duplicate Selection or Line.")));
+        const QString told = on.find<QLabel>("lblState")->text();
+        QVERIFY(told.startsWith(u"Ctrl+D is used by Duplicate Selection or Line."_s));
         on.press("cmdAssign");
         on.dialog.accept();
         QCOMPARE(on.keysOf(131), QList<QKeySequence>{ctrlD});
         QCOMPARE(on.keysOf(114), QList<QKeySequence>());
     }
 
-    void conflicts_data()
-    {
-        QTest::addColumn<QKeySequence>("keys");
-        QTest::addColumn<QList<int>>("losers");
-        QTest::newRow("free") << QKeySequence(Qt::CTRL | Qt::Key_K) << QList<int>();
-        QTest::newRow("own") << QKeySequence(Qt::CTRL | Qt::Key_Z) << QList<int>();
-        QTest::newRow("used") << ctrlD << QList<int>{114};
-        QTest::newRow("behind a used one")
-            << QKeySequence(Qt::CTRL | Qt::Key_D, QKeyCombination(Qt::Key_X)) << QList<int>{114};
-    }
     void conflicts()
     {
-        QFETCH(QKeySequence, keys);
-        QFETCH(QList<int>, losers);
-        control::ShortcutTable table;
-        QList<int> found;
-        for (const KeyConflict &conflict : keyConflicts(table, 100, keys))
-            found.append(conflict.command);
-        QCOMPARE(found, losers);
-        assignKeys(table, 100, {keys});
-        QVERIFY(keyConflicts(table, 100, keys).isEmpty());
-        // One stroke alone takes the longer keys it begins.
-        assignKeys(table, 101, {QKeySequence(keys[0])});
-        QVERIFY(table.shortcuts(100).isEmpty());
+        const std::tuple<QKeySequence, QList<int>> rows[] = {
+            {QKeySequence(Qt::CTRL | Qt::Key_K), {}}, // free
+            {QKeySequence(Qt::CTRL | Qt::Key_Z), {}}, // its own
+            {ctrlD, {114}},
+            {QKeySequence(Qt::CTRL | Qt::Key_D, QKeyCombination(Qt::Key_X)), {114}}, // behind a used one
+        };
+        for (const auto &[keys, losers] : rows) {
+            control::ShortcutTable table;
+            QList<int> found;
+            for (const KeyConflict &conflict : keyConflicts(table, 100, keys))
+                found.append(conflict.command);
+            QCOMPARE(found, losers);
+            assignKeys(table, 100, {keys});
+            QVERIFY(keyConflicts(table, 100, keys).isEmpty());
+            // One stroke alone takes the longer keys it begins.
+            assignKeys(table, 101, {QKeySequence(keys[0])});
+            QVERIFY(table.shortcuts(100).isEmpty());
+        }
     }
 
     void clearAndReset()
@@ -347,29 +286,22 @@ private Q_SLOTS:
         QCOMPARE(on.told.count(), 2);
     }
 
-    void filter_data()
-    {
-        QTest::addColumn<QString>("search");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<int>("count");
-        QTest::newRow("name") << QStringLiteral("sort l") << QStringLiteral("Sort Lines") << 2;
-        QTest::newRow("key") << QStringLiteral("ctrl+d") << QStringLiteral("Delete to Next Word") << 3;
-        QTest::newRow("none") << QStringLiteral("xyzzy") << QString() << 0;
-    }
     void filter()
     {
-        QFETCH(QString, search);
-        QFETCH(QString, first);
-        QFETCH(int, count);
-        Opened on(Keyboard);
-        QTest::keyClicks(on.find<QLineEdit>("txtSearch"), search);
-        const auto *list = on.find<QTreeWidget>("lstCommands");
-        int shown = 0;
-        for (int row = 0; row < list->topLevelItemCount(); ++row)
-            shown += list->topLevelItem(row)->isHidden() ? 0 : 1;
-        QCOMPARE(shown, count);
-        QCOMPARE(count == 0 ? QString() : list->currentItem()->text(0), first);
-        QCOMPARE(on.find<KeysEdit>("txtKeys")->isEnabled(), count > 0);
+        const std::tuple<QString, QString, int> rows[] = {{u"sort l"_s, u"Sort Lines"_s, 2},
+                                                          {u"ctrl+d"_s, u"Delete to Next Word"_s, 3},
+                                                          {u"xyzzy"_s, {}, 0}};
+        for (const auto &[search, first, count] : rows) {
+            Opened on(Keyboard);
+            QTest::keyClicks(on.find<QLineEdit>("txtSearch"), search);
+            const auto *list = on.find<QTreeWidget>("lstCommands");
+            int shown = 0;
+            for (int row = 0; row < list->topLevelItemCount(); ++row)
+                shown += list->topLevelItem(row)->isHidden() ? 0 : 1;
+            QCOMPARE(shown, count);
+            QCOMPARE(count == 0 ? QString() : list->currentItem()->text(0), first);
+            QCOMPARE(on.find<KeysEdit>("txtKeys")->isEnabled(), count > 0);
+        }
     }
 
     void fieldRecordsOrLetsGo()
@@ -389,48 +321,6 @@ private Q_SLOTS:
         keys->setFocus();
         QTest::keyClick(keys, Qt::Key_Escape);
         QVERIFY(!on.dialog.isVisible());
-    }
-
-    // Everything that takes the focus can be named and is reached by Tab; no letter leads to two controls.
-    void controls_data()
-    {
-        QTest::addColumn<int>("page");
-        const char *names[] = {"colours", "fonts", "options", "language", "keyboard"};
-        for (int page = 0; page < Pages; ++page)
-            QTest::newRow(names[page]) << page;
-    }
-    void controls()
-    {
-        QFETCH(int, page);
-        Opened on{Page(page)};
-        std::set<QWidget *> reached;
-        on.find<QPushButton>("OKButton")->setFocus();
-        for (int i = 0; i < 60; ++i) {
-            reached.insert(QApplication::focusWidget());
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        }
-        QMap<QChar, int> mnemonics;
-        const auto *tabs = on.find<QTabWidget>("tabPages");
-        for (int tab = 0; tab < tabs->count(); ++tab)
-            ++mnemonics[mnemonicOf(tabs->tabText(tab))];
-        for (QWidget *widget : on.dialog.findChildren<QWidget *>()) {
-            if (!widget->isVisible())
-                continue;
-            if (const QChar letter = mnemonicOf(captionOf(widget)); !letter.isNull())
-                ++mnemonics[letter];
-            if (reached.contains(widget) && qobject_cast<QTabBar *>(widget) == nullptr) {
-                QVERIFY2(!widget->objectName().isEmpty(), widget->metaObject()->className());
-                QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(widget);
-                QVERIFY2(!spoken->text(QAccessible::Name).isEmpty(), qPrintable(widget->objectName()));
-            }
-        }
-        for (auto letter = mnemonics.cbegin(); letter != mnemonics.cend(); ++letter)
-            QVERIFY2(*letter == 1, qPrintable(QString(letter.key())));
-        for (QWidget *widget : tabs->currentWidget()->findChildren<QWidget *>())
-            if (widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus)
-                && widget->focusProxy() == nullptr && !qobject_cast<QRadioButton *>(widget)
-                && !widget->objectName().startsWith(QStringLiteral("qt_")))
-                QVERIFY2(reached.contains(widget), qPrintable(widget->objectName()));
     }
 };
 

@@ -78,194 +78,157 @@ class ConvertTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void currentCode_data();
-    void currentCode();
-    void enabledControls();
-    void browse();
-    void transformation_data();
-    void transformation();
-    void missingFile_data();
-    void missingFile();
-    void unwritableOptions();
-    void panel();
-};
-
-void ConvertTest::currentCode_data()
-{
-    QTest::addColumn<int>("input");
-    QTest::addColumn<int>("output");
-    QTest::addColumn<QByteArray>("file");
-    const char *inputs[] = {"yes", "no", "no"};
-    const char *outputs[] = {"xml", "html", "xhtml"};
-    for (int input = 0; input < 3; ++input) {
-        for (int output = 0; output < 3; ++output)
-            QTest::addRow("%d to %s", input, outputs[output])
-                << input << output
-                << QByteArray("input-xml: ") + inputs[input] + "\r\noutput-" + outputs[output] + ": yes\r\n";
+    void currentCode()
+    {
+        const char *inputs[] = {"yes", "no", "no"};
+        const char *outputs[] = {"xml", "html", "xhtml"};
+        for (int kind = 0; kind < 9; ++kind) {
+            Desk desk;
+            QCOMPARE(desk.find<QComboBox>("cmbinput")->currentText(), q("xml"));
+            QCOMPARE(desk.find<QComboBox>("cmboutput")->currentText(), q("Well-formed xml"));
+            desk.text = "<p>Zo\xc3\xab";
+            desk.find<QComboBox>("cmbinput")->setCurrentIndex(kind / 3);
+            desk.find<QComboBox>("cmboutput")->setCurrentIndex(kind % 3);
+            desk.convert();
+            QCOMPARE(desk.perRunFile(),
+                     QByteArray("input-xml: ") + inputs[kind / 3] + "\r\noutput-" + outputs[kind % 3]
+                         + ": yes\r\n");
+            QCOMPARE(desk.runs, QList<QByteArray>({desk.text}));
+            QVERIFY(!desk.dialog.isVisible());
+        }
     }
-}
 
-void ConvertTest::currentCode()
-{
-    QFETCH(int, input);
-    QFETCH(int, output);
-    QFETCH(QByteArray, file);
-    Desk desk;
-    QCOMPARE(desk.find<QComboBox>("cmbinput")->currentText(), q("xml"));
-    QCOMPARE(desk.find<QComboBox>("cmboutput")->currentText(), q("Well-formed xml"));
-    desk.text = "<p>Zo\xc3\xab";
-    desk.find<QComboBox>("cmbinput")->setCurrentIndex(input);
-    desk.find<QComboBox>("cmboutput")->setCurrentIndex(output);
-    desk.convert();
-    QCOMPARE(desk.perRunFile(), file);
-    QCOMPARE(desk.runs, QList<QByteArray>({desk.text}));
-    QVERIFY(!desk.dialog.isVisible());
-}
+    void enabledControls()
+    {
+        const struct
+        {
+            const char *clicked;
+            const char *enabled;
+            const char *label;
+        } rows[] = {{"optjob0", "1100000", ""},
+                    {"optjob1", "0011011", "Select file:"},
+                    {"optxml1", "0011100", "Current Code."},
+                    {"optjob0", "1100000", ""}};
+        Desk desk;
+        for (const auto &[clicked, enabled, label] : rows) {
+            desk.find<QRadioButton>(clicked)->click();
+            QString now;
+            for (const char *name :
+                 {"cmbinput", "cmboutput", "optxml0", "txtfile0", "cmdbrowse0", "txtfile1", "cmdbrowse1"})
+                now += desk.find<QWidget>(name)->isEnabled() ? u'1' : u'0';
+            QCOMPARE(now, q(enabled));
+            QVERIFY(!*label || desk.find<QLabel>("lblxsl")->text() == q(label));
+        }
+    }
 
-void ConvertTest::enabledControls()
-{
-    Desk desk;
-    const auto enabled = [&desk] {
-        QString out;
-        for (const char *name :
-             {"cmbinput", "cmboutput", "optxml0", "txtfile0", "cmdbrowse0", "txtfile1", "cmdbrowse1"})
-            out += desk.find<QWidget>(name)->isEnabled() ? u'1' : u'0';
-        return out;
-    };
-    auto *xsl = desk.find<QLabel>("lblxsl");
-    QCOMPARE(enabled(), q("1100000"));
-    desk.find<QRadioButton>("optjob1")->click();
-    QCOMPARE(enabled(), q("0011011"));
-    QCOMPARE(xsl->text(), q("Select file:"));
-    QVERIFY(xsl->alignment().testFlag(Qt::AlignLeft));
-    desk.find<QRadioButton>("optxml1")->click();
-    QCOMPARE(enabled(), q("0011100"));
-    QCOMPARE(xsl->text(), q("Current Code."));
-    QVERIFY(xsl->alignment().testFlag(Qt::AlignHCenter));
-    desk.find<QRadioButton>("optjob0")->click();
-    QCOMPARE(enabled(), q("1100000"));
-}
+    void browse()
+    {
+        const char *rows[][4]
+            = {{"optxml0", "cmdbrowse1", "txtfile1",
+                "XSLT Stylesheets (*.xsl;*.xslt)|*.xsl;*.xslt|All files (*.*)|*.*"},
+               {"optxml1", "cmdbrowse0", "txtfile0", "XML Documents (*.xml)|*.xml|All files (*.*)|*.*"}};
+        for (const auto &[option, button, box, filter] : rows) {
+            Desk desk;
+            const QString path = desk.write("s", sheet);
+            desk.find<QRadioButton>("optjob1")->click();
+            desk.find<QRadioButton>(option)->click();
+            for (const QString &answer : {desk.folder.filePath(q("none")), path, QString()})
+                desk.dialogs.answerFile(answer); // until there is such a file; then dismissed
+            desk.find<QPushButton>(button)->click();
+            desk.find<QPushButton>(button)->click();
+            QCOMPARE(desk.find<QLineEdit>(box)->text(), path);
+            QCOMPARE(desk.dialogs.files().size(), 3);
+            QCOMPARE(desk.dialogs.files().last().title, q("Open"));
+            QCOMPARE(desk.dialogs.files().last().filter, q(filter));
+        }
+    }
 
-void ConvertTest::browse()
-{
-    Desk desk;
-    const QString xsl = desk.write("s.xsl", sheet);
-    desk.find<QRadioButton>("optjob1")->click();
-    desk.dialogs.answerFile(desk.folder.filePath(q("none.xsl")));
-    desk.dialogs.answerFile(xsl);
-    desk.find<QPushButton>("cmdbrowse1")->click();
-    QCOMPARE(desk.find<QLineEdit>("txtfile1")->text(), xsl);
-    QCOMPARE(desk.dialogs.files().size(), 2);
-    QCOMPARE(desk.dialogs.files().last().title, q("Open"));
-    QCOMPARE(desk.dialogs.files().last().filter,
-             q("XSLT Stylesheets (*.xsl;*.xslt)|*.xsl;*.xslt|All files (*.*)|*.*"));
-    desk.dialogs.answerFile({});
-    desk.find<QPushButton>("cmdbrowse1")->click();
-    QCOMPARE(desk.find<QLineEdit>("txtfile1")->text(), xsl);
-    desk.find<QRadioButton>("optxml1")->click();
-    desk.dialogs.answerFile({});
-    desk.find<QPushButton>("cmdbrowse0")->click();
-    QCOMPARE(desk.dialogs.files().last().filter, q("XML Documents (*.xml)|*.xml|All files (*.*)|*.*"));
-    QCOMPARE(desk.dialogs.unanswered(), QStringList());
-}
+    void transformation_data()
+    {
+        QTest::addColumn<bool>("xmlIsCurrent");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("run"); // empty where it fails
+        QTest::addColumn<int>("line"); // of the first message, in the current text
+        const QByteArray xml = "<r>x</r>";
+        const QByteArray broken = "<r>\n</s>";
+        const QByteArray telling
+            = QByteArray(sheet).replace("<xsl:v", "\n<xsl:message>m</xsl:message><xsl:v");
+        QTest::newRow("current xml") << true << xml << sheet << QByteArray("<p>x</p>") << -1;
+        QTest::newRow("current style sheet") << false << sheet << xml << QByteArray("<p>x</p>") << -1;
+        QTest::newRow("broken current text") << true << broken << sheet << QByteArray() << 2;
+        QTest::newRow("broken file") << true << xml << broken << QByteArray() << 0;
+        QTest::newRow("message of the current sheet")
+            << false << telling << xml << QByteArray("<p>x</p>") << 2;
+        QTest::newRow("message of another sheet") << true << xml << telling << QByteArray("<p>x</p>") << 0;
+    }
+    void transformation()
+    {
+        QFETCH(bool, xmlIsCurrent);
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, file);
+        QFETCH(QByteArray, run);
+        QFETCH(int, line);
+        Desk desk;
+        desk.text = text;
+        desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
+        desk.find<QRadioButton>("optjob1")->click();
+        desk.find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
+        desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")->setText(desk.write("other", file));
+        desk.convert();
+        QCOMPARE(desk.runs, run.isEmpty() ? QList<QByteArray>() : QList<QByteArray>({run}));
+        QCOMPARE(desk.perRunFile(), QByteArray(run.isEmpty() ? "" : "output-html: yes\r\n"));
+        QCOMPARE(desk.dialog.isVisible(), run.isEmpty());
+        QCOMPARE(desk.failure().isEmpty(), !run.isEmpty());
+        QCOMPARE(desk.messages.empty() ? -1 : desk.messages.front().line, line);
+        if (line == 0)
+            QVERIFY(desk.messages.front().text.startsWith(q("other, line 2: ")));
+    }
 
-void ConvertTest::transformation_data()
-{
-    QTest::addColumn<bool>("xmlIsCurrent");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QByteArray>("run"); // empty where it fails
-    QTest::addColumn<int>("line"); // of the first message, in the current text
-    const QByteArray xml = "<r>x</r>";
-    const QByteArray broken = "<r>\n</s>";
-    const QByteArray telling = QByteArray(sheet).replace("<xsl:v", "\n<xsl:message>m</xsl:message><xsl:v");
-    QTest::newRow("current xml") << true << xml << sheet << QByteArray("<p>x</p>") << -1;
-    QTest::newRow("current style sheet") << false << sheet << xml << QByteArray("<p>x</p>") << -1;
-    QTest::newRow("broken current text") << true << broken << sheet << QByteArray() << 2;
-    QTest::newRow("broken file") << true << xml << broken << QByteArray() << 0;
-    QTest::newRow("message of the current sheet") << false << telling << xml << QByteArray("<p>x</p>") << 2;
-    QTest::newRow("message of another sheet") << true << xml << telling << QByteArray("<p>x</p>") << 0;
-}
+    void missingFile()
+    {
+        const char *rows[][3] = {{"optxml0", "txtfile1", "You need to select a valid XSL file!"},
+                                 {"optxml1", "txtfile0", "You need to select a valid XML file!"}};
+        for (const auto &[option, box, message] : rows) {
+            Desk desk;
+            desk.find<QRadioButton>("optjob1")->click();
+            desk.find<QRadioButton>(option)->click();
+            const QString path = desk.write("found", "<r/>");
+            desk.dialogs.answer(dialogs::Answer::Ok);
+            desk.dialogs.answerFile(path);
+            desk.convert();
+            QCOMPARE(desk.dialogs.messages().first().text, q(message));
+            QCOMPARE(desk.find<QLineEdit>(box)->text(), path);
+            QVERIFY(desk.dialog.isVisible() && desk.runs.isEmpty());
+        }
+    }
 
-void ConvertTest::transformation()
-{
-    QFETCH(bool, xmlIsCurrent);
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, file);
-    QFETCH(QByteArray, run);
-    QFETCH(int, line);
-    Desk desk;
-    desk.text = text;
-    desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
-    desk.find<QRadioButton>("optjob1")->click();
-    desk.find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
-    desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")->setText(desk.write("other", file));
-    desk.convert();
-    QCOMPARE(desk.runs, run.isEmpty() ? QList<QByteArray>() : QList<QByteArray>({run}));
-    QCOMPARE(desk.perRunFile(), QByteArray(run.isEmpty() ? "" : "output-html: yes\r\n"));
-    QCOMPARE(desk.dialog.isVisible(), run.isEmpty());
-    QCOMPARE(desk.failure().isEmpty(), !run.isEmpty());
-    QCOMPARE(desk.messages.empty() ? -1 : desk.messages.front().line, line);
-    if (line == 0)
-        QVERIFY(desk.messages.front().text.startsWith(q("other, line 2: ")));
-}
+    void unwritableOptions()
+    {
+        Desk desk;
+        QVERIFY(QDir(desk.folder.path()).rmdir(q("tdyex")));
+        desk.convert();
+        QVERIFY(desk.dialog.isVisible() && !desk.failure().isEmpty() && desk.runs.isEmpty());
+    }
 
-void ConvertTest::missingFile_data()
-{
-    QTest::addColumn<QByteArray>("option");
-    QTest::addColumn<QByteArray>("box");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("xsl") << QByteArray("optxml0") << QByteArray("txtfile1")
-                         << q("You need to select a valid XSL file!");
-    QTest::newRow("xml") << QByteArray("optxml1") << QByteArray("txtfile0")
-                         << q("You need to select a valid XML file!");
-}
-
-void ConvertTest::missingFile()
-{
-    QFETCH(QByteArray, option);
-    QFETCH(QByteArray, box);
-    QFETCH(QString, message);
-    Desk desk;
-    desk.find<QRadioButton>("optjob1")->click();
-    desk.find<QRadioButton>(option)->click();
-    const QString path = desk.write("found", "<r/>");
-    desk.dialogs.answer(dialogs::Answer::Ok);
-    desk.dialogs.answerFile(path);
-    desk.convert();
-    QCOMPARE(desk.dialogs.messages().first().text, message);
-    QCOMPARE(desk.find<QLineEdit>(box)->text(), path);
-    QVERIFY(desk.dialog.isVisible());
-    QVERIFY(desk.runs.isEmpty());
-}
-
-void ConvertTest::unwritableOptions()
-{
-    Desk desk;
-    QVERIFY(QDir(desk.folder.path()).rmdir(q("tdyex")));
-    desk.convert();
-    QVERIFY(desk.dialog.isVisible());
-    QVERIFY(!desk.failure().isEmpty());
-    QVERIFY(desk.runs.isEmpty());
-}
-
-void ConvertTest::panel()
-{
-    MessagesPanel panel;
-    panel.showMessages(
-        {{3, 7, Severity::Warning, q("missing </p>")}, {0, 0, Severity::Information, q("done")}});
-    panel.show();
-    auto *list = panel.findChild<QTreeWidget *>();
-    QCOMPARE(panel.findChild<QLabel *>()->text(), q("0 errors, 1 warning"));
-    QSignalSpy chosen(&panel, &MessagesPanel::placeChosen);
-    for (int row : {1, 0})
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                          list->visualItemRect(list->topLevelItem(row)).center());
-    QVERIFY(!chosen.isEmpty());
-    QCOMPARE(chosen.first(), QVariantList({3, 7}));
-    panel.showMessages({});
-    QCOMPARE(list->topLevelItemCount(), 0);
-}
+    void panel()
+    {
+        MessagesPanel panel;
+        panel.showMessages(
+            {{3, 7, Severity::Warning, q("missing </p>")}, {0, 0, Severity::Information, q("done")}});
+        panel.show();
+        auto *list = panel.findChild<QTreeWidget *>();
+        QCOMPARE(panel.findChild<QLabel *>()->text(), q("0 errors, 1 warning"));
+        QSignalSpy chosen(&panel, &MessagesPanel::placeChosen);
+        for (int row : {1, 0})
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualItemRect(list->topLevelItem(row)).center());
+        QVERIFY(!chosen.isEmpty());
+        QCOMPARE(chosen.first(), QVariantList({3, 7}));
+        panel.showMessages({});
+        QCOMPARE(list->topLevelItemCount(), 0);
+    }
+};
 
 QTEST_MAIN(ConvertTest)
 #include "test_convert.moc"

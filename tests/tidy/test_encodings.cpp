@@ -53,10 +53,66 @@ class TestEncodings : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void survive_data();
-    void survive();
-    void written_data();
-    void written();
+    void survive_data()
+    {
+        QTest::addColumn<QByteArray>("options");
+        for (const char *output : {"output-html", "output-xhtml", "output-xml"}) {
+            const QByteArray kind = QByteArray("input-xml: no\r\n") + output + ": yes\r\n";
+            for (const QString &first : encodings()) {
+                const QByteArray together = "char-encoding: " + first.toLatin1() + "\r\n";
+                QTest::newRow(together.trimmed() + " to " + output) << kind + together;
+                const bool all = qstrcmp(output, "output-html") == 0;
+                for (const QString &second : all ? encodings() : QStringList(first)) {
+                    const QByteArray pair = "input-encoding: " + first.toLatin1()
+                        + "\r\noutput-encoding: " + second.toLatin1() + "\r\n";
+                    QTest::newRow(pair.simplified() + " to " + output) << kind + pair;
+                }
+            }
+        }
+    }
+    // In text and values as itself or as a reference; elsewhere, where a reference would mean something else,
+    // as itself.
+    void survive()
+    {
+        QFETCH(QByteArray, options);
+        const QString page
+            = QStringLiteral("<html><head><meta charset=\"iso-8859-1\"><title>t</title></head><body>"
+                             "<!-- %1 --><p title=\"%1\">%1 &eacute;&alpha;&#26085;&#128512;</p>"
+                             "<script>s = '%1'</script></body></html>");
+        const QString out = run(options, page.arg(outside));
+        QCOMPARE(resolved(inside(out, "<p title=\"", "\"")), outside);
+        QCOMPARE(resolved(inside(out, "\">", "</p>")
+                              .section(QStringLiteral("<p title"), -1)
+                              .section(QLatin1Char('>'), -1)),
+                 outside + QStringLiteral(" éα日😀"));
+        QCOMPARE(inside(out, "<!-- ", " -->"), outside);
+        const QString script = inside(out, "s = '", "'");
+        QCOMPARE(options.contains("output-xml") ? resolved(script) : script, outside);
+    }
+
+    void written_data()
+    {
+        QTest::addColumn<QByteArray>("options");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *options, const char *text) {
+            QTest::newRow(QByteArray(options).simplified())
+                << QByteArray("input-xml: no\n") + options << QString::fromUtf8(text);
+        };
+        row("output-html: yes", "é日");
+        row("output-encoding: ascii\noutput-html: yes", "&eacute;&#26085;");
+        row("output-encoding: ascii\noutput-html: yes\nnumeric-entities: yes", "&#233;&#26085;");
+        row("output-encoding: ascii\noutput-xml: yes", "&#233;&#26085;");
+        row("output-encoding: latin1\noutput-html: yes", "é&#26085;");
+        row("char-encoding: mac\noutput-xhtml: yes", "&#233;&#26085;");
+        row("char-encoding: shiftjis\noutput-html: yes", "é日");
+        row("output-bom: yes\noutput-html: yes", "é日");
+    }
+    void written()
+    {
+        QFETCH(QByteArray, options);
+        const QString out = run(options, QStringLiteral("<title>t</title><p>&eacute;日</p>"));
+        QTEST(inside(out, "<p>", "</p>"), "text");
+    }
 
 private:
     QString run(const QByteArray &options, const QString &text) const
@@ -70,69 +126,6 @@ private:
 
     ExchangeFolder exchange_;
 };
-
-void TestEncodings::survive_data()
-{
-    QTest::addColumn<QByteArray>("options");
-    for (const char *output : {"output-html", "output-xhtml", "output-xml"}) {
-        const QByteArray kind = QByteArray("input-xml: no\r\n") + output + ": yes\r\n";
-        for (const QString &first : encodings()) {
-            const QByteArray together = "char-encoding: " + first.toLatin1() + "\r\n";
-            QTest::newRow(together.trimmed() + " to " + output) << kind + together;
-            const bool all = qstrcmp(output, "output-html") == 0;
-            for (const QString &second : all ? encodings() : QStringList(first)) {
-                const QByteArray pair = "input-encoding: " + first.toLatin1()
-                    + "\r\noutput-encoding: " + second.toLatin1() + "\r\n";
-                QTest::newRow(pair.simplified() + " to " + output) << kind + pair;
-            }
-        }
-    }
-}
-
-// In text and values as itself or as a reference; elsewhere, where a reference would mean something else, as
-// itself.
-void TestEncodings::survive()
-{
-    QFETCH(QByteArray, options);
-    const QString page
-        = QStringLiteral("<html><head><meta charset=\"iso-8859-1\"><title>t</title></head><body>"
-                         "<!-- %1 --><p title=\"%1\">%1 &eacute;&alpha;&#26085;&#128512;</p>"
-                         "<script>s = '%1'</script></body></html>");
-    const QString out = run(options, page.arg(outside));
-    QCOMPARE(resolved(inside(out, "<p title=\"", "\"")), outside);
-    QCOMPARE(
-        resolved(
-            inside(out, "\">", "</p>").section(QStringLiteral("<p title"), -1).section(QLatin1Char('>'), -1)),
-        outside + QStringLiteral(" éα日😀"));
-    QCOMPARE(inside(out, "<!-- ", " -->"), outside);
-    const QString script = inside(out, "s = '", "'");
-    QCOMPARE(options.contains("output-xml") ? resolved(script) : script, outside);
-}
-
-void TestEncodings::written_data()
-{
-    QTest::addColumn<QByteArray>("options");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char *options, const char *text) {
-        QTest::newRow(QByteArray(options).simplified())
-            << QByteArray("input-xml: no\n") + options << QString::fromUtf8(text);
-    };
-    row("output-html: yes", "é日");
-    row("output-encoding: ascii\noutput-html: yes", "&eacute;&#26085;");
-    row("output-encoding: ascii\noutput-html: yes\nnumeric-entities: yes", "&#233;&#26085;");
-    row("output-encoding: ascii\noutput-xml: yes", "&#233;&#26085;");
-    row("output-encoding: latin1\noutput-html: yes", "é&#26085;");
-    row("char-encoding: mac\noutput-xhtml: yes", "&#233;&#26085;");
-    row("char-encoding: shiftjis\noutput-html: yes", "é日");
-    row("output-bom: yes\noutput-html: yes", "é日");
-}
-
-void TestEncodings::written()
-{
-    QFETCH(QByteArray, options);
-    const QString out = run(options, QStringLiteral("<title>t</title><p>&eacute;日</p>"));
-    QTEST(inside(out, "<p>", "</p>"), "text");
-}
 
 QTEST_GUILESS_MAIN(TestEncodings)
 #include "test_encodings.moc"

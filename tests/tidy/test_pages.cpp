@@ -15,9 +15,47 @@ class TestPages : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pages_data();
-    void pages();
-    void again();
+    void pages_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<int>("output");
+        const QFileInfoList pages = QDir(QStringLiteral(XE_PAGES))
+                                        .entryInfoList({QStringLiteral("*.html")}, QDir::Files, QDir::Name);
+        QVERIFY(pages.size() >= 30);
+        for (const QFileInfo &page : pages) {
+            const QByteArray name = page.baseName().toUtf8();
+            QTest::newRow(name + " to XML") << page.filePath() << int(tidy::OutputKind::Xml);
+            QTest::newRow(name + " to XHTML") << page.filePath() << int(tidy::OutputKind::Xhtml);
+        }
+    }
+    // The words that must come through are marked by "keep".
+    void pages()
+    {
+        QFETCH(QString, page);
+        QFETCH(int, output);
+        const auto text = files::readTextFile(page);
+        QVERIFY(text);
+        const QByteArray result = converted(text->utf8, tidy::InputKind::Html, tidy::OutputKind(output));
+        const auto fault = dom::checkWellFormed(result);
+        QVERIFY2(!fault, fault ? qPrintable(fault->reason + fault->sourceText) : "");
+        static const QRegularExpression marked(QStringLiteral("keep\\w+"),
+                                               QRegularExpression::UseUnicodePropertiesOption);
+        const QString after = QString::fromUtf8(result);
+        const QString before = QString::fromUtf8(text->utf8);
+        for (const QRegularExpressionMatch &word : marked.globalMatch(before))
+            QVERIFY2(after.contains(word.captured()), qPrintable(word.captured()));
+    }
+
+    // What was converted once is XML, and stays so.
+    void again()
+    {
+        const auto text = files::readTextFile(QStringLiteral(XE_PAGES "/word_2000.html"));
+        QVERIFY(text);
+        const QByteArray once = converted(text->utf8, tidy::InputKind::Html, tidy::OutputKind::Xml);
+        const QByteArray twice = converted(once, tidy::InputKind::Xml, tidy::OutputKind::Xml);
+        QVERIFY(!dom::checkWellFormed(twice));
+        QVERIFY(twice.contains("München"));
+    }
 
 private:
     QByteArray converted(const QByteArray &utf8, tidy::InputKind input, tidy::OutputKind output) const
@@ -30,49 +68,6 @@ private:
 
     ExchangeFolder exchange_;
 };
-
-void TestPages::pages_data()
-{
-    QTest::addColumn<QString>("page");
-    QTest::addColumn<int>("output");
-    const QFileInfoList pages
-        = QDir(QStringLiteral(XE_PAGES)).entryInfoList({QStringLiteral("*.html")}, QDir::Files, QDir::Name);
-    QVERIFY(pages.size() >= 30);
-    for (const QFileInfo &page : pages) {
-        const QByteArray name = page.baseName().toUtf8();
-        QTest::newRow(name + " to XML") << page.filePath() << int(tidy::OutputKind::Xml);
-        QTest::newRow(name + " to XHTML") << page.filePath() << int(tidy::OutputKind::Xhtml);
-    }
-}
-
-// The words that must come through are marked by "keep".
-void TestPages::pages()
-{
-    QFETCH(QString, page);
-    QFETCH(int, output);
-    const auto text = files::readTextFile(page);
-    QVERIFY(text);
-    const QByteArray result = converted(text->utf8, tidy::InputKind::Html, tidy::OutputKind(output));
-    const auto fault = dom::checkWellFormed(result);
-    QVERIFY2(!fault, fault ? qPrintable(fault->reason + fault->sourceText) : "");
-    static const QRegularExpression marked(QStringLiteral("keep\\w+"),
-                                           QRegularExpression::UseUnicodePropertiesOption);
-    const QString after = QString::fromUtf8(result);
-    const QString before = QString::fromUtf8(text->utf8);
-    for (const QRegularExpressionMatch &word : marked.globalMatch(before))
-        QVERIFY2(after.contains(word.captured()), qPrintable(word.captured()));
-}
-
-// What was converted once is XML, and stays so.
-void TestPages::again()
-{
-    const auto text = files::readTextFile(QStringLiteral(XE_PAGES "/word_2000.html"));
-    QVERIFY(text);
-    const QByteArray once = converted(text->utf8, tidy::InputKind::Html, tidy::OutputKind::Xml);
-    const QByteArray twice = converted(once, tidy::InputKind::Xml, tidy::OutputKind::Xml);
-    QVERIFY(!dom::checkWellFormed(twice));
-    QVERIFY(twice.contains("München"));
-}
 
 QTEST_GUILESS_MAIN(TestPages)
 #include "test_pages.moc"

@@ -60,136 +60,97 @@ class TestRunOptions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void configuration_data();
-    void configuration();
-    void meaning_data();
-    void meaning();
-    void installedTidy_data();
-    void installedTidy();
-    void offeredValues();
-};
-
-void TestRunOptions::configuration_data()
-{
-    QTest::addColumn<QByteArray>("standing");
-    QTest::addColumn<QByteArray>("perRun");
-    QTest::addColumn<QByteArray>("input");
-    QTest::addColumn<QByteArray>("given");
-    const auto row = [](const char *name, const char *standing, const char *perRun, const char *given,
-                        const char *input = "<a>\r\n") {
-        QTest::newRow(name) << QByteArray(standing) << QByteArray(perRun) << QByteArray(input)
-                            << QByteArray(given);
-    };
-    row("nothing said", "", "", "force-output: yes\n");
-    row("no output wanted from errors", "force-output: no\r\n", "", "force-output: no\n");
-    row("the later one wins", "wrap: 1\nWRAP: 2\ninput-xml: yes\n", "input-xml: no\n",
-        "wrap: 2\ninput-xml: no\nforce-output: yes\n");
-    row("one output", "output-xml: yes\noutput-xhtml: yes", "output-html: yes",
-        "output-html: yes\nforce-output: yes\n");
-    row("renamed", "hide-endtags: yes", "", "omit-optional-tags: yes\nforce-output: yes\n");
-    row("what XML is never without",
-        "hide-endtags: yes\nshow-body-only: yes\nfix-bad-comments: no\nnumeric-entities: no",
-        "output-xml: yes",
-        "fix-bad-comments: no\noutput-xml: yes\nnumeric-entities: yes\nforce-output: yes\n");
-    row("names may stay in XHTML", "numeric-entities: no\nfix-bad-comments: no", "output-xhtml: yes",
-        "numeric-entities: no\nfix-bad-comments: no\noutput-xhtml: yes\nforce-output: yes\n");
-    row("kept parsable", "", "output-xhtml: yes",
-        "output-xhtml: yes\nnumeric-entities: yes\nfix-bad-comments: yes\nforce-output: yes\n");
-    row("no other files", "write-back: yes\noutput-file: /x\nerror-file: ../y\ngnu-emacs-file: z\nsplit: yes",
-        "", "force-output: yes\n");
-    QTest::newRow("no other files, behind a zero byte")
-        << QByteArray("output-file\0a: /x\nwrite-back\0: yes\nwrap: 7\0output-file: /x", 58) << QByteArray()
-        << QByteArray("<a>\r\n") << QByteArray("force-output: yes\n");
-    row("identifier", "doctype: -//A//B//EN", "", "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
-    row("identifier in quotes", "doctype: \"-//A//B//EN\"", "",
-        "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
-    row("comments, continued and odd lines",
-        "# no\n// no\n\nno colon\n: no name\nalt-text:\nnew-inline-tags: a,\n  b\n", "",
-        "new-inline-tags: a, b\nforce-output: yes\n");
-    row("line ends follow the text", "", "", "force-output: yes\nnewline: LF\n", "<a>\n</a>\r\n");
-    row("CR LF", "", "", "force-output: yes\nnewline: CRLF\n", "<a>\r\n</a>\r\n");
-    row("CR", "", "", "force-output: yes\nnewline: CR\n", "<a>\r</a>\r\n");
-    row("line ends were chosen", "newline: CR", "", "newline: CR\nforce-output: yes\n", "<a>\n</a>\r\n");
-}
-
-void TestRunOptions::configuration()
-{
-    QFETCH(QByteArray, standing);
-    QFETCH(QByteArray, perRun);
-    QFETCH(QByteArray, input);
-    QTEST(reconciledOptions({standing, perRun}, input).configuration, "given");
-}
-
-void TestRunOptions::meaning_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<int>("alphabet");
-    QTest::addColumn<int>("output");
-    QTest::addColumn<bool>("named");
-    const auto row = [](const char *file, Alphabet alphabet, Output output, bool named) {
-        QTest::newRow(QByteArray(file).simplified())
-            << QByteArray(file) << int(alphabet) << int(output) << named;
-    };
-    row("input-encoding: ascii", Alphabet::Unicode, Output::AsInput, false);
-    row("output-encoding: utf8\nchar-encoding: ascii", Alphabet::Unicode, Output::AsInput, false);
-    row("char-encoding: win1252\noutput-html: yes", Alphabet::Ascii, Output::Html, true);
-    row("output-encoding: LATIN1\noutput-html: y\nnumeric-entities: yes", Alphabet::Latin1, Output::Html,
-        false);
-    row("output-encoding: ascii\noutput-xhtml: yes", Alphabet::Ascii, Output::Xhtml, false);
-}
-
-void TestRunOptions::meaning()
-{
-    QFETCH(QByteArray, file);
-    const RunOptions options = reconciledOptions({file}, "");
-    QTEST(int(options.alphabet), "alphabet");
-    QTEST(int(options.output), "output");
-    QTEST(options.namedReferences, "named");
-}
-
-// Whatever the catalogue holds is known to the installed Tidy under its present name, or left out for a
-// reason that this Tidy bears out.
-void TestRunOptions::installedTidy_data()
-{
-    QTest::addColumn<QString>("list");
-    QTest::newRow("-help-config") << QStringLiteral("-help-config");
-    QTest::newRow("-show-config") << QStringLiteral("-show-config");
-}
-
-void TestRunOptions::installedTidy()
-{
-    QFETCH(QString, list);
-    const QByteArrayList known = namesIn(tidySays({list}, QProcess::StandardOutput));
-    QVERIFY(known.size() > 50);
-    const QByteArrayList settledHere{"write-back",    "output-file",    "error-file",
-                                     "char-encoding", "input-encoding", "output-encoding"};
-    for (int index = 0; index < tidy::sentinelOption; ++index) {
-        const QByteArray name = tidy::optionCatalogue()[size_t(index)].name;
-        const std::optional<QByteArray> present = presentName(name);
-        QVERIFY2(!present || known.contains(*present), name.constData());
-        QVERIFY2(present || known.contains(name) == settledHere.contains(name), name.constData());
-        QVERIFY2(present == name || !known.contains(name) || settledHere.contains(name), name.constData());
+    void configuration_data()
+    {
+        QTest::addColumn<QByteArray>("standing");
+        QTest::addColumn<QByteArray>("perRun");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QByteArray>("given");
+        const auto row = [](const char *name, const char *standing, const char *perRun, const char *given,
+                            const char *input = "<a>\r\n") {
+            QTest::newRow(name) << QByteArray(standing) << QByteArray(perRun) << QByteArray(input)
+                                << QByteArray(given);
+        };
+        row("nothing said", "", "", "force-output: yes\n");
+        row("no output wanted from errors", "force-output: no\r\n", "", "force-output: no\n");
+        row("the later one wins", "wrap: 1\nWRAP: 2\ninput-xml: yes\n", "input-xml: no\n",
+            "wrap: 2\ninput-xml: no\nforce-output: yes\n");
+        row("one output", "output-xml: yes\noutput-xhtml: yes", "output-html: yes",
+            "output-html: yes\nforce-output: yes\n");
+        row("renamed", "hide-endtags: yes", "", "omit-optional-tags: yes\nforce-output: yes\n");
+        row("what XML is never without",
+            "hide-endtags: yes\nshow-body-only: yes\nfix-bad-comments: no\nnumeric-entities: no",
+            "output-xml: yes",
+            "fix-bad-comments: no\noutput-xml: yes\nnumeric-entities: yes\nforce-output: yes\n");
+        row("names may stay in XHTML", "numeric-entities: no\nfix-bad-comments: no", "output-xhtml: yes",
+            "numeric-entities: no\nfix-bad-comments: no\noutput-xhtml: yes\nforce-output: yes\n");
+        row("kept parsable", "", "output-xhtml: yes",
+            "output-xhtml: yes\nnumeric-entities: yes\nfix-bad-comments: yes\nforce-output: yes\n");
+        row("no other files",
+            "write-back: yes\noutput-file: /x\nerror-file: ../y\ngnu-emacs-file: z\nsplit: yes", "",
+            "force-output: yes\n");
+        QTest::newRow("no other files, behind a zero byte")
+            << QByteArray("output-file\0a: /x\nwrite-back\0: yes\nwrap: 7\0output-file: /x", 58)
+            << QByteArray() << QByteArray("<a>\r\n") << QByteArray("force-output: yes\n");
+        row("identifier", "doctype: -//A//B//EN", "", "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
+        row("identifier in quotes", "doctype: \"-//A//B//EN\"", "",
+            "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
+        row("comments, continued and odd lines",
+            "# no\n// no\n\nno colon\n: no name\nalt-text:\nnew-inline-tags: a,\n  b\n", "",
+            "new-inline-tags: a, b\nforce-output: yes\n");
+        row("line ends follow the text", "", "", "force-output: yes\nnewline: LF\n", "<a>\n</a>\r\n");
+        row("CR LF", "", "", "force-output: yes\nnewline: CRLF\n", "<a>\r\n</a>\r\n");
+        row("CR", "", "", "force-output: yes\nnewline: CR\n", "<a>\r</a>\r\n");
+        row("line ends were chosen", "newline: CR", "", "newline: CR\nforce-output: yes\n", "<a>\n</a>\r\n");
     }
-}
+    void configuration()
+    {
+        QFETCH(QByteArray, standing);
+        QFETCH(QByteArray, perRun);
+        QFETCH(QByteArray, input);
+        QTEST(reconciledOptions({standing, perRun}, input).configuration, "given");
+    }
 
-void TestRunOptions::offeredValues()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("configuration"));
-    for (int index = 0; index < tidy::listedOptions; ++index) {
-        const tidy::Option &option = tidy::optionCatalogue()[size_t(index)];
-        for (const QString &value : valuesFor(option)) {
-            const QByteArray line = option.name + QByteArray(": ") + value.toUtf8();
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(reconciledOptions({line}, "").configuration);
-            file.close();
-            const QByteArray complaint = tidySays(
-                {QStringLiteral("-config"), path, QStringLiteral("-show-config")}, QProcess::StandardError);
-            QVERIFY2(complaint.isEmpty(), (line + '\n' + complaint).constData());
+    // Whatever the catalogue holds is known to the installed Tidy under its present name, or left out for a
+    // reason that this Tidy bears out.
+    void installedTidy()
+    {
+        const QByteArrayList settledHere{"write-back",    "output-file",    "error-file",
+                                         "char-encoding", "input-encoding", "output-encoding"};
+        for (const QString &list : {QStringLiteral("-help-config"), QStringLiteral("-show-config")}) {
+            const QByteArrayList known = namesIn(tidySays({list}, QProcess::StandardOutput));
+            QVERIFY(known.size() > 50);
+            for (int index = 0; index < tidy::sentinelOption; ++index) {
+                const QByteArray name = tidy::optionCatalogue()[size_t(index)].name;
+                const std::optional<QByteArray> present = presentName(name);
+                QVERIFY2(!present || known.contains(*present), name.constData());
+                QVERIFY2(present || known.contains(name) == settledHere.contains(name), name.constData());
+                QVERIFY2(present == name || !known.contains(name) || settledHere.contains(name),
+                         name.constData());
+            }
         }
     }
-}
+
+    void offeredValues()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("configuration"));
+        for (int index = 0; index < tidy::listedOptions; ++index) {
+            const tidy::Option &option = tidy::optionCatalogue()[size_t(index)];
+            for (const QString &value : valuesFor(option)) {
+                const QByteArray line = option.name + QByteArray(": ") + value.toUtf8();
+                QFile file(path);
+                QVERIFY(file.open(QIODevice::WriteOnly));
+                file.write(reconciledOptions({line}, "").configuration);
+                file.close();
+                const QByteArray complaint
+                    = tidySays({QStringLiteral("-config"), path, QStringLiteral("-show-config")},
+                               QProcess::StandardError);
+                QVERIFY2(complaint.isEmpty(), (line + '\n' + complaint).constData());
+            }
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRunOptions)
 #include "test_run_options.moc"

@@ -68,225 +68,175 @@ class TestTidyRun : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void start();
-    void progress();
-    void outputs_data();
-    void outputs();
-    void noOutput();
-    void cannotPrepare();
-    void cannotStart();
-    void realRun();
-    void secondRun();
-    void lateLauncher_data();
-    void lateLauncher();
-    void messages_data();
-    void messages();
-    void manyMessages();
-};
-
-void TestTidyRun::start()
-{
-    Desk desk;
-    desk.exchange.write("d.txt", "left over");
-    desk.shell.onStart = [&](const QString &, const QString &) {
-        const bool ready = !desk.exchange.has("d.txt") && desk.exchange.content("i.txt") == "<p>\xC3\xA9\r\n";
-        return ready ? platform::Result<void>() : platform::Failure{QStringLiteral("too early")};
-    };
-    desk.run.start("<p>\xC3\xA9");
-    QCOMPARE(desk.notes, QStringList());
-    QCOMPARE(desk.shell.started,
-             QStringList(desk.exchange.at("proclltidy.exe") + QLatin1Char(' ') + desk.exchange.path()));
-    desk.run.tick();
-    QVERIFY(desk.run.inProgress());
-    QCOMPARE(desk.bar.values, (QList<int>{0, 1}));
-}
-
-void TestTidyRun::progress()
-{
-    Desk desk;
-    desk.run.start("<p>");
-    for (int tick = 0; tick < 200; ++tick)
-        desk.run.tick();
-    QList<int> expected;
-    for (int value = 0; value <= 95; ++value)
-        expected << value;
-    while (expected.size() < 201)
-        expected << (expected.last() == 95 ? 5 : expected.last() + 1);
-    QCOMPARE(desk.bar.values, expected);
-    desk.exchange.write("o.txt", "<p/>\n");
-    desk.exchange.write("d.txt", "");
-    desk.run.tick();
-    QCOMPARE(desk.bar.values.sliced(202), (QList<int>{100, NotedBar::hidden}));
-    QVERIFY(!desk.run.inProgress());
-}
-
-void TestTidyRun::outputs_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<QByteArray>("text");
-    const auto row = [](const char *name, const char *output, const char *text) {
-        QTest::newRow(name) << QByteArray(output) << QByteArray(text);
-    };
-    row("LF", "<a/>\n", "<a/>");
-    row("one line end is the file's", "<a/>\r\n\r\n", "<a/>\r\n");
-    row("CR", "<a/>\r", "<a/>");
-    row("mark", "\xEF\xBB\xBF<a/>", "<a/>");
-    row("UTF-8 whatever is declared", "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><a>\xC3\xA9</a>",
-        "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><a>\xC3\xA9</a>");
-    row("no UTF-8", "<a>\xFF</a>", "<a>\xEF\xBF\xBD</a>");
-}
-
-void TestTidyRun::outputs()
-{
-    QFETCH(QByteArray, output);
-    Desk desk;
-    desk.run.start("<p>");
-    desk.exchange.write("o.txt", output);
-    desk.exchange.write("d.txt", "");
-    desk.run.tick();
-    QTEST(desk.editor.text(), "text");
-    QVERIFY(desk.exchange.has("d.txt"));
-    desk.editor.undo();
-    QCOMPARE(desk.editor.text(), "<p>before");
-    QVERIFY(!desk.editor.canUndo());
-}
-
-void TestTidyRun::noOutput()
-{
-    Desk desk;
-    desk.run.start("<p>");
-    desk.exchange.write("d.txt", "");
-    desk.run.tick();
-    QCOMPARE(desk.editor.text(), "<p>before");
-    QVERIFY(!desk.editor.canUndo());
-    QCOMPARE(desk.notes.size(), 1);
-}
-
-// A folder stands where a file should: nothing may pass for this run's output.
-void TestTidyRun::cannotPrepare()
-{
-    for (const char *name : {"i.txt", "d.txt"}) {
+    void start()
+    {
         Desk desk;
-        QVERIFY(QDir(desk.exchange.path()).mkpath(desk.exchange.at(name) + QStringLiteral("/full")));
+        desk.exchange.write("d.txt", "left over");
+        desk.shell.onStart = [&](const QString &, const QString &) {
+            const bool ready
+                = !desk.exchange.has("d.txt") && desk.exchange.content("i.txt") == "<p>\xC3\xA9\r\n";
+            return ready ? platform::Result<void>() : platform::Failure{QStringLiteral("too early")};
+        };
+        desk.run.start("<p>\xC3\xA9");
+        QCOMPARE(desk.notes, QStringList());
+        QCOMPARE(desk.shell.started,
+                 QStringList(desk.exchange.at("proclltidy.exe") + QLatin1Char(' ') + desk.exchange.path()));
+        desk.run.tick();
+        QVERIFY(desk.run.inProgress());
+        QCOMPARE(desk.bar.values, (QList<int>{0, 1}));
+    }
+
+    void progress()
+    {
+        Desk desk;
+        desk.run.start("<p>");
+        for (int tick = 0; tick < 200; ++tick)
+            desk.run.tick();
+        QList<int> expected;
+        for (int value = 0; value <= 95; ++value)
+            expected << value;
+        while (expected.size() < 201)
+            expected << (expected.last() == 95 ? 5 : expected.last() + 1);
+        QCOMPARE(desk.bar.values, expected);
+        desk.exchange.write("o.txt", "<p/>\n");
+        desk.exchange.write("d.txt", "");
+        desk.run.tick();
+        QCOMPARE(desk.bar.values.sliced(202), (QList<int>{100, NotedBar::hidden}));
+        QVERIFY(!desk.run.inProgress());
+    }
+
+    void outputs_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QByteArray>("text");
+        const auto row = [](const char *name, const char *output, const char *text) {
+            QTest::newRow(name) << QByteArray(output) << QByteArray(text);
+        };
+        row("LF", "<a/>\n", "<a/>");
+        row("one line end is the file's", "<a/>\r\n\r\n", "<a/>\r\n");
+        row("CR", "<a/>\r", "<a/>");
+        row("mark", "\xEF\xBB\xBF<a/>", "<a/>");
+        row("UTF-8 whatever is declared", "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><a>\xC3\xA9</a>",
+            "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><a>\xC3\xA9</a>");
+        row("no UTF-8", "<a>\xFF</a>", "<a>\xEF\xBF\xBD</a>");
+    }
+    void outputs()
+    {
+        QFETCH(QByteArray, output);
+        Desk desk;
+        desk.run.start("<p>");
+        desk.exchange.write("o.txt", output);
+        desk.exchange.write("d.txt", "");
+        desk.run.tick();
+        QTEST(desk.editor.text(), "text");
+        QVERIFY(desk.exchange.has("d.txt"));
+        desk.editor.undo();
+        QCOMPARE(desk.editor.text(), "<p>before");
+        QVERIFY(!desk.editor.canUndo());
+    }
+
+    void noOutput()
+    {
+        Desk desk;
+        desk.run.start("<p>");
+        desk.exchange.write("d.txt", "");
+        desk.run.tick();
+        QVERIFY(desk.editor.text() == "<p>before" && !desk.editor.canUndo());
+        QCOMPARE(desk.notes.size(), 1);
+    }
+
+    // A folder stands where a file should: nothing may pass for this run's output.
+    void cannotPrepare()
+    {
+        for (const char *name : {"i.txt", "d.txt"}) {
+            Desk desk;
+            QVERIFY(QDir(desk.exchange.path()).mkpath(desk.exchange.at(name) + QStringLiteral("/full")));
+            desk.run.start("<p>");
+            QCOMPARE(desk.notes.size(), 1);
+            QVERIFY(!desk.run.inProgress() && desk.shell.started.isEmpty() && desk.bar.values.isEmpty());
+        }
+    }
+
+    void cannotStart()
+    {
+        Desk desk;
+        desk.shell.onStart = shell::startDetached;
+        QVERIFY(QFile::remove(desk.exchange.at("proclltidy.exe")));
         desk.run.start("<p>");
         QCOMPARE(desk.notes.size(), 1);
-        QVERIFY(!desk.run.inProgress() && desk.shell.started.isEmpty() && desk.bar.values.isEmpty());
+        QVERIFY(desk.run.inProgress());
     }
-}
 
-void TestTidyRun::cannotStart()
-{
-    Desk desk;
-    desk.shell.onStart = shell::startDetached;
-    QVERIFY(QFile::remove(desk.exchange.at("proclltidy.exe")));
-    desk.run.start("<p>");
-    QCOMPARE(desk.notes.size(), 1);
-    QVERIFY(desk.run.inProgress());
-}
+    // The first launcher's Tidy is still at work when the second run starts, and done only after that one.
+    void secondRun()
+    {
+        Desk desk;
+        desk.shell.onStart = shell::startDetached;
+        desk.exchange.fake("if grep -q first \"$1\"; then touch '" + desk.exchange.at("begun").toUtf8()
+                           + "'; while [ ! -e '" + desk.exchange.at("go").toUtf8()
+                           + "' ]; do sleep 0.02; done; fi\ncat \"$1\" >\"$out\"\n");
+        desk.run.start("<p>first");
+        QTRY_VERIFY_WITH_TIMEOUT(desk.exchange.has("begun"), 60'000);
+        desk.run.start("<p>second");
+        desk.waitForEnd();
+        QCOMPARE(desk.editor.text(), "<p>second");
+        QVERIFY(QFile::remove(desk.exchange.at("o.txt")));
+        desk.exchange.write("go", "");
+        const auto atWork = [&] {
+            return !QDir(desk.exchange.at("")).entryList({QStringLiteral("run-*")}, QDir::Dirs).isEmpty();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(!atWork(), 60'000);
+        QVERIFY(!desk.exchange.has("o.txt"));
+        desk.editor.undo();
+        QVERIFY(!desk.editor.canUndo());
+    }
 
-void TestTidyRun::realRun()
-{
-    Desk desk;
-    desk.shell.onStart = shell::startDetached;
-    desk.exchange.write("default2.tidy", "input-xml: no\r\noutput-xml: yes\r\n");
-    desk.run.start("<p>\xE6\x97\xA5<br>two & three");
-    desk.waitForEnd();
-    const QByteArray text = desk.editor.text();
-    QVERIFY2(text.contains("<br />two &amp; three") && text.contains("\xE6\x97\xA5")
-                 && text.endsWith("</html>"),
-             text.constData());
-    const auto isWarning = [](const Message &message) {
-        return message.severity == Severity::Warning && message.line == 1
-            && message.text.contains(QLatin1StringView("unescaped &"));
-    };
-    QVERIFY(std::any_of(desk.run.messages().begin(), desk.run.messages().end(), isWarning));
-}
+    void lateLauncher_data()
+    {
+        QTest::addColumn<QByteArray>("meanwhile");
+        QTest::addColumn<bool>("left");
+        QTest::newRow("nothing") << QByteArray(":") << true;
+        QTest::newRow("the program ended") << QByteArray("rm \"$dir/i.txt\"") << false;
+        QTest::newRow("another input")
+            << QByteArray("rm \"$dir/i.txt\"; echo other >\"$dir/i.txt\"") << false;
+        QTest::newRow("another input in its place")
+            << QByteArray("echo other >\"$dir/new\"; mv \"$dir/new\" \"$dir/i.txt\"") << false;
+    }
+    void lateLauncher()
+    {
+        QFETCH(QByteArray, meanwhile);
+        QFETCH(bool, left);
+        const ExchangeFolder exchange;
+        exchange.write("i.txt", "<p>\r\n");
+        exchange.fake("dir='" + exchange.at("").toUtf8() + "'\necho out >\"$out\"\n" + meanwhile + '\n');
+        QVERIFY(launcher::runTidy(exchange.path(), 60'000));
+        for (const char *name : {"o.txt", "d.txt", "f.txt"})
+            QCOMPARE(exchange.has(name), left);
+    }
 
-// The first launcher's Tidy is still at work when the second run starts, and done only after that one.
-void TestTidyRun::secondRun()
-{
-    Desk desk;
-    desk.shell.onStart = shell::startDetached;
-    desk.exchange.fake("if grep -q first \"$1\"; then touch '" + desk.exchange.at("begun").toUtf8()
-                       + "'; while [ ! -e '" + desk.exchange.at("go").toUtf8()
-                       + "' ]; do sleep 0.02; done; fi\ncat \"$1\" >\"$out\"\n");
-    desk.run.start("<p>first");
-    QTRY_VERIFY_WITH_TIMEOUT(desk.exchange.has("begun"), 60'000);
-    desk.run.start("<p>second");
-    desk.waitForEnd();
-    QCOMPARE(desk.editor.text(), "<p>second");
-    QVERIFY(QFile::remove(desk.exchange.at("o.txt")));
-    desk.exchange.write("go", "");
-    const auto atWork = [&] {
-        return !QDir(desk.exchange.at("")).entryList({QStringLiteral("run-*")}, QDir::Dirs).isEmpty();
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(!atWork(), 60'000);
-    QVERIFY(!desk.exchange.has("o.txt"));
-    desk.editor.undo();
-    QVERIFY(!desk.editor.canUndo());
-}
+    void messages()
+    {
+        const std::pair<const char *, Message> rows[] = {
+            {"line 1 column 241 - Error: <o:p> is unknown!",
+             {1, 241, Severity::Error, u"<o:p> is unknown!"_qs}},
+            {"line 12 column 1 - Warning: missing </p> - odd: yes\r",
+             {12, 1, Severity::Warning, u"missing </p> - odd: yes"_qs}},
+            {"/a: b/i.txt:8:19: Warning: <td> attribute", {8, 19, Severity::Warning, u"<td> attribute"_qs}},
+            {"line 1 column 1 - Info: value", {1, 1, Severity::Information, u"value"_qs}},
+            {"Config: unknown option: foo",
+             {0, 0, Severity::Information, u"Config: unknown option: foo"_qs}}};
+        for (const auto &[line, message] : rows)
+            QVERIFY2(messagesIn(QByteArray("\n") + line + "\n\n") == std::vector{message}, line);
+    }
 
-void TestTidyRun::lateLauncher_data()
-{
-    QTest::addColumn<QByteArray>("meanwhile");
-    QTest::addColumn<bool>("left");
-    QTest::newRow("nothing") << QByteArray(":") << true;
-    QTest::newRow("the program ended") << QByteArray("rm \"$dir/i.txt\"") << false;
-    QTest::newRow("another input") << QByteArray("rm \"$dir/i.txt\"; echo other >\"$dir/i.txt\"") << false;
-    QTest::newRow("another input in its place")
-        << QByteArray("echo other >\"$dir/new\"; mv \"$dir/new\" \"$dir/i.txt\"") << false;
-}
-
-void TestTidyRun::lateLauncher()
-{
-    QFETCH(QByteArray, meanwhile);
-    QFETCH(bool, left);
-    const ExchangeFolder exchange;
-    exchange.write("i.txt", "<p>\r\n");
-    exchange.fake("dir='" + exchange.at("").toUtf8() + "'\necho out >\"$out\"\n" + meanwhile + '\n');
-    QVERIFY(launcher::runTidy(exchange.path(), 60'000));
-    for (const char *name : {"o.txt", "d.txt", "f.txt"})
-        QCOMPARE(exchange.has(name), left);
-}
-
-void TestTidyRun::messages_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<int>("severity");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char *line, int lineNumber, int column, Severity severity, const char *text) {
-        QTest::newRow(line) << QByteArray(line) << lineNumber << column << int(severity)
-                            << QString::fromUtf8(text);
-    };
-    row("line 1 column 241 - Error: <o:p> is not recognized!", 1, 241, Severity::Error,
-        "<o:p> is not recognized!");
-    row("line 12 column 1 - Warning: missing </p> - odd: yes\r", 12, 1, Severity::Warning,
-        "missing </p> - odd: yes");
-    row("/a: b/i.txt:8:19: Warning: <td> attribute", 8, 19, Severity::Warning, "<td> attribute");
-    row("line 1 column 1 - Info: value", 1, 1, Severity::Information, "value");
-    row("Config: unknown option: foo", 0, 0, Severity::Information, "Config: unknown option: foo");
-}
-
-void TestTidyRun::messages()
-{
-    QFETCH(QByteArray, line);
-    const std::vector<Message> found = messagesIn("\n" + line + "\n\n");
-    QCOMPARE(found.size(), size_t(1));
-    QTEST(found[0].line, "row");
-    QTEST(found[0].column, "column");
-    QTEST(int(found[0].severity), "severity");
-    QTEST(found[0].text, "text");
-}
-
-void TestTidyRun::manyMessages()
-{
-    const std::vector<Message> found
-        = messagesIn(QByteArray("line 1 column 2 - Error: x\n").repeated(mostMessages + 3));
-    QCOMPARE(found.size(), size_t(mostMessages + 1));
-    QVERIFY(found.back().text.startsWith(QLatin1StringView("3 lines")));
-}
+    void manyMessages()
+    {
+        const std::vector<Message> found
+            = messagesIn(QByteArray("line 1 column 2 - Error: x\n").repeated(mostMessages + 3));
+        QCOMPARE(found.size(), size_t(mostMessages + 1));
+        QVERIFY(found.back().text.startsWith(QLatin1StringView("3 lines")));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestTidyRun)
 #include "test_tidy_run.moc"

@@ -71,6 +71,8 @@ private:
         static const char *const names[] = {
             "element", "text", "cdata", "comment", "pi",    "up",     "down",   "left",      "right", "up",
             "down",    "left", "right", "copy",    "paste", "delete", "delete", "attribute", "undo",  "redo"};
+        if (random_.bounded(3U) == 0)
+            openAndClose();
         const quint32 which = random_.bounded(quint32(std::size(names)) + 2);
         if (random_.bounded(3U) || !desk_.face.selected().parent().isValid())
             desk_.face.select(randomNode());
@@ -82,6 +84,20 @@ private:
             editOfOthers();
         } else if (const QByteArrayView name = names[which]; !(root && name == QByteArrayView("delete"))) {
             desk_.run(QString::fromLatin1(name));
+        }
+    }
+
+    void openAndClose()
+    {
+        const quint32 which = random_.bounded(20U);
+        if (which == 0) {
+            desk_.model.closeAll();
+        } else if (which < 4) {
+            tree::Opening opening = desk_.model.openAll();
+            if (opening.step(random_.bounded(30U)))
+                opening.stop();
+        } else {
+            desk_.model.setOpen(randomNode(), random_.bounded(3U));
         }
     }
 
@@ -104,14 +120,21 @@ private:
     void check()
     {
         keys_.clear();
-        checkBelow(desk_.model.index(0, 0), desk_.document.documentElement());
+        shown_ = 0;
+        checkBelow(desk_.model.index(0, 0), desk_.document.documentElement(), true);
+        QCOMPARE(desk_.model.shownCount(), shown_);
         const auto error = dom::checkWellFormed(desk_.document.xml());
         if (error)
             QFAIL(qPrintable(error->reason + QString::fromUtf8(desk_.document.xml())));
     }
 
-    void checkBelow(const QModelIndex &row, dom::Node *node)
+    void checkBelow(const QModelIndex &row, dom::Node *node, bool seen)
     {
+        QCOMPARE(desk_.model.positionOf(row), seen ? shown_ : -1);
+        if (seen) {
+            QCOMPARE(desk_.model.shownAt(shown_), row);
+            QCOMPARE(desk_.model.shownAfter(row), desk_.model.shownAt(++shown_));
+        }
         QCOMPARE(desk_.model.GetNodepar(row), node);
         const QString key = row.data(tree::TreeModel::KeyRole).toString();
         QVERIFY2(!keys_.contains(key), qPrintable(key));
@@ -125,7 +148,7 @@ private:
             children.insert(shown);
             if (!drops_)
                 QCOMPARE(shown, node->child(i));
-            checkBelow(child, shown);
+            checkBelow(child, shown, seen && desk_.model.isOpen(row));
         }
     }
 
@@ -155,6 +178,7 @@ private:
     bool drops_;
     CommandDesk desk_;
     QSet<QString> keys_;
+    qint64 shown_ = 0;
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tree/tree_model.h"
 #include "tree/tree_view.h"
 
+#include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -15,18 +16,211 @@ class TreeViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void rebuildSelectsAndOpensTheRoot();
-    void doubleClick_data();
-    void doubleClick();
-    void pressSelects_data();
-    void pressSelects();
-    void starOpensOneLevel();
-    void deepRowsComeIntoView();
-    void dropMovesTheNode();
-    void foreignDragsPassBy();
-    void freezeNests();
+    void init()
+    {
+        QVERIFY(!document_.load("<r><a><x><z/></x></a><!--n--><empty/></r>"));
+        model_ = std::make_unique<TreeModel>(document_);
+        view_ = std::make_unique<TreeView>(*model_);
+        model_->nametree(document_.documentElement());
+        view_->resize(400, 300);
+        view_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(view_.get()));
+    }
+
+    void cleanup()
+    {
+        view_.reset();
+        model_.reset();
+    }
+
+    void rebuildSelectsAndOpensTheRoot()
+    {
+        QCOMPARE(view_->objectName(), QStringLiteral("TreeView1"));
+        view_->open(child(0, root()));
+        view_->setCurrentIndex(child(1, root()));
+        model_->nametree(document_.documentElement());
+        QCOMPARE(view_->currentIndex(), root());
+        QVERIFY(view_->selectionModel()->isSelected(root()));
+        QVERIFY(view_->isExpanded(root()));
+        QVERIFY(!view_->isExpanded(child(0, root())));
+    }
+
+    void doubleClick_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<bool>("edits");
+        QTest::newRow("element with children") << 0 << false;
+        QTest::newRow("comment") << 1 << true;
+        QTest::newRow("element without children") << 2 << true;
+    }
+
+    void doubleClick()
+    {
+        QFETCH(int, row);
+        QFETCH(bool, edits);
+        QSignalSpy asked(view_.get(), &TreeView::editRequested);
+        QSignalSpy clicked(view_.get(), &TreeView::nodeClicked);
+        const QModelIndex node = child(row, root());
+        for (int times = 1; times <= 2; ++times) {
+            QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, middle(node));
+            QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, middle(node));
+            QCOMPARE(asked.count(), edits ? times : 0);
+            QCOMPARE(view_->isExpanded(node), !edits && times == 1);
+            QCOMPARE(view_->currentIndex(), node);
+        }
+        QVERIFY(clicked.count() >= 2);
+    }
+
+    void pressSelects_data()
+    {
+        QTest::addColumn<Qt::MouseButton>("button");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<int>("menus");
+        QTest::newRow("left") << Qt::LeftButton << Qt::KeyboardModifiers() << 0;
+        QTest::newRow("left with control")
+            << Qt::LeftButton << Qt::KeyboardModifiers(Qt::ControlModifier) << 0;
+        QTest::newRow("right") << Qt::RightButton << Qt::KeyboardModifiers() << 1;
+    }
+
+    void pressSelects()
+    {
+        QFETCH(Qt::MouseButton, button);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QSignalSpy asked(view_.get(), &TreeView::contextMenuRequested);
+        const QModelIndex node = child(1, root());
+        for (int times = 0; times < 2; ++times) { // a second press leaves it selected
+            QTest::mousePress(view_->viewport(), button, modifiers, middle(node));
+            QCOMPARE(view_->currentIndex(), node);
+            QCOMPARE(view_->selectionModel()->selectedIndexes(), QModelIndexList{node});
+            QTest::mouseRelease(view_->viewport(), button, modifiers, middle(node));
+        }
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, QPoint(200, 290)); // on no node
+        QVERIFY(view_->selectionModel()->isSelected(node));
+        QFETCH(int, menus);
+        QCOMPARE(asked.count(), 2 * menus);
+    }
+
+    void keys()
+    {
+        static constexpr struct
+        {
+            Qt::Key key;
+            const char *selected;
+            int shown;
+        } steps[] = {
+            {Qt::Key_Down, "a", 4},     {Qt::Key_Right, "a", 5},        {Qt::Key_Right, "x", 5},
+            {Qt::Key_Asterisk, "x", 6}, {Qt::Key_Left, "x", 5},         {Qt::Key_Left, "a", 5},
+            {Qt::Key_Asterisk, "a", 5}, {Qt::Key_Minus, "a", 4},        {Qt::Key_End, "empty", 4},
+            {Qt::Key_Up, "n", 4},       {Qt::Key_Home, "r", 4},         {Qt::Key_Left, "r", 1},
+            {Qt::Key_Right, "r", 4},    {Qt::Key_PageDown, "empty", 4}, {Qt::Key_A, "empty", 4},
+            {Qt::Key_PageUp, "r", 4},
+        };
+        for (const auto &step : steps) {
+            QTest::keyClick(view_.get(), step.key);
+            QCOMPARE(view_->currentIndex().data().toString(), QLatin1String(step.selected));
+            QCOMPARE(view_->shownRows(), step.shown);
+        }
+    }
+
+    void branches()
+    {
+        const QModelIndex a = child(0, root());
+        const QPoint branch(view_->visualRect(a).left() - view_->indentation() / 2, middle(a).y());
+        for (const bool open : {true, false}) {
+            QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, branch);
+            QCOMPARE(view_->isExpanded(a), open);
+            QCOMPARE(view_->indexBelow(a), open ? child(0, a) : child(1, root()));
+        }
+    }
+
+    void accessibleRows()
+    {
+        QAccessibleInterface *rows = QAccessible::queryAccessibleInterface(view_.get());
+        QCOMPARE(rows->role(), QAccessible::Tree);
+        QCOMPARE(rows->childCount(), 4);
+        QAccessibleInterface *a = rows->child(1);
+        QCOMPARE(a->text(QAccessible::Name), QStringLiteral("a"));
+        QVERIFY(a->state().collapsed && !a->state().selected);
+        a->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        a->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+        QVERIFY(a->state().expanded && a->state().selected);
+        QCOMPARE(rows->focusChild(), a);
+        QCOMPARE(rows->childCount(), 5);
+        QCOMPARE(rows->childAt(a->rect().center().x(), a->rect().center().y()), a);
+        QVERIFY(document_.insertBefore(document_.documentElement(),
+                                       *document_.createComment(QStringLiteral("n")),
+                                       document_.documentElement()->firstChild()));
+        QCOMPARE(rows->indexOfChild(a), 2);
+        QVERIFY(document_.removeChild(document_.documentElement(), document_.documentElement()->child(1)));
+        QCOMPARE(rows->childCount(), 4);
+    }
+
+    void deepRowsComeIntoView()
+    {
+        QVERIFY(!document_.load(QByteArray("<e>").repeated(120) + "leaf" + QByteArray("</e>").repeated(120)));
+        model_->nametree(document_.documentElement());
+        QModelIndex node = root();
+        for (; model_->hasChildren(node); node = child(0, node))
+            view_->open(node);
+        view_->setCurrentIndex(node);
+        const QRect view = view_->viewport()->rect();
+        const QRect row = view_->visualRect(node);
+        const int label = view_->fontMetrics().horizontalAdvance(QStringLiteral("leaf"));
+        QVERIFY(view.contains(row.topLeft()) && view.contains(row.left() + label, row.center().y()));
+        view_->setCurrentIndex(root()); // and shallow ones again
+        QVERIFY(view.contains(view_->visualRect(root()).topLeft()));
+    }
+
+    void dropMovesTheNode()
+    {
+        QSignalSpy dropped(view_.get(), &TreeView::dropped);
+        const QPersistentModelIndex comment = child(1, root());
+        const QPersistentModelIndex target = child(0, root());
+        view_->setCurrentIndex(comment);
+        model_->beginDrag(comment);
+        const std::unique_ptr<QMimeData> data(model_->mimeData({comment}));
+        QDragEnterEvent enter(middle(comment), Qt::MoveAction, data.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view_->viewport(), &enter);
+        QVERIFY(enter.isAccepted());
+        for (const QModelIndex &over : {child(0, root()), child(1, root()), root()}) {
+            QDragMoveEvent move(middle(over), Qt::MoveAction, data.get(), Qt::LeftButton, {});
+            QCoreApplication::sendEvent(view_->viewport(), &move);
+            QCOMPARE(move.isAccepted(), over != comment);
+        }
+        QDropEvent drop(middle(target), Qt::MoveAction, data.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view_->viewport(), &drop);
+        QVERIFY(drop.isAccepted());
+        QCOMPARE(dropped.count(), 1);
+        QVERIFY(!model_->IsDragging());
+        QCOMPARE(document_.xml(), QByteArray("<r><a><!--n--><x><z/></x></a><empty/></r>"));
+        QCOMPARE(comment.parent(), target);
+        QCOMPARE(view_->currentIndex(), comment);
+        QVERIFY(view_->isExpanded(target)); // what was dropped stays in sight
+    }
+
+    void foreignDragsPassBy()
+    {
+        QMimeData files;
+        files.setUrls({QUrl(QStringLiteral("file:///tmp/a.xml"))});
+        QDragEnterEvent enter(middle(root()), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, {});
+        enter.accept();
+        QCoreApplication::sendEvent(view_->viewport(), &enter);
+        QVERIFY(!enter.isAccepted());
+    }
+
+    void freezeNests()
+    {
+        {
+            Freeze outer;
+            outer.setForm(view_.get());
+            {
+                Freeze inner;
+                inner.setForm(view_.get());
+            }
+            QVERIFY(!view_->updatesEnabled());
+        }
+        QVERIFY(view_->updatesEnabled());
+    }
 
 private:
     QModelIndex child(int row, const QModelIndex &of) const { return model_->index(row, 0, of); }
@@ -37,164 +231,6 @@ private:
     std::unique_ptr<TreeModel> model_;
     std::unique_ptr<TreeView> view_;
 };
-
-void TreeViewTest::init()
-{
-    QVERIFY(!document_.load("<r><a><x><z/></x></a><!--n--><empty/></r>"));
-    model_ = std::make_unique<TreeModel>(document_);
-    view_ = std::make_unique<TreeView>(*model_);
-    model_->nametree(document_.documentElement());
-    view_->resize(400, 300);
-    view_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(view_.get()));
-}
-
-void TreeViewTest::cleanup()
-{
-    view_.reset();
-    model_.reset();
-}
-
-void TreeViewTest::rebuildSelectsAndOpensTheRoot()
-{
-    QCOMPARE(view_->objectName(), QStringLiteral("TreeView1"));
-    view_->open(child(0, root()));
-    view_->setCurrentIndex(child(1, root()));
-    model_->nametree(document_.documentElement());
-    QCOMPARE(view_->currentIndex(), root());
-    QVERIFY(view_->selectionModel()->isSelected(root()));
-    QVERIFY(view_->isExpanded(root()));
-    QVERIFY(!view_->isExpanded(child(0, root())));
-}
-
-void TreeViewTest::doubleClick_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<bool>("edits");
-    QTest::newRow("element with children") << 0 << false;
-    QTest::newRow("comment") << 1 << true;
-    QTest::newRow("element without children") << 2 << true;
-}
-
-void TreeViewTest::doubleClick()
-{
-    QFETCH(int, row);
-    QFETCH(bool, edits);
-    QSignalSpy asked(view_.get(), &TreeView::editRequested);
-    QSignalSpy clicked(view_.get(), &TreeView::nodeClicked);
-    const QModelIndex node = child(row, root());
-    for (int times = 1; times <= 2; ++times) {
-        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, middle(node));
-        QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, middle(node));
-        QCOMPARE(asked.count(), edits ? times : 0);
-        QCOMPARE(view_->isExpanded(node), !edits && times == 1);
-        QCOMPARE(view_->currentIndex(), node);
-    }
-    QVERIFY(clicked.count() >= 2);
-}
-
-void TreeViewTest::pressSelects_data()
-{
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::addColumn<int>("menus");
-    QTest::newRow("left") << Qt::LeftButton << Qt::KeyboardModifiers() << 0;
-    QTest::newRow("left with control") << Qt::LeftButton << Qt::KeyboardModifiers(Qt::ControlModifier) << 0;
-    QTest::newRow("right") << Qt::RightButton << Qt::KeyboardModifiers() << 1;
-}
-
-void TreeViewTest::pressSelects()
-{
-    QFETCH(Qt::MouseButton, button);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    QSignalSpy asked(view_.get(), &TreeView::contextMenuRequested);
-    const QModelIndex node = child(1, root());
-    for (int times = 0; times < 2; ++times) { // a second press leaves it selected
-        QTest::mousePress(view_->viewport(), button, modifiers, middle(node));
-        QCOMPARE(view_->currentIndex(), node);
-        QCOMPARE(view_->selectionModel()->selectedIndexes(), QModelIndexList{node});
-        QTest::mouseRelease(view_->viewport(), button, modifiers, middle(node));
-    }
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, QPoint(200, 290)); // on no node
-    QVERIFY(view_->selectionModel()->isSelected(node));
-    QFETCH(int, menus);
-    QCOMPARE(asked.count(), 2 * menus);
-}
-
-void TreeViewTest::starOpensOneLevel()
-{
-    view_->setCurrentIndex(child(0, root()));
-    QTest::keyClick(view_.get(), Qt::Key_Asterisk);
-    QVERIFY(view_->isExpanded(child(0, root())));
-    QVERIFY(!view_->isExpanded(child(0, child(0, root()))));
-}
-
-void TreeViewTest::deepRowsComeIntoView()
-{
-    QVERIFY(!document_.load(QByteArray("<e>").repeated(120) + "leaf" + QByteArray("</e>").repeated(120)));
-    model_->nametree(document_.documentElement());
-    QModelIndex node = root();
-    for (; model_->hasChildren(node); node = child(0, node))
-        view_->open(node);
-    view_->setCurrentIndex(node);
-    const QRect view = view_->viewport()->rect();
-    const QRect row = view_->visualRect(node);
-    const int label = view_->fontMetrics().horizontalAdvance(QStringLiteral("leaf"));
-    QVERIFY(view.contains(row.topLeft()) && view.contains(row.left() + label, row.center().y()));
-    view_->setCurrentIndex(root()); // and shallow ones again
-    QVERIFY(view.contains(view_->visualRect(root()).topLeft()));
-}
-
-void TreeViewTest::dropMovesTheNode()
-{
-    QSignalSpy dropped(view_.get(), &TreeView::dropped);
-    const QPersistentModelIndex comment = child(1, root());
-    const QPersistentModelIndex target = child(0, root());
-    view_->setCurrentIndex(comment);
-    model_->beginDrag(comment);
-    const std::unique_ptr<QMimeData> data(model_->mimeData({comment}));
-    QDragEnterEvent enter(middle(comment), Qt::MoveAction, data.get(), Qt::LeftButton, {});
-    QCoreApplication::sendEvent(view_->viewport(), &enter);
-    QVERIFY(enter.isAccepted());
-    for (const QModelIndex &over : {child(0, root()), child(1, root()), root()}) {
-        QDragMoveEvent move(middle(over), Qt::MoveAction, data.get(), Qt::LeftButton, {});
-        QCoreApplication::sendEvent(view_->viewport(), &move);
-        QCOMPARE(move.isAccepted(), over != comment);
-    }
-    QDropEvent drop(middle(target), Qt::MoveAction, data.get(), Qt::LeftButton, {});
-    QCoreApplication::sendEvent(view_->viewport(), &drop);
-    QVERIFY(drop.isAccepted());
-    QCOMPARE(dropped.count(), 1);
-    QVERIFY(!model_->IsDragging());
-    QCOMPARE(document_.xml(), QByteArray("<r><a><!--n--><x><z/></x></a><empty/></r>"));
-    QCOMPARE(comment.parent(), target);
-    QCOMPARE(view_->currentIndex(), comment);
-    QVERIFY(view_->isExpanded(target)); // what was dropped stays in sight
-}
-
-void TreeViewTest::foreignDragsPassBy()
-{
-    QMimeData files;
-    files.setUrls({QUrl(QStringLiteral("file:///tmp/a.xml"))});
-    QDragEnterEvent enter(middle(root()), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, {});
-    enter.accept();
-    QCoreApplication::sendEvent(view_->viewport(), &enter);
-    QVERIFY(!enter.isAccepted());
-}
-
-void TreeViewTest::freezeNests()
-{
-    {
-        Freeze outer;
-        outer.setForm(view_.get());
-        {
-            Freeze inner;
-            inner.setForm(view_.get());
-        }
-        QVERIFY(!view_->updatesEnabled());
-    }
-    QVERIFY(view_->updatesEnabled());
-}
 
 QTEST_MAIN(TreeViewTest)
 #include "tree_view_test.moc"

@@ -170,8 +170,10 @@ void leaveInput(const Run &run)
 
 bool leaveMarker(const Run &run)
 {
-    QFile marker(run.shared("d.txt"));
-    return marker.open(QIODevice::WriteOnly);
+    const QString path = run.shared("d.txt");
+    QFile::remove(path); // a link there would be followed
+    QFile marker(path);
+    return marker.open(QIODevice::WriteOnly | QIODevice::NewOnly);
 }
 
 } // namespace

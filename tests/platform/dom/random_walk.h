@@ -88,43 +88,33 @@ public:
     {
         Node *node = anyNode();
         Node *parent = node->parent();
-        switch (choose_(13)) {
-        case 0:
-            return ignore(document_.appendChild(node, newNode()));
-        case 1:
-            return ignore(document_.insertBefore(parent, newNode(), node));
-        case 2:
-            return ignore(document_.removeChild(parent, node));
-        case 3:
-            return ignore(document_.insertBefore(anyNode(), node, nullptr));
-        case 4: {
-            Node *reference = anyNode();
-            return ignore(document_.insertBefore(reference->parent(), node, reference));
-        }
-        case 5:
-            return ignore(document_.setAttribute(node, word_(), word_()));
-        case 6:
-            return ignore(document_.setData(node, word_()));
-        case 7:
-            return ignore(document_.renameElement(node, word_()));
-        case 8:
-            return ignore(document_.removeAttribute(node, QStringLiteral("x")));
-        case 9:
-            return ignore(document_.setAttributes(
-                node, {{word_(), word_(), QStringLiteral("y")}, {QStringLiteral("x"), word_(), {}}}));
-        case 10:
-            return ignore(document_.setInstruction(node, word_(), word_()));
-        case 11:
-            return parent->childCount() > 0
-                ? ignore(document_.exchange(node, parent->child(choose_(int(parent->childCount())))))
-                : void();
-        default:
-            return ignore(document_.replaceChild(parent, *document_.cloneNode(anyNode(), true), node));
-        }
+        const QString x = QStringLiteral("x");
+        const std::function<platform::Result<void>()> edits[] = {
+            [&] { return document_.appendChild(node, newNode()); },
+            [&] { return document_.insertBefore(parent, newNode(), node); },
+            [&] { return document_.removeChild(parent, node); },
+            [&] { return document_.insertBefore(anyNode(), node, nullptr); },
+            [&] { return moveBefore(node, anyNode()); },
+            [&] { return document_.setAttribute(node, word_(), word_()); },
+            [&] { return document_.setData(node, word_()); },
+            [&] { return document_.renameElement(node, word_()); },
+            [&] { return document_.removeAttribute(node, x); },
+            [&] {
+                return document_.setAttributes(node,
+                                               {{word_(), word_(), QStringLiteral("y")}, {x, word_(), {}}});
+            },
+            [&] { return document_.setInstruction(node, word_(), word_()); },
+            [&] { return document_.exchange(node, parent->child(choose_(int(parent->childCount())))); },
+            [&] { return document_.replaceChild(parent, *document_.cloneNode(anyNode(), true), node); },
+        };
+        static_cast<void>(edits[choose_(int(std::size(edits)))]());
     }
 
 private:
-    static void ignore(const platform::Result<void> &) { }
+    platform::Result<void> moveBefore(Node *node, Node *reference)
+    {
+        return document_.insertBefore(reference->parent(), node, reference);
+    }
 
     Node *anyNode()
     {

@@ -9,6 +9,7 @@
 #include <libxml/tree.h>
 
 using namespace dom;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,9 +34,9 @@ void touchEverything(Document &document)
     document.beginCommand();
     walk(document.documentElement(), [&document](Node *node) {
         if (node->kind() == NodeKind::Element)
-            document.setAttribute(node, QStringLiteral("touched-by-test"), QStringLiteral("x")).ok();
+            document.setAttribute(node, u"touched-by-test"_s, u"x"_s).ok();
         else
-            document.setData(node, QStringLiteral("touched")).ok();
+            document.setData(node, u"touched"_s).ok();
     });
     ChangeSet changes = document.endCommand();
     document.revert(changes);
@@ -46,20 +47,19 @@ QString withoutBlanks(QString text) { return text.remove(u' ').remove(u'\n').rem
 QString fromLibxml(const xmlChar *text) { return QString::fromUtf8(reinterpret_cast<const char *>(text)); }
 
 // One line an element: its name and its decoded attributes.
-QStringList elementsSeenByLibxml(xmlNode *top)
+QStringList elementsSeenByLibxml(const xmlNode *top)
 {
     QStringList out;
-    for (xmlNode *node = top; node;) {
+    for (const xmlNode *node = top; node;) {
         if (node->type == XML_ELEMENT_NODE) {
-            QString line;
+            out += fromLibxml(node->name);
             for (const xmlAttr *attribute = node->properties; attribute; attribute = attribute->next) {
                 xmlChar *value = xmlNodeListGetString(node->doc, attribute->children, 1);
-                line += u'|' + fromLibxml(attribute->name) + u'=' + fromLibxml(value);
+                out.last() += u'|' + fromLibxml(attribute->name) + u'=' + fromLibxml(value);
                 xmlFree(value);
             }
-            out += fromLibxml(node->name) + line;
         }
-        xmlNode *next = node->type == XML_ELEMENT_NODE ? node->children : nullptr;
+        const xmlNode *next = node->type == XML_ELEMENT_NODE ? node->children : nullptr;
         while (!next && node != top) {
             next = node->next;
             node = next ? node : node->parent;
@@ -75,13 +75,11 @@ QStringList elementsSeenHere(Node *top)
     walk(top, [&out](const Node *node) {
         if (node->kind() != NodeKind::Element)
             return;
-        QString line = node->name().section(u':', -1);
+        out += node->name().section(u':', -1);
         for (const Attribute &attribute : node->attributes()) {
-            if (attribute.name != QStringLiteral("xmlns")
-                && !attribute.name.startsWith(QStringLiteral("xmlns:")))
-                line += u'|' + attribute.name.section(u':', -1) + u'=' + attribute.value;
+            if (attribute.name != u"xmlns" && !attribute.name.startsWith(u"xmlns:"))
+                out.last() += u'|' + attribute.name.section(u':', -1) + u'=' + attribute.value;
         }
-        out += line;
     });
     return out;
 }
@@ -93,31 +91,31 @@ QString faultOf(const QByteArray &text, const QString &folder)
     if (document.load(text, folder))
         return {}; // not well-formed: not ours to judge
     if (document.xml() != text)
-        return QStringLiteral("the untouched document differs");
+        return u"the untouched document differs"_s;
     qint64 count = 0;
     walk(document.documentElement(), [&count](const Node *node) {
         if (node->ordinal() != count++)
             count = -1'000'000'000;
     });
     if (count != document.documentElement()->subtreeCount())
-        return QStringLiteral("the nodes are not numbered as a full walk numbers them");
+        return u"the nodes are not numbered as a full walk numbers them"_s;
     xmlDoc *other = xmlReadMemory(text.constData(), int(text.size()), nullptr, nullptr,
                                   XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC | XML_PARSE_NOERROR
                                       | XML_PARSE_NOWARNING | XML_PARSE_NONET);
     const xmlNode *root = xmlDocGetRootElement(other);
-    const QStringList theirs = elementsSeenByLibxml(const_cast<xmlNode *>(root));
+    const QStringList theirs = elementsSeenByLibxml(root);
     const QStringList ours = elementsSeenHere(document.documentElement());
     xmlChar *content = xmlNodeGetContent(root);
     const QString theirText = withoutBlanks(fromLibxml(content));
     xmlFree(content);
     xmlFreeDoc(other);
     if (ours != theirs)
-        return QStringLiteral("other elements or attributes than libxml2 sees");
+        return u"other elements or attributes than libxml2 sees"_s;
     if (document.entities().isEmpty() && withoutBlanks(document.documentElement()->text()) != theirText)
-        return QStringLiteral("other text than libxml2 sees");
+        return u"other text than libxml2 sees"_s;
     touchEverything(document);
     if (document.xml() != text)
-        return QStringLiteral("the pieces laid end to end differ");
+        return u"the pieces laid end to end differ"_s;
     return {};
 }
 
@@ -128,106 +126,93 @@ class TestLossless : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void oddTexts_data();
-    void oddTexts();
-    void installedDocuments();
-    void bigDocumentsListLazily();
-    void deepDocumentsCostWhatTheyShow();
-};
-
-void TestLossless::oddTexts_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("declaration and CR LF") << QByteArray("<?xml version=\"1.0\"?>\r\n<Element/>");
-    QTest::newRow("no final line break, blanks in tags") << QByteArray("<a  x = '1'\n\ty=\"2\" ><b /></a >");
-    QTest::newRow("both empty forms") << QByteArray("<r><a></a><a/><a /></r>");
-    QTest::newRow("closing bracket in a value") << QByteArray("<a x='>' y=\"'/>\"><b z='\">'/>t</a>");
-    QTest::newRow("internal subset") << QByteArray(
-        "<!DOCTYPE a [<!-- it's ]> --><?p ]> '?><!ENTITY e \"]>'\"><!ATTLIST a x CDATA '>'>]  >\n<a>&e;</a>");
-    QTest::newRow("references") << QByteArray("<a x='&#60;&lt;&#xe9;'>&amp;&#13;&#10; &lt;b&gt;</a>");
-    QTest::newRow("entity references")
-        << QByteArray("<!DOCTYPE a [<!ENTITY e 'v'>]><a>x&e; &e;&e;<b/>&e;&amp;y</a>");
-    QTest::newRow("CDATA with markup") << QByteArray("<a><![CDATA[<b>]]]]><![CDATA[>&]]></a>");
-    QTest::newRow("comments and instructions around")
-        << QByteArray("<!--a--><?b c?>\n<r><!-- > --><?p a>b?></r>\n<!--z-->\n");
-    QTest::newRow("space preserved") << QByteArray(
-        "<a> <b xml:space='preserve'> <c> </c>\n</b> <d xml:space = \"preserve\"> "
-        "<e xml:space='default'> <f/> </e></d></a>");
-    QTest::newRow("lone carriage returns") << QByteArray("<a>\r<b>\r</b>x\ry</a>\r");
-    QTest::newRow("beyond the basic plane") << QByteArray("<a é='😀'>😀<ü/></a>");
-    QTest::newRow("many siblings") << "<r>" + QByteArray("<a>x</a>t<!--c-->\n").repeated(500) + "</r>";
-    QTest::newRow("deep") << QByteArray("<a>t<b/>").repeated(5000) + QByteArray("</a>\n").repeated(5000);
-}
-
-void TestLossless::oddTexts()
-{
-    QFETCH(QByteArray, text);
-    QVERIFY(!checkWellFormed(text));
-    QCOMPARE(faultOf(text, {}), QString());
-}
-
-void TestLossless::installedDocuments()
-{
-    const QStringList endings{QStringLiteral("*.xml"), QStringLiteral("*.svg"), QStringLiteral("*.ui"),
-                              QStringLiteral("*.ts"),  QStringLiteral("*.qrc"), QStringLiteral("*.xsl"),
-                              QStringLiteral("*.xsd"), QStringLiteral("*.rng"), QStringLiteral("*.conf")};
-    QDirIterator files(QStringLiteral("/usr/share"), endings, QDir::Files | QDir::NoSymLinks,
-                       QDirIterator::Subdirectories);
-    int read = 0;
-    while (files.hasNext()) {
-        QFile file(files.next());
-        // Most of the thousands of icons are alike; every tenth speaks for the others.
-        if (file.fileName().endsWith(QStringLiteral(".svg")) && qHash(file.fileName(), 0) % 10 != 0)
-            continue;
-        if (!file.open(QIODevice::ReadOnly) || file.size() > 20'000'000)
-            continue;
-        const QByteArray text = file.readAll();
-        const QString fault = faultOf(text, QFileInfo(file).path());
-        QVERIFY2(fault.isEmpty(), qPrintable(file.fileName() + QStringLiteral(": ") + fault));
-        ++read;
+    void oddTexts()
+    {
+        const QByteArray texts[] = {
+            "<?xml version='1.0'?>\r\n<Element/>",
+            "<a  x = '1'\n\ty=\"2\" ><b /></a >",
+            "<r><a></a><a/><a /></r>",
+            "<a x='>' y=\"'/>\"><b z='\">'/>t</a>",
+            "<!DOCTYPE a [<!-- it's ]> --><?p ]> '?><!ENTITY e \"]>'\"><!ATTLIST a x CDATA '>'>]  "
+            ">\n<a>&e;</a>",
+            "<a x='&#60;&lt;&#xe9;'>&amp;&#13;&#10; &lt;b&gt;</a>",
+            "<!DOCTYPE a [<!ENTITY e 'v'>]><a>x&e; &e;&e;<b/>&e;&amp;y</a>",
+            "<a><![CDATA[<b>]]]]><![CDATA[>&]]></a>",
+            "<!--a--><?b c?>\n<r><!-- > --><?p a>b?></r>\n<!--z-->\n",
+            "<a> <b xml:space='preserve'> <c> </c>\n</b> <d xml:space = \"preserve\"> "
+            "<e xml:space='default'> <f/> </e></d></a>",
+            "<a>\r<b>\r</b>x\ry</a>\r",
+            "<a é='😀'>😀<ü/></a>",
+            "<r>" + QByteArray("<a>x</a>t<!--c-->\n").repeated(500) + "</r>",
+            QByteArray("<a>t<b/>").repeated(5000) + QByteArray("</a>\n").repeated(5000),
+        };
+        for (const QByteArray &text : texts) {
+            QVERIFY2(!checkWellFormed(text), text.left(100));
+            QVERIFY2(faultOf(text, {}).isEmpty(), text.left(100) + qPrintable(faultOf(text, {})));
+        }
     }
-    if (read == 0)
-        QSKIP("no XML is installed on this system");
-    qInfo("%d documents read", read);
-}
 
-// Nodes of a list that nobody looked at are not made; those of one block are made together.
-void TestLossless::bigDocumentsListLazily()
-{
-    const QByteArray text = "<r>" + QByteArray("<a><b/>x</a>\n<c/>").repeated(100'000) + "</r>";
-    Document document;
-    QVERIFY(!document.load(text));
-    Node *root = document.documentElement();
-    QCOMPARE(root->childCount(), 200'000);
-    QCOMPARE(root->subtreeCount(), 400'001);
-    QVERIFY(root->childHasChildren(100'000));
-    QVERIFY(!root->childHasChildren(100'001));
-    Node *middle = root->child(100'000);
-    QCOMPARE(middle->ordinal(), 200'001);
-    QCOMPARE(middle->indexInParent(), 100'000);
-    QCOMPARE(middle->nextSibling()->name(), QStringLiteral("c"));
-    QCOMPARE(root->child(64)->previousSibling(), root->child(63));
-    QCOMPARE(root->child(63)->nextSibling(), root->child(64));
-    QCOMPARE(root->child(199'999)->nextSibling(), nullptr);
-    QCOMPARE(root->child(200'000), nullptr);
-    QCOMPARE(middle->xml(), QByteArray("<a><b/>x</a>"));
-}
+    void installedDocuments()
+    {
+        const QStringList endings = u"*.xml *.svg *.ui *.ts *.qrc *.xsl *.xsd *.rng *.conf"_s.split(u' ');
+        QDirIterator files(u"/usr/share"_s, endings, QDir::Files | QDir::NoSymLinks,
+                           QDirIterator::Subdirectories);
+        int read = 0;
+        while (files.hasNext()) {
+            QFile file(files.next());
+            // Most of the thousands of icons are alike; every tenth speaks for the others.
+            if (file.fileName().endsWith(u".svg"_s) && qHash(file.fileName(), 0) % 10 != 0)
+                continue;
+            if (!file.open(QIODevice::ReadOnly) || file.size() > 20'000'000)
+                continue;
+            const QByteArray text = file.readAll();
+            const QString fault = faultOf(text, QFileInfo(file).path());
+            QVERIFY2(fault.isEmpty(), qPrintable(file.fileName() + u": "_s + fault));
+            ++read;
+        }
+        if (read == 0)
+            QSKIP("no XML is installed on this system");
+        qInfo("%d documents read", read);
+    }
 
-// Walking down a deep document must not read all the rest at every level: with 100,000 levels that would
-// never end.
-void TestLossless::deepDocumentsCostWhatTheyShow()
-{
-    const int levels = 100'000;
-    const QByteArray text
-        = QByteArray("<level><x/>").repeated(levels) + QByteArray("</level>").repeated(levels);
-    Document document;
-    QVERIFY(!document.load(text));
-    const Node *node = document.documentElement();
-    for (int level = 1; level < levels; ++level)
-        node = node->child(1);
-    QCOMPARE(node->ordinal(), 2 * (levels - 1));
-    QCOMPARE(node->childCount(), 1);
-}
+    // Nodes of a list that nobody looked at are not made; those of one block are made together.
+    void bigDocumentsListLazily()
+    {
+        const QByteArray text = "<r>" + QByteArray("<a><b/>x</a>\n<c/>").repeated(100'000) + "</r>";
+        Document document;
+        QVERIFY(!document.load(text));
+        Node *root = document.documentElement();
+        QCOMPARE(root->childCount(), 200'000);
+        QCOMPARE(root->subtreeCount(), 400'001);
+        QVERIFY(root->childHasChildren(100'000));
+        QVERIFY(!root->childHasChildren(100'001));
+        Node *middle = root->child(100'000);
+        QCOMPARE(middle->ordinal(), 200'001);
+        QCOMPARE(middle->indexInParent(), 100'000);
+        QCOMPARE(middle->nextSibling()->name(), u"c"_s);
+        QCOMPARE(root->child(64)->previousSibling(), root->child(63));
+        QCOMPARE(root->child(63)->nextSibling(), root->child(64));
+        QCOMPARE(root->child(199'999)->nextSibling(), nullptr);
+        QCOMPARE(root->child(200'000), nullptr);
+        QCOMPARE(middle->xml(), QByteArray("<a><b/>x</a>"));
+    }
+
+    // Walking down a deep document must not read all the rest at every level: with 100,000 levels that would
+    // never end.
+    void deepDocumentsCostWhatTheyShow()
+    {
+        const int levels = 100'000;
+        const QByteArray text
+            = QByteArray("<level><x/>").repeated(levels) + QByteArray("</level>").repeated(levels);
+        Document document;
+        QVERIFY(!document.load(text));
+        const Node *node = document.documentElement();
+        for (int level = 1; level < levels; ++level)
+            node = node->child(1);
+        QCOMPARE(node->ordinal(), 2 * (levels - 1));
+        QCOMPARE(node->childCount(), 1);
+    }
+};
 
 QTEST_APPLESS_MAIN(TestLossless)
 #include "test_lossless.moc"

@@ -12,47 +12,43 @@ class TestRandomEdits : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void walks_data();
-    void walks();
-};
-
-void TestRandomEdits::walks_data()
-{
-    QTest::addColumn<quint32>("seed");
-    for (quint32 seed = 1; seed <= 12; ++seed)
-        QTest::addRow("seed %u", seed) << seed;
-}
-
-void TestRandomEdits::walks()
-{
-    QFETCH(quint32, seed);
-    QRandomGenerator random(seed);
-    const auto choose = [&random](int below) { return random.bounded(below); };
-    const QByteArray text = randomDocument(choose, 300);
-    Document document;
-    const auto error = document.load(text);
-    QVERIFY2(!error, error ? qPrintable(error->reason) : "");
-    Mirror mirror(document.documentNode());
-    document.setObserver(&mirror);
-    Walker walker(document, choose, [&choose] { return randomWord(choose); });
-    std::vector<ChangeSet> done;
-    for (int step = 0; step < 300; ++step) {
-        document.beginCommand();
-        walker.step();
-        done.push_back(document.endCommand());
-        const QString fault = faultOf(document, mirror);
-        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("step %1: ").arg(step) + fault));
+    void walks_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed = 1; seed <= 12; ++seed)
+            QTest::addRow("seed %u", seed) << seed;
     }
-    const QByteArray edited = document.xml();
-    for (auto changes = done.rbegin(); changes != done.rend(); ++changes)
-        document.revert(*changes);
-    QCOMPARE(document.xml(), text);
-    QCOMPARE(faultOf(document, mirror), QString());
-    for (ChangeSet &changes : done)
-        document.reapply(changes);
-    QCOMPARE(document.xml(), edited);
-    QCOMPARE(faultOf(document, mirror), QString());
-}
+
+    void walks()
+    {
+        QFETCH(quint32, seed);
+        QRandomGenerator random(seed);
+        const auto choose = [&random](int below) { return random.bounded(below); };
+        const QByteArray text = randomDocument(choose, 300);
+        Document document;
+        QVERIFY(!document.load(text));
+        Mirror mirror(document.documentNode());
+        document.setObserver(&mirror);
+        Walker walker(document, choose, [&choose] { return randomWord(choose); });
+        std::vector<ChangeSet> done;
+        for (int step = 0; step < 300; ++step) {
+            document.beginCommand();
+            walker.step();
+            done.push_back(document.endCommand());
+            const QString fault = faultOf(document, mirror);
+            QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("step %1: ").arg(step) + fault));
+        }
+        const QByteArray edited = document.xml();
+        for (auto changes = done.rbegin(); changes != done.rend(); ++changes)
+            document.revert(*changes);
+        QCOMPARE(document.xml(), text);
+        QCOMPARE(faultOf(document, mirror), QString());
+        for (ChangeSet &changes : done)
+            document.reapply(changes);
+        QCOMPARE(document.xml(), edited);
+        QCOMPARE(faultOf(document, mirror), QString());
+    }
+};
 
 QTEST_APPLESS_MAIN(TestRandomEdits)
 #include "test_random_edits.moc"

@@ -26,158 +26,147 @@ class TestFileHelpers : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
-    void names_data();
-    void names();
-    void exists();
-    void backslashInName();
-    void nonEmptyLinesOfAnyEnd();
-    void firstFreeNumberSkipsFiles();
-    void folders();
-    void programFolderNamed();
-    void privateFolder();
-    void privateFolderTaken();
+
+    void cleanup() { qputenv("TMPDIR", tempFolder_); }
+
+    void names_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<QString>("parent");
+        const auto row = [](const char *path, const char *name, const char *extension, const char *parent) {
+            QTest::newRow(path) << QString::fromLatin1(path) << QString::fromLatin1(name)
+                                << QString::fromLatin1(extension) << QString::fromLatin1(parent);
+        };
+        row("/x/a.tar.gz", "a.tar.gz", "gz", "/x");
+        row("\\x\\a.xml", "a.xml", "xml", "/x");
+        row("/x.y/tdyex", "tdyex", "", "/x.y");
+        row("/x/a.", "a.", "", "/x");
+        row("/x/.b", ".b", "b", "/x");
+        row("/x/y/", "y", "", "/x");
+        row("/a", "a", "", "/");
+        row("a.b", "a.b", "b", "");
+        row("/", "", "", "");
+        row("", "", "", "");
+    }
+
+    void names()
+    {
+        QFETCH(QString, path);
+        QTEST(fileNameOf(path), "name");
+        QTEST(extensionOf(path), "extension");
+        QTEST(parentFolderOf(path), "parent");
+    }
+
+    void exists()
+    {
+        const QTemporaryDir folder;
+        touch(folder.filePath(QStringLiteral("a")));
+        const QString file = joinPath(folder.path(), QStringLiteral("\\a"));
+        QCOMPARE(file, folder.path() + QStringLiteral("/a"));
+        QVERIFY(fileExists(QString(file).replace(QLatin1Char('/'), QLatin1Char('\\'))));
+        QVERIFY(!fileExists(folder.path()) && folderExists(folder.path()) && !folderExists(file));
+        QVERIFY(deleteIfExists(file) && deleteIfExists(file));
+        QVERIFY(!fileExists(file));
+        QVERIFY(!deleteIfExists(folder.path() + QStringLiteral("/.")) || folderExists(folder.path()));
+    }
+
+    // Here a backslash may be part of a name: what is there under the name as given is meant.
+    void backslashInName()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("a\\b.c"));
+        touch(file);
+        QVERIFY(fileExists(file));
+        QCOMPARE(fileNameOf(file), QStringLiteral("a\\b.c"));
+        QCOMPARE(parentFolderOf(file), folder.path());
+    }
+
+    void nonEmptyLinesOfAnyEnd()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("a"));
+        touch(file, "one\r\n\r\n two\nthr\xC3\xA4\r\r ");
+        const QStringList expected{QStringLiteral("one"), QStringLiteral(" two"), QStringLiteral("thrä"),
+                                   QStringLiteral(" ")};
+        QCOMPARE(nonEmptyLines(file), expected);
+        QCOMPARE(nonEmptyLines(folder.path()), QStringList());
+    }
+
+    void firstFreeNumberSkipsFiles()
+    {
+        const QTemporaryDir folder;
+        const QString document = folder.filePath(QStringLiteral("doc.xml"));
+        QCOMPARE(firstFreeNumber(document), 0);
+        touch(document + QStringLiteral("0"));
+        QVERIFY(QFile::link(QStringLiteral("nowhere"), document + QStringLiteral("1")));
+        touch(document + QStringLiteral("3"));
+        QCOMPARE(firstFreeNumber(document), 2);
+    }
+
+    void folders()
+    {
+        const QTemporaryDir folder;
+        const QString made = folder.filePath(QStringLiteral("new"));
+        const auto first = createFolder(made + QLatin1Char('/'));
+        QVERIFY(first.ok());
+        QCOMPARE(*first, made);
+        QVERIFY(!createFolder(made).ok());
+        QVERIFY(!createFolder(folder.filePath(QStringLiteral("none/new"))).ok());
+    }
+
+    void programFolderNamed()
+    {
+        QCOMPARE(programFolder(), QCoreApplication::applicationDirPath());
+        const QTemporaryDir folder;
+        qputenv("XMLEDITOR_PROGRAM_FOLDER", QFile::encodeName(folder.path() + QStringLiteral("//")));
+        QCOMPARE(programFolder(), folder.path());
+        qunsetenv("XMLEDITOR_PROGRAM_FOLDER");
+    }
+
+    void privateFolder()
+    {
+        const QTemporaryDir temporary;
+        QVERIFY(temporary.isValid());
+        qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+        const auto folder = privateTempFolder();
+        QVERIFY2(folder.ok(), qPrintable(folder.reason()));
+        QCOMPARE(parentFolderOf(*folder + QStringLiteral("/zelphedit.xml")), *folder);
+        const QByteArray name = QFile::encodeName(*folder);
+        struct stat status = {};
+        QVERIFY(lstat(name.constData(), &status) == 0);
+        QCOMPARE(status.st_mode & 0777, mode_t(0700));
+        QVERIFY(chmod(name.constData(), 0777) == 0);
+        QVERIFY(privateTempFolder().ok());
+        QVERIFY(lstat(name.constData(), &status) == 0);
+        QCOMPARE(status.st_mode & 0777, mode_t(0700));
+    }
+
+    // Somebody else was there first: a link to a folder, a file, a folder of theirs.
+    void privateFolderTaken()
+    {
+        const QTemporaryDir temporary;
+        QVERIFY(temporary.isValid());
+        qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+        const QString path = temporary.filePath(QStringLiteral("xmleditor-%1").arg(geteuid()));
+        const QByteArray name = QFile::encodeName(path);
+        QVERIFY(QFile::link(temporary.path(), path));
+        QVERIFY(!privateTempFolder().ok());
+        QVERIFY(QFile::remove(path));
+        touch(path);
+        QVERIFY(!privateTempFolder().ok());
+        QVERIFY(QFile::remove(path));
+        if (geteuid() != 0)
+            QSKIP("another's folder cannot be made");
+        QVERIFY(mkdir(name.constData(), 0700) == 0 && chown(name.constData(), 65534, 65534) == 0);
+        const auto folder = privateTempFolder();
+        QVERIFY(folder.reason().contains(QLatin1String("belongs to somebody else")));
+    }
 
 private:
     const QByteArray tempFolder_ = QFile::encodeName(QDir::tempPath());
 };
-
-void TestFileHelpers::cleanup() { qputenv("TMPDIR", tempFolder_); }
-
-void TestFileHelpers::names_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("extension");
-    QTest::addColumn<QString>("parent");
-    const auto row = [](const char *path, const char *name, const char *extension, const char *parent) {
-        QTest::newRow(path) << QString::fromLatin1(path) << QString::fromLatin1(name)
-                            << QString::fromLatin1(extension) << QString::fromLatin1(parent);
-    };
-    row("/x/a.tar.gz", "a.tar.gz", "gz", "/x");
-    row("\\x\\a.xml", "a.xml", "xml", "/x");
-    row("/x.y/tdyex", "tdyex", "", "/x.y");
-    row("/x/a.", "a.", "", "/x");
-    row("/x/.b", ".b", "b", "/x");
-    row("/x/y/", "y", "", "/x");
-    row("/a", "a", "", "/");
-    row("a.b", "a.b", "b", "");
-    row("/", "", "", "");
-    row("", "", "", "");
-}
-
-void TestFileHelpers::names()
-{
-    QFETCH(QString, path);
-    QTEST(fileNameOf(path), "name");
-    QTEST(extensionOf(path), "extension");
-    QTEST(parentFolderOf(path), "parent");
-}
-
-void TestFileHelpers::exists()
-{
-    const QTemporaryDir folder;
-    touch(folder.filePath(QStringLiteral("a")));
-    const QString file = joinPath(folder.path(), QStringLiteral("\\a"));
-    QCOMPARE(file, folder.path() + QStringLiteral("/a"));
-    QVERIFY(fileExists(QString(file).replace(QLatin1Char('/'), QLatin1Char('\\'))));
-    QVERIFY(!fileExists(folder.path()) && folderExists(folder.path()) && !folderExists(file));
-    QVERIFY(deleteIfExists(file) && deleteIfExists(file));
-    QVERIFY(!fileExists(file));
-    QVERIFY(!deleteIfExists(folder.path() + QStringLiteral("/.")) || folderExists(folder.path()));
-}
-
-// Here a backslash may be part of a name: what is there under the name as given is meant.
-void TestFileHelpers::backslashInName()
-{
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("a\\b.c"));
-    touch(file);
-    QVERIFY(fileExists(file));
-    QCOMPARE(fileNameOf(file), QStringLiteral("a\\b.c"));
-    QCOMPARE(parentFolderOf(file), folder.path());
-}
-
-void TestFileHelpers::nonEmptyLinesOfAnyEnd()
-{
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("a"));
-    touch(file, "one\r\n\r\n two\nthr\xC3\xA4\r\r ");
-    const QStringList expected{QStringLiteral("one"), QStringLiteral(" two"), QStringLiteral("thrä"),
-                               QStringLiteral(" ")};
-    QCOMPARE(nonEmptyLines(file), expected);
-    QCOMPARE(nonEmptyLines(folder.path()), QStringList());
-}
-
-void TestFileHelpers::firstFreeNumberSkipsFiles()
-{
-    const QTemporaryDir folder;
-    const QString document = folder.filePath(QStringLiteral("doc.xml"));
-    QCOMPARE(firstFreeNumber(document), 0);
-    touch(document + QStringLiteral("0"));
-    QVERIFY(QFile::link(QStringLiteral("nowhere"), document + QStringLiteral("1")));
-    touch(document + QStringLiteral("3"));
-    QCOMPARE(firstFreeNumber(document), 2);
-}
-
-void TestFileHelpers::folders()
-{
-    const QTemporaryDir folder;
-    const QString made = folder.filePath(QStringLiteral("new"));
-    const auto first = createFolder(made + QLatin1Char('/'));
-    QVERIFY(first.ok());
-    QCOMPARE(*first, made);
-    QVERIFY(!createFolder(made).ok());
-    QVERIFY(!createFolder(folder.filePath(QStringLiteral("none/new"))).ok());
-}
-
-void TestFileHelpers::programFolderNamed()
-{
-    QCOMPARE(programFolder(), QCoreApplication::applicationDirPath());
-    const QTemporaryDir folder;
-    qputenv("XMLEDITOR_PROGRAM_FOLDER", QFile::encodeName(folder.path() + QStringLiteral("//")));
-    QCOMPARE(programFolder(), folder.path());
-    qunsetenv("XMLEDITOR_PROGRAM_FOLDER");
-}
-
-void TestFileHelpers::privateFolder()
-{
-    const QTemporaryDir temporary;
-    QVERIFY(temporary.isValid());
-    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
-    const auto folder = privateTempFolder();
-    QVERIFY2(folder.ok(), qPrintable(folder.reason()));
-    QCOMPARE(parentFolderOf(*folder + QStringLiteral("/zelphedit.xml")), *folder);
-    const QByteArray name = QFile::encodeName(*folder);
-    struct stat status = {};
-    QVERIFY(lstat(name.constData(), &status) == 0);
-    QCOMPARE(status.st_mode & 0777, mode_t(0700));
-    QVERIFY(chmod(name.constData(), 0777) == 0);
-    QVERIFY(privateTempFolder().ok());
-    QVERIFY(lstat(name.constData(), &status) == 0);
-    QCOMPARE(status.st_mode & 0777, mode_t(0700));
-}
-
-// Somebody else was there first: a link to a folder, a file, a folder of theirs.
-void TestFileHelpers::privateFolderTaken()
-{
-    const QTemporaryDir temporary;
-    QVERIFY(temporary.isValid());
-    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
-    const QString path = temporary.filePath(QStringLiteral("xmleditor-%1").arg(geteuid()));
-    const QByteArray name = QFile::encodeName(path);
-    QVERIFY(QFile::link(temporary.path(), path));
-    QVERIFY(!privateTempFolder().ok());
-    QVERIFY(QFile::remove(path));
-    touch(path);
-    QVERIFY(!privateTempFolder().ok());
-    QVERIFY(QFile::remove(path));
-    if (geteuid() != 0)
-        QSKIP("another's folder cannot be made");
-    QVERIFY(mkdir(name.constData(), 0700) == 0 && chown(name.constData(), 65534, 65534) == 0);
-    const auto folder = privateTempFolder();
-    QVERIFY(folder.reason().contains(QLatin1String("belongs to somebody else")));
-}
 
 QTEST_GUILESS_MAIN(TestFileHelpers)
 #include "test_file_helpers.moc"

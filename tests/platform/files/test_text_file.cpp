@@ -7,9 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
 #include <memory>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -67,23 +65,214 @@ class TestTextFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void endings_data();
-    void endings();
-    void unreadable_data();
-    void unreadable();
-    void encodedEnd();
-    void lackingCharacterLeavesFile();
-    void replacesKeepingWhatItHad();
-    void newFileFollowsUmask();
-    void followsLinks();
-    void keepsHardLinks();
-    void anothersFile_data();
-    void anothersFile();
-    void refuses_data();
-    void refuses();
-    void fullDiskKeepsOldContent_data();
-    void fullDiskKeepsOldContent();
+
+    void init()
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        QVERIFY(folder_->isValid());
+        // The ordinary user must be able to get into the folder.
+        QVERIFY(chmod(QFile::encodeName(folder_->path()).constData(), 0777) == 0);
+    }
+
+    void endings_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("saved");
+        const auto stable = [](const char *name, const char *bytes, const char *text) {
+            QTest::newRow(name) << QByteArray(bytes) << QByteArray(text) << QByteArray(bytes);
+        };
+        stable("CR LF", "a\r\nb\r\n", "a\r\nb");
+        stable("LF", "a\nb\n", "a\nb");
+        stable("LF in CR LF text", "a\r\nb\n", "a\r\nb");
+        stable("CR LF in LF text", "a\nb\r\n", "a\nb");
+        stable("empty lines at the end", "a\n\n\n", "a\n\n");
+        stable("line ends only", "\r\n\r\n", "\r\n");
+        stable("one LF", "\n", "");
+        QTest::newRow("no end") << QByteArray("a") << QByteArray("a") << QByteArray("a\r\n");
+        QTest::newRow("no end, LF") << QByteArray("a\nb") << QByteArray("a\nb") << QByteArray("a\nb\n");
+        QTest::newRow("no end, mixed")
+            << QByteArray("a\nb\r\nc") << QByteArray("a\nb\r\nc") << QByteArray("a\nb\r\nc\r\n");
+        QTest::newRow("CR") << QByteArray("a\rb\r") << QByteArray("a\rb\r") << QByteArray("a\rb\r\r\n");
+        QTest::newRow("LF, then CR") << QByteArray("a\nb\r") << QByteArray("a\nb\r")
+                                     << QByteArray("a\nb\r\r\n");
+        QTest::newRow("empty") << QByteArray() << QByteArray() << QByteArray("\r\n");
+    }
+
+    // Saving adds a missing end once; after that, opening and saving changes nothing any more.
+    void endings()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, saved);
+        setContent(at("a.xml"), bytes);
+        for (int round = 0; round < 3; ++round) {
+            const auto loaded = readTextFile(at("a.xml"));
+            QVERIFY2(loaded.ok(), qPrintable(loaded.reason()));
+            QCOMPARE(loaded->utf8, text);
+            QVERIFY(writeDocumentFile(at("a.xml"), loaded->utf8, loaded->form).ok());
+            QCOMPARE(contentOf(at("a.xml")), saved);
+        }
+    }
+
+    void unreadable_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << QStringLiteral("none") << QStringLiteral("there is no such file");
+        QTest::newRow("folder") << QStringLiteral("folder") << QStringLiteral("it is a folder");
+        QTest::newRow("pipe") << QStringLiteral("pipe") << QStringLiteral("it is not a file");
+        QTest::newRow("too large") << QStringLiteral("large") << QStringLiteral("it is larger than 2 GiB");
+        QTest::newRow("closed") << QStringLiteral("closed") << QStringLiteral("Permission denied");
+    }
+
+    void unreadable()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, reason);
+        QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("folder")));
+        QVERIFY(mkfifo(QFile::encodeName(at("pipe")).constData(), 0666) == 0);
+        setContent(at("large"), "x");
+        QVERIFY(QFile::resize(at("large"), (Q_INT64_C(1) << 31)));
+        setContent(at("closed"), "x");
+        QVERIFY(chmod(QFile::encodeName(at("closed")).constData(), 0) == 0);
+        const OrdinaryUser user;
+        const auto loaded = readTextFile(folder_->filePath(name));
+        QCOMPARE(loaded.reason(),
+                 QStringLiteral("%1 cannot be read: %2.").arg(folder_->filePath(name), reason));
+    }
+
+    void encodedEnd()
+    {
+        const QByteArray bytes("\xFE\xFF\0<\0a\0/\0>\0\r\0\n", 14);
+        setContent(at("a.xml"), bytes);
+        const auto loaded = readTextFile(at("a.xml"));
+        QVERIFY(loaded.ok());
+        QCOMPARE(loaded->utf8, QByteArray("<a/>"));
+        QVERIFY(writeDocumentFile(at("a.xml"), loaded->utf8, loaded->form).ok());
+        QCOMPARE(contentOf(at("a.xml")), bytes);
+        QVERIFY(writeTextFile(at("a.xml"), "\xC3\xA4").ok());
+        QCOMPARE(contentOf(at("a.xml")), QByteArray("\xC3\xA4\r\n"));
+    }
+
+    void lackingCharacterLeavesFile()
+    {
+        setContent(at("a.xml"), "old");
+        const FileForm form{{"ISO-8859-1", false}, FileEnd::Lf};
+        QVERIFY(!writeDocumentFile(at("a.xml"), "<!-- \xE2\x82\xAC -->", form).ok());
+        QCOMPARE(contentOf(at("a.xml")), QByteArray("old"));
+    }
+
+    void replacesKeepingWhatItHad()
+    {
+        setContent(at("a.xml"), "old");
+        const QByteArray name = QFile::encodeName(at("a.xml"));
+        QVERIFY(chmod(name.constData(), 0640) == 0);
+        const bool attributes = setxattr(name.constData(), "user.note", "kept", 4, 0) == 0;
+        if (geteuid() == 0)
+            QVERIFY(chown(name.constData(), OrdinaryUser::nobody, 7) == 0);
+        const struct stat before = statusOf(at("a.xml"));
+        QVERIFY(writeAtomically(at("a.xml"), "new").ok());
+        const struct stat after = statusOf(at("a.xml"));
+        QCOMPARE(contentOf(at("a.xml")), QByteArray("new"));
+        QVERIFY(after.st_ino != before.st_ino);
+        QCOMPARE(after.st_mode, before.st_mode);
+        QCOMPARE(after.st_uid, before.st_uid);
+        QCOMPARE(after.st_gid, before.st_gid);
+        char value[8] = {};
+        if (attributes)
+            QCOMPARE(getxattr(name.constData(), "user.note", value, sizeof value), ssize_t(4));
+        QCOMPARE(namesIn(folder_->path()).size(), 1);
+    }
+
+    void newFileFollowsUmask()
+    {
+        const mode_t former = umask(027);
+        const bool written = writeAtomically(at("new"), "x").ok();
+        umask(former);
+        QVERIFY(written);
+        QCOMPARE(statusOf(at("new")).st_mode & 07777, mode_t(0640));
+    }
+
+    void followsLinks()
+    {
+        QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("sub")));
+        setContent(at("sub/real"), "old");
+        QVERIFY(QFile::link(QStringLiteral("sub/second"), at("first")));
+        QVERIFY(QFile::link(QStringLiteral("real"), at("sub/second")));
+        QVERIFY(writeAtomically(at("first"), "new").ok());
+        QCOMPARE(contentOf(at("sub/real")), QByteArray("new"));
+        QVERIFY(QFile::link(QStringLiteral("sub/fresh"), at("nowhere")));
+        QVERIFY(writeAtomically(at("nowhere"), "made").ok());
+        QCOMPARE(contentOf(at("sub/fresh")), QByteArray("made"));
+        QVERIFY(QFile::link(QStringLiteral("loop"), at("loop")));
+        QVERIFY(!writeAtomically(at("loop"), "x").ok());
+        for (const char *link : {"first", "sub/second", "nowhere", "loop"})
+            QVERIFY2(S_ISLNK(statusOf(at(link)).st_mode), link);
+    }
+
+    void keepsHardLinks()
+    {
+        setContent(at("a"), "much longer old content");
+        QVERIFY(link(QFile::encodeName(at("a")).constData(), QFile::encodeName(at("b")).constData()) == 0);
+        QVERIFY(writeAtomically(at("a"), "new").ok());
+        QCOMPARE(contentOf(at("b")), QByteArray("new"));
+        QCOMPARE(statusOf(at("a")).st_nlink, nlink_t(2));
+        QCOMPARE(namesIn(folder_->path()).size(), 2);
+    }
+
+    void anothersFile_data()
+    {
+        QTest::addColumn<uint>("folderMode");
+        QTest::newRow("folder takes no new file") << 0555U;
+        QTest::newRow("new file would change the owner") << 0777U;
+    }
+
+    // Somebody else's file that may be written, but not replaced, is written over.
+    void anothersFile()
+    {
+        QFETCH(uint, folderMode);
+        setContent(at("a"), "old");
+        const struct stat before = statusOf(at("a"));
+        QVERIFY(chmod(QFile::encodeName(at("a")).constData(), 0666) == 0);
+        QVERIFY(chmod(QFile::encodeName(folder_->path()).constData(), folderMode) == 0);
+        {
+            const OrdinaryUser user;
+            const auto written = writeAtomically(at("a"), "new");
+            QVERIFY2(written.ok(), qPrintable(written.reason()));
+            QCOMPARE(writeAtomically(at("b"), "new").ok(), folderMode == 0777);
+        }
+        QVERIFY(chmod(QFile::encodeName(folder_->path()).constData(), 0777) == 0);
+        QCOMPARE(contentOf(at("a")), QByteArray("new"));
+        QCOMPARE(statusOf(at("a")).st_uid, before.st_uid);
+        QCOMPARE(namesIn(folder_->path()).size(), folderMode == 0777 ? 2 : 1);
+    }
+
+    void refuses_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("device") << QStringLiteral("/dev/full");
+        QTest::newRow("folder") << QStringLiteral("folder");
+        QTest::newRow("no folder") << QStringLiteral("none/a");
+        QTest::newRow("protected") << QStringLiteral("protected");
+        QTest::newRow("nothing") << QString();
+    }
+
+    void refuses()
+    {
+        QFETCH(QString, path);
+        QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("folder")));
+        setContent(at("protected"), "old");
+        QVERIFY(chmod(QFile::encodeName(at("protected")).constData(), 0444) == 0);
+        const OrdinaryUser user;
+        const auto written
+            = writeAtomically(path.isEmpty() ? path : QDir(folder_->path()).filePath(path), "new");
+        QVERIFY(!written.ok());
+        QVERIFY2(written.reason().contains(QLatin1String(" cannot be written: ")),
+                 qPrintable(written.reason()));
+        QCOMPARE(contentOf(at("protected")), QByteArray("old"));
+        QCOMPARE(namesIn(folder_->path()).size(), 2);
+    }
 
 private:
     QString at(const char *name) const { return folder_->filePath(QString::fromLatin1(name)); }
@@ -91,237 +280,6 @@ private:
     std::unique_ptr<QTemporaryDir> folder_;
 };
 
-void TestTextFile::init()
-{
-    folder_ = std::make_unique<QTemporaryDir>();
-    QVERIFY(folder_->isValid());
-    // The ordinary user must be able to get into the folder.
-    QVERIFY(chmod(QFile::encodeName(folder_->path()).constData(), 0777) == 0);
-}
-
-void TestTextFile::endings_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("saved");
-    const auto stable = [](const char *name, const char *bytes, const char *text) {
-        QTest::newRow(name) << QByteArray(bytes) << QByteArray(text) << QByteArray(bytes);
-    };
-    stable("CR LF", "a\r\nb\r\n", "a\r\nb");
-    stable("LF", "a\nb\n", "a\nb");
-    stable("LF in CR LF text", "a\r\nb\n", "a\r\nb");
-    stable("CR LF in LF text", "a\nb\r\n", "a\nb");
-    stable("empty lines at the end", "a\n\n\n", "a\n\n");
-    stable("line ends only", "\r\n\r\n", "\r\n");
-    stable("one LF", "\n", "");
-    QTest::newRow("no end") << QByteArray("a") << QByteArray("a") << QByteArray("a\r\n");
-    QTest::newRow("no end, LF") << QByteArray("a\nb") << QByteArray("a\nb") << QByteArray("a\nb\n");
-    QTest::newRow("no end, mixed") << QByteArray("a\nb\r\nc") << QByteArray("a\nb\r\nc")
-                                   << QByteArray("a\nb\r\nc\r\n");
-    QTest::newRow("CR") << QByteArray("a\rb\r") << QByteArray("a\rb\r") << QByteArray("a\rb\r\r\n");
-    QTest::newRow("LF, then CR") << QByteArray("a\nb\r") << QByteArray("a\nb\r") << QByteArray("a\nb\r\r\n");
-    QTest::newRow("empty") << QByteArray() << QByteArray() << QByteArray("\r\n");
-}
-
-// Saving adds a missing end once; after that, opening and saving changes nothing any more.
-void TestTextFile::endings()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, saved);
-    setContent(at("a.xml"), bytes);
-    for (int round = 0; round < 3; ++round) {
-        const auto loaded = readTextFile(at("a.xml"));
-        QVERIFY2(loaded.ok(), qPrintable(loaded.reason()));
-        QCOMPARE(loaded->utf8, text);
-        QVERIFY(writeDocumentFile(at("a.xml"), loaded->utf8, loaded->form).ok());
-        QCOMPARE(contentOf(at("a.xml")), saved);
-    }
-}
-
-void TestTextFile::unreadable_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("missing") << QStringLiteral("none") << QStringLiteral("there is no such file");
-    QTest::newRow("folder") << QStringLiteral("folder") << QStringLiteral("it is a folder");
-    QTest::newRow("pipe") << QStringLiteral("pipe") << QStringLiteral("it is not a file");
-    QTest::newRow("too large") << QStringLiteral("large") << QStringLiteral("it is larger than 2 GiB");
-    QTest::newRow("closed") << QStringLiteral("closed") << QStringLiteral("Permission denied");
-}
-
-void TestTextFile::unreadable()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, reason);
-    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("folder")));
-    QVERIFY(mkfifo(QFile::encodeName(at("pipe")).constData(), 0666) == 0);
-    setContent(at("large"), "x");
-    QVERIFY(QFile::resize(at("large"), (Q_INT64_C(1) << 31)));
-    setContent(at("closed"), "x");
-    QVERIFY(chmod(QFile::encodeName(at("closed")).constData(), 0) == 0);
-    const OrdinaryUser user;
-    const auto loaded = readTextFile(folder_->filePath(name));
-    QCOMPARE(loaded.reason(), QStringLiteral("%1 cannot be read: %2.").arg(folder_->filePath(name), reason));
-}
-
-void TestTextFile::encodedEnd()
-{
-    const QByteArray bytes("\xFE\xFF\0<\0a\0/\0>\0\r\0\n", 14);
-    setContent(at("a.xml"), bytes);
-    const auto loaded = readTextFile(at("a.xml"));
-    QVERIFY(loaded.ok());
-    QCOMPARE(loaded->utf8, QByteArray("<a/>"));
-    QVERIFY(writeDocumentFile(at("a.xml"), loaded->utf8, loaded->form).ok());
-    QCOMPARE(contentOf(at("a.xml")), bytes);
-    QVERIFY(writeTextFile(at("a.xml"), "\xC3\xA4").ok());
-    QCOMPARE(contentOf(at("a.xml")), QByteArray("\xC3\xA4\r\n"));
-}
-
-void TestTextFile::lackingCharacterLeavesFile()
-{
-    setContent(at("a.xml"), "old");
-    const FileForm form{{"ISO-8859-1", false}, FileEnd::Lf};
-    QVERIFY(!writeDocumentFile(at("a.xml"), "<!-- \xE2\x82\xAC -->", form).ok());
-    QCOMPARE(contentOf(at("a.xml")), QByteArray("old"));
-}
-
-void TestTextFile::replacesKeepingWhatItHad()
-{
-    setContent(at("a.xml"), "old");
-    const QByteArray name = QFile::encodeName(at("a.xml"));
-    QVERIFY(chmod(name.constData(), 0640) == 0);
-    const bool attributes = setxattr(name.constData(), "user.note", "kept", 4, 0) == 0;
-    if (geteuid() == 0)
-        QVERIFY(chown(name.constData(), OrdinaryUser::nobody, 7) == 0);
-    const struct stat before = statusOf(at("a.xml"));
-    QVERIFY(writeAtomically(at("a.xml"), "new").ok());
-    const struct stat after = statusOf(at("a.xml"));
-    QCOMPARE(contentOf(at("a.xml")), QByteArray("new"));
-    QVERIFY(after.st_ino != before.st_ino);
-    QCOMPARE(after.st_mode, before.st_mode);
-    QCOMPARE(after.st_uid, before.st_uid);
-    QCOMPARE(after.st_gid, before.st_gid);
-    char value[8] = {};
-    if (attributes)
-        QCOMPARE(getxattr(name.constData(), "user.note", value, sizeof value), ssize_t(4));
-    QCOMPARE(namesIn(folder_->path()).size(), 1);
-}
-
-void TestTextFile::newFileFollowsUmask()
-{
-    const mode_t former = umask(027);
-    const bool written = writeAtomically(at("new"), "x").ok();
-    umask(former);
-    QVERIFY(written);
-    QCOMPARE(statusOf(at("new")).st_mode & 07777, mode_t(0640));
-}
-
-void TestTextFile::followsLinks()
-{
-    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("sub")));
-    setContent(at("sub/real"), "old");
-    QVERIFY(QFile::link(QStringLiteral("sub/second"), at("first")));
-    QVERIFY(QFile::link(QStringLiteral("real"), at("sub/second")));
-    QVERIFY(writeAtomically(at("first"), "new").ok());
-    QCOMPARE(contentOf(at("sub/real")), QByteArray("new"));
-    QVERIFY(QFile::link(QStringLiteral("sub/fresh"), at("nowhere")));
-    QVERIFY(writeAtomically(at("nowhere"), "made").ok());
-    QCOMPARE(contentOf(at("sub/fresh")), QByteArray("made"));
-    QVERIFY(QFile::link(QStringLiteral("loop"), at("loop")));
-    QVERIFY(!writeAtomically(at("loop"), "x").ok());
-    for (const char *link : {"first", "sub/second", "nowhere", "loop"})
-        QVERIFY2(S_ISLNK(statusOf(at(link)).st_mode), link);
-}
-
-void TestTextFile::keepsHardLinks()
-{
-    setContent(at("a"), "much longer old content");
-    QVERIFY(link(QFile::encodeName(at("a")).constData(), QFile::encodeName(at("b")).constData()) == 0);
-    QVERIFY(writeAtomically(at("a"), "new").ok());
-    QCOMPARE(contentOf(at("b")), QByteArray("new"));
-    QCOMPARE(statusOf(at("a")).st_nlink, nlink_t(2));
-    QCOMPARE(namesIn(folder_->path()).size(), 2);
-}
-
-void TestTextFile::anothersFile_data()
-{
-    QTest::addColumn<uint>("folderMode");
-    QTest::newRow("folder takes no new file") << 0555U;
-    QTest::newRow("new file would change the owner") << 0777U;
-}
-
-// Somebody else's file that may be written, but not replaced, is written over.
-void TestTextFile::anothersFile()
-{
-    QFETCH(uint, folderMode);
-    setContent(at("a"), "old");
-    const struct stat before = statusOf(at("a"));
-    QVERIFY(chmod(QFile::encodeName(at("a")).constData(), 0666) == 0);
-    QVERIFY(chmod(QFile::encodeName(folder_->path()).constData(), folderMode) == 0);
-    {
-        const OrdinaryUser user;
-        const auto written = writeAtomically(at("a"), "new");
-        QVERIFY2(written.ok(), qPrintable(written.reason()));
-        QCOMPARE(writeAtomically(at("b"), "new").ok(), folderMode == 0777);
-    }
-    QVERIFY(chmod(QFile::encodeName(folder_->path()).constData(), 0777) == 0);
-    QCOMPARE(contentOf(at("a")), QByteArray("new"));
-    QCOMPARE(statusOf(at("a")).st_uid, before.st_uid);
-    QCOMPARE(namesIn(folder_->path()).size(), folderMode == 0777 ? 2 : 1);
-}
-
-void TestTextFile::refuses_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("device") << QStringLiteral("/dev/full");
-    QTest::newRow("folder") << QStringLiteral("folder");
-    QTest::newRow("no folder") << QStringLiteral("none/a");
-    QTest::newRow("protected") << QStringLiteral("protected");
-    QTest::newRow("nothing") << QString();
-}
-
-void TestTextFile::refuses()
-{
-    QFETCH(QString, path);
-    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("folder")));
-    setContent(at("protected"), "old");
-    QVERIFY(chmod(QFile::encodeName(at("protected")).constData(), 0444) == 0);
-    const OrdinaryUser user;
-    const auto written = writeAtomically(path.isEmpty() ? path : QDir(folder_->path()).filePath(path), "new");
-    QVERIFY(!written.ok());
-    QVERIFY2(written.reason().contains(QLatin1String(" cannot be written: ")), qPrintable(written.reason()));
-    QCOMPARE(contentOf(at("protected")), QByteArray("old"));
-    QCOMPARE(namesIn(folder_->path()).size(), 2);
-}
-
-void TestTextFile::fullDiskKeepsOldContent_data()
-{
-    QTest::addColumn<bool>("linked");
-    QTest::newRow("by a new file") << false;
-    QTest::newRow("written over") << true;
-}
-
 // A bound on the size of files plays the full disk.
-void TestTextFile::fullDiskKeepsOldContent()
-{
-    QFETCH(bool, linked);
-    const QByteArray old(60'000, 'o');
-    setContent(at("a"), old);
-    if (linked)
-        QVERIFY(link(QFile::encodeName(at("a")).constData(), QFile::encodeName(at("b")).constData()) == 0);
-    const qsizetype files = namesIn(folder_->path()).size();
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit former = {};
-    getrlimit(RLIMIT_FSIZE, &former);
-    const rlimit small = {100'000, former.rlim_max};
-    QVERIFY(setrlimit(RLIMIT_FSIZE, &small) == 0);
-    const auto written = writeAtomically(at("a"), QByteArray(200'000, 'n'));
-    setrlimit(RLIMIT_FSIZE, &former);
-    QVERIFY(!written.ok());
-    QCOMPARE(contentOf(at("a")), old);
-    QCOMPARE(namesIn(folder_->path()).size(), files);
-}
-
 QTEST_GUILESS_MAIN(TestTextFile)
 #include "test_text_file.moc"

@@ -9,44 +9,39 @@ class TestStartDetached : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void runsInItsFolder();
-    void failures();
+    void runsInItsFolder()
+    {
+        const QString helper = script("#!/bin/sh\necho $# >made.part\nmv made.part made\n");
+        QVERIFY(shell::startDetached(helper, folder_.path()).ok());
+        QFile made(folder_.filePath(QStringLiteral("made")));
+        QTRY_VERIFY(made.exists());
+        QVERIFY(made.open(QIODevice::ReadOnly));
+        QCOMPARE(made.readAll(), QByteArray("0\n"));
+    }
+
+    void failures()
+    {
+        const QString none = folder_.filePath(QStringLiteral("none"));
+        const QString helper = script("#!/bin/sh\n");
+        QVERIFY(!shell::startDetached(none, folder_.path()).ok());
+        QVERIFY(!shell::startDetached(folder_.path(), folder_.path()).ok());
+        QVERIFY(!shell::startDetached(helper, none).ok());
+        QVERIFY(QFile::setPermissions(helper, QFile::ReadOwner));
+        QVERIFY(!shell::startDetached(helper, folder_.path()).ok());
+    }
 
 private:
     QString script(const QByteArray &text)
     {
-        QString path = folder_.filePath(QStringLiteral("helper one.exe"));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
+        QFile file(folder_.filePath(QStringLiteral("helper one.exe")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
             return {};
-        file.write(text);
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return path;
+        return file.fileName();
     }
 
     QTemporaryDir folder_;
 };
-
-void TestStartDetached::runsInItsFolder()
-{
-    const QString helper = script("#!/bin/sh\necho $# >made.part\nmv made.part made\n");
-    const auto started = shell::startDetached(helper, folder_.path());
-    QVERIFY2(started.ok(), qPrintable(started.reason()));
-    QTRY_VERIFY(QFile::exists(folder_.filePath(QStringLiteral("made"))));
-    QFile made(folder_.filePath(QStringLiteral("made")));
-    QVERIFY(made.open(QIODevice::ReadOnly));
-    QCOMPARE(made.readAll(), QByteArray("0\n"));
-}
-
-void TestStartDetached::failures()
-{
-    QVERIFY(!shell::startDetached(folder_.filePath(QStringLiteral("none")), folder_.path()).ok());
-    QVERIFY(!shell::startDetached(folder_.path(), folder_.path()).ok());
-    const QString helper = script("#!/bin/sh\n");
-    QVERIFY(!shell::startDetached(helper, folder_.filePath(QStringLiteral("none"))).ok());
-    QVERIFY(QFile::setPermissions(helper, QFile::ReadOwner));
-    QVERIFY(!shell::startDetached(helper, folder_.path()).ok());
-}
 
 QTEST_GUILESS_MAIN(TestStartDetached)
 #include "test_start_detached.moc"

@@ -1,0 +1,231 @@
+// A bad disk under the real window: whatever it refuses, the file is a whole old or a whole new version, the
+// unsaved text is kept, and the user is told.
+#include "tests/app/window_fixture.h"
+
+#include "app/recovery.h"
+
+#include <QDir>
+#include <QMenu>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace app_test;
+
+namespace {
+
+constexpr app::Recovery::Pace never{3'600'000, 3'600'000, 3'600'000};
+
+const QByteArray before = "<a>" + QByteArray("old ").repeated(20'000) + "</a>\r\n";
+const QByteArray after = "<a>x" + before.mid(3);
+
+QString rulesFile() { return qEnvironmentVariable("XE_FAULTS"); }
+QString heldFile() { return rulesFile() + QStringLiteral(".held"); }
+
+QStringList namesIn(const QString &folder) { return QDir(folder).entryList(QDir::Files | QDir::Hidden); }
+
+} // namespace
+
+class FaultsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        setRules({});
+        qputenv("TMPDIR", temporary_);
+        folders_ = std::make_unique<Folders>();
+        path_ = folders_->document(QStringLiteral("a.xml"));
+        write(path_, before);
+    }
+    void cleanup() { setRules({}); }
+
+    void saving_data()
+    {
+        QTest::addColumn<QByteArray>("rules");
+        QTest::addColumn<bool>("over"); // the file has a second name, and so is written over
+        QTest::addColumn<QString>("told"); // empty where the save succeeds all the same
+        const auto row = [](const char *name, const char *rules, const char *told) {
+            QTest::newRow(name) << QByteArray(rules) << false << QString::fromLatin1(told);
+        };
+        const auto over = [](const char *name, const char *rules, const char *told) {
+            QTest::newRow(name) << QByteArray(rules) << true << QString::fromLatin1(told);
+        };
+        constexpr const char *full = "No space left on device";
+        row("disk full", "write 0 999 28", full);
+        row("disk full at the last write", "write 1 999 28", full);
+        row("disk full at the flush", "flush 0 999 28", full);
+        row("disk full at the rename", "rename 0 999 28", full);
+        row("disk full at the name", "create 0 999 28", full);
+        row("quota", "write 0 999 122", "Disk quota exceeded");
+        row("disk is read-only now", "create 0 999 30\nopen 0 999 30\nrename 0 999 30", "Read-only");
+        row("file system is read-only", "stat 1 999 30", "Read-only");
+        row("folder takes no new name", "create 0 999 13", "");
+        row("folder takes no rename", "rename 0 999 13", "");
+        row("neither folder nor file", "create 0 999 13\nopen 0 999 13", "Permission denied");
+        row("short writes", "write 0 9 short", "");
+        row("interrupted", "create 0 3 4\nopen 0 3 4\nwrite 0 3 4\nflush 0 3 4", "");
+        row("no flush there", "flush 0 999 22", "");
+        row("no nameless files there", "create 0 1 95", "");
+        row("fails at the flush", "flush 0 999 5", "Input/output error");
+        row("folder cannot be flushed", "flush 1 999 5", "");
+        row("mount has gone", "* 0 9999 116", "Stale file handle");
+        row("mount goes while it is written", "write 1 999 19\nflush 0 999 19\nremove 0 999 19",
+            "No such device");
+        over("written over", "", "");
+        over("disk full before", "create 0 9 28\nwrite 0 1 28", full);
+        over("disk full between", "write 1 1 short\nwrite 2 1 28", full);
+        over("fails at the flush, written over", "flush 1 1 5", "Input/output error");
+        over("fails at the cut", "truncate 0 1 5", "Input/output error");
+        over("interrupted, written over", "write 0 3 4\nread 0 3 4\nflush 0 3 4", "");
+    }
+
+    void saving()
+    {
+        QFETCH(QByteArray, rules);
+        QFETCH(bool, over);
+        QFETCH(QString, told);
+        const QString other = folders_->document(QStringLiteral("b.xml"));
+        if (over)
+            QCOMPARE(link(QFile::encodeName(path_).constData(), QFile::encodeName(other).constData()), 0);
+        Window window(*folders_, {path_});
+        window.main->recovery().setPace(never);
+        typeOne(window);
+        setRules(rules);
+        window.choose("mnuSave");
+        const QString note = window.note();
+        setRules({});
+        QVERIFY2(told.isEmpty() ? note.isEmpty() : note.contains(path_) && note.contains(told),
+                 qPrintable(note));
+        QCOMPARE(contentOf(path_), told.isEmpty() ? after : before);
+        QCOMPARE(window.main->isWindowModified(), !told.isEmpty());
+        QCOMPARE(namesIn(folder()).size(), over ? 2 : 1);
+        if (over)
+            QCOMPARE(contentOf(other), contentOf(path_));
+        if (!told.isEmpty())
+            QCOMPARE(keptText(), after.chopped(2));
+        // The window lives, and the next save comes through.
+        window.choose("editcmxsub_7");
+        window.typeIntoEditor(QStringLiteral("y"));
+        window.choose("mnuSave");
+        QCOMPARE(contentOf(path_).count('y'), 1);
+        QTRY_VERIFY(namesIn(recovery()).filter(QStringLiteral(".live")).isEmpty());
+    }
+
+    void opening_data()
+    {
+        QTest::addColumn<QByteArray>("rules");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("cannot be read") << QByteArray("read 0 999 5") << "Input/output error";
+        QTest::newRow("ends while it is read") << QByteArray("read 1 999 116") << "Stale file handle";
+        QTest::newRow("may not be opened") << QByteArray("open 0 999 13") << "Permission denied";
+        QTest::newRow("interrupted") << QByteArray("open 0 1 4\nread 0 1 4") << "";
+    }
+
+    void opening()
+    {
+        QFETCH(QByteArray, rules);
+        QFETCH(QString, told);
+        Window window(*folders_);
+        window.choose("mnuelement");
+        window.dialogs.answer(dialogs::Answer::No);
+        setRules(rules);
+        window.main->session().life().openPath(path_);
+        setRules({});
+        QVERIFY2(window.lastMessage().contains(told), qPrintable(window.lastMessage()));
+        QCOMPARE(window.titleLine().endsWith(QStringLiteral("a.xml")), told.isEmpty());
+        QCOMPARE(window.main->isWindowModified(), !told.isEmpty());
+    }
+
+    // A look at a file that does not answer keeps nobody from typing.
+    void watching()
+    {
+        Window window(*folders_, {path_});
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        setRules("stat 0 9999 hold");
+        QCOMPARE(::truncate(QFile::encodeName(path_).constData(), 0), 0);
+        QTRY_VERIFY(contentOf(heldFile()).startsWith('o'));
+        typeOne(window);
+        QTest::qWait(50);
+        QVERIFY(window.dialogs.messages().isEmpty());
+        QVERIFY(!contentOf(heldFile()).contains('w'));
+        window.dialogs.answer(dialogs::Answer::No);
+        setRules({});
+        QTRY_COMPARE(window.dialogs.messages().size(), 1);
+    }
+
+    // What cannot be reached is not taken for removed.
+    void outOfReach()
+    {
+        Window window(*folders_, {path_});
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        setRules("* 0 9999 116");
+        QCOMPARE(::chmod(QFile::encodeName(path_).constData(), 0600), 0); // wakes the watcher
+        QTest::qWait(400);
+        QCOMPARE(window.note(), QString());
+        QVERIFY(!window.main->isWindowModified());
+    }
+
+    // A text on its way to a slow disk does not keep the menu closed.
+    void slowRecovery()
+    {
+        Window window(*folders_, {path_});
+        window.main->recovery().setPace({5, 5, 10});
+        setRules("flush 0 1 hold", recovery());
+        typeOne(window);
+        QTRY_COMPARE(contentOf(heldFile()), "o");
+        Q_EMIT window.main->findChild<QMenu *>(QStringLiteral("mnurecover"))->aboutToShow();
+        QVERIFY(namesIn(recovery()).filter(QStringLiteral(".live")).isEmpty());
+        setRules({});
+        QTRY_COMPARE(namesIn(recovery()).filter(QStringLiteral(".live")).size(), 1);
+        window.choose("mnuSave");
+    }
+
+private:
+    QString folder() const { return QFileInfo(path_).path(); }
+    QString recovery() const { return folders_->program(QStringLiteral("recovery")); }
+
+    void setRules(const QByteArray &rules, const QString &where = {})
+    {
+        QFile::remove(heldFile());
+        if (rules.isEmpty())
+            QFile::remove(rulesFile());
+        else
+            write(rulesFile(), QFile::encodeName(where.isEmpty() ? folder() : where) + '\n' + rules + '\n');
+    }
+
+    static void typeOne(Window &window)
+    {
+        window.choose("mnuxmlmode");
+        window.editor()->placeCaret(0, 3);
+        window.typeIntoEditor(QStringLiteral("x"));
+    }
+
+    QByteArray keptText() const
+    {
+        const QDir files(recovery());
+        const QString name = files.entryList({QStringLiteral("*.live")}).value(0);
+        const document::OpenedCopy opened = document::openCopy(contentOf(files.filePath(name)));
+        return opened.whole ? opened.copy.text : QByteArray();
+    }
+
+    const QByteArray temporary_ = QFile::encodeName(QDir::tempPath());
+    std::unique_ptr<Folders> folders_;
+    QString path_;
+};
+
+// Started again with the bad disk before everything else.
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("XE_FAULTS")) {
+        const QString rules = QDir::temp().filePath(QStringLiteral("xe-faults-%1").arg(getpid()));
+        qputenv("XE_FAULTS", QFile::encodeName(rules));
+        qputenv("LD_PRELOAD", XE_FAULTS_LIBRARY);
+        execv("/proc/self/exe", argv);
+        return 1;
+    }
+    FaultsTest tests;
+    return runWindowTests(argc, argv, tests);
+}
+#include "faults_test.moc"
