@@ -51,7 +51,7 @@ bool Parsing::LoadXml(const QByteArray &text)
 
 bool Parsing::xmlerr(bool msgbolone, bool msgboltwo)
 {
-    return judge(around_.editor.text(), msgbolone, msgboltwo);
+    return judge(around_.editor.textInPlace(), msgbolone, msgboltwo);
 }
 
 void Parsing::adoptEditorText()
@@ -61,11 +61,10 @@ void Parsing::adoptEditorText()
         if (state_.known.agreed(state_.domIdentity(), around_.editor.revision()))
             return;
     }
-    const QByteArray text = around_.editor.text();
-    if (!editorTextIsAccepted() && judge(text, true, false))
+    if (!editorTextIsAccepted() && judge(around_.editor.textInPlace(), true, false))
         return;
-    if (text != state_.Document.xml())
-        loadAccepted(text, state_.accepted->entities);
+    if (around_.editor.textInPlace() != state_.Document.xml())
+        loadAccepted(around_.editor.text(), state_.accepted->entities);
     state_.known.agree(state_.domIdentity(), around_.editor.revision());
 }
 
@@ -78,7 +77,7 @@ void Parsing::carryToEditor()
     if (!state_.known.agreed(dom, around_.editor.revision())) {
         const Busy busy(around_.workspace);
         const QByteArray xml = state_.Document.xml();
-        if (xml != around_.editor.text())
+        if (xml != around_.editor.textInPlace())
             around_.editor.replaceText(xml);
         state_.known.agree(dom, around_.editor.revision());
     }

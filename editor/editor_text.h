@@ -7,12 +7,7 @@
 namespace editor {
 
 // Valid until the text changes.
-inline QByteArrayView textInPlace(const control::CodeEditor &editor)
-{
-    using S = QsciScintillaBase;
-    const auto *text = static_cast<const char *>(editor.SendScintillaPtrResult(S::SCI_GETCHARACTERPOINTER));
-    return {text, qsizetype(editor.send(S::SCI_GETLENGTH))};
-}
+inline QByteArrayView textInPlace(const control::CodeEditor &editor) { return editor.textInPlace(); }
 
 inline control::TextMatch selectionOf(const control::CodeEditor &editor)
 {

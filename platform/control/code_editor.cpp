@@ -125,6 +125,12 @@ CodeEditor::Told CodeEditor::state() const
 
 QByteArray CodeEditor::text() const { return bytes({0, send(SCI_GETLENGTH)}); }
 
+QByteArray CodeEditor::textInPlace() const
+{
+    const auto *start = static_cast<const char *>(SendScintillaPtrResult(SCI_GETCHARACTERPOINTER));
+    return QByteArray::fromRawData(start, send(SCI_GETLENGTH));
+}
+
 QByteArray CodeEditor::bytes(const ByteRange &range) const
 {
     if (range.length() <= 0)

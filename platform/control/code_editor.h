@@ -43,6 +43,7 @@ public:
     explicit CodeEditor(QWidget *parent = nullptr, std::shared_ptr<EditorLibrary> library = {});
 
     QByteArray text() const override;
+    QByteArray textInPlace() const override;
     quint64 revision() const override { return revision_; }
     void loadText(const QByteArray &utf8) override;
     void replaceText(const QByteArray &utf8) override;

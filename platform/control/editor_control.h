@@ -23,6 +23,10 @@ public:
     // The whole text, UTF-8. Line ends are kept as they are.
     virtual QByteArray text() const = 0;
 
+    // The whole text where it lies, for one look at it: nothing is copied, and the next change of the editor
+    // makes it invalid.
+    virtual QByteArray textInPlace() const = 0;
+
     // Counts every change of the text, undo and redo included; equal numbers mean equal text.
     virtual quint64 revision() const = 0;
 

@@ -7,7 +7,6 @@
 namespace control {
 
 namespace {
-
 using S = QsciScintillaBase;
 
 constexpr int undoCommand = 100;
@@ -89,8 +88,7 @@ size_t MacroRecorder::textNow()
 {
     if (hashedRevision_ == editor_.revision())
         return hash_;
-    const auto *text = static_cast<const char *>(editor_.SendScintillaPtrResult(S::SCI_GETCHARACTERPOINTER));
-    hash_ = qHash(QByteArrayView(text, editor_.send(S::SCI_GETLENGTH)));
+    hash_ = qHash(editor_.textInPlace());
     hashedRevision_ = editor_.revision();
     return hash_;
 }

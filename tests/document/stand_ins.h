@@ -16,6 +16,7 @@ public:
         ++reads;
         return text_;
     }
+    QByteArray textInPlace() const override { return text(); }
     quint64 revision() const override { return revision_; }
     void loadText(const QByteArray &utf8) override
     {
