@@ -7,6 +7,7 @@
 namespace control {
 
 namespace {
+
 using S = QsciScintillaBase;
 
 constexpr int undoCommand = 100;
