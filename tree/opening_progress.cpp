@@ -11,6 +11,7 @@ namespace tree {
 namespace {
 
 constexpr int patience = 500; // ms until the window shows
+constexpr int widthInCharacters = 50; // for the title to be read
 constexpr int parts = 1000; // of the bar
 constexpr qint64 mostOpened = 5'000'000; // rows; a million takes some 300 MB
 constexpr qint64 step = 20'000; // rows, some ten milliseconds
@@ -25,6 +26,7 @@ Opened runWithProgress(Opening &opening, qint64 total, const QAbstractItemModel 
     progress.setObjectName(QStringLiteral("ExpandProgress"));
     progress.setAccessibleName(progress.labelText());
     progress.setWindowTitle(QStringLiteral("Zelph XML Editor"));
+    progress.setMinimumWidth(progress.fontMetrics().averageCharWidth() * widthInCharacters);
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(patience);
     bool overtaken = false;
