@@ -1,76 +1,12 @@
 #include "app/file_watch.h"
 
-#include <QFileInfo>
-#include <QFileSystemWatcher>
-#include <QTimer>
-
-#include <filesystem>
-#include <system_error>
-
 namespace app {
 
 namespace {
 
-constexpr int patience = 250; // milliseconds; a program that writes in steps is left to end
 constexpr int longestEnd = 1000; // milliseconds, for a look that is not answered when the window closes
 
-// Nothing where it cannot be told: a file that is out of reach for a while is not gone.
-std::optional<FileStamp> stampOf(const QString &path)
-{
-    const QFileInfo file(path);
-    if (file.exists())
-        return FileStamp{true, file.size(), file.lastModified()};
-    std::error_code error;
-    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
-    if (path.isEmpty() || status.type() == std::filesystem::file_type::not_found)
-        return FileStamp();
-    return std::nullopt;
-}
-
 } // namespace
-
-class FileEyes : public QObject
-{
-    Q_OBJECT
-
-public:
-    FileEyes() : watcher_(this), soon_(this)
-    {
-        soon_.setSingleShot(true);
-        soon_.setInterval(patience);
-        connect(&watcher_, &QFileSystemWatcher::fileChanged, &soon_, qOverload<>(&QTimer::start));
-        connect(&soon_, &QTimer::timeout, this, &FileEyes::look);
-    }
-
-    void attend(const QString &path, quint64 age)
-    {
-        if (!watcher_.files().isEmpty())
-            watcher_.removePaths(watcher_.files());
-        path_ = path;
-        age_ = age;
-        look();
-    }
-
-    // A file that was replaced is another one to the watcher, which lets go of the old one by itself.
-    void look()
-    {
-        if (path_.isEmpty())
-            return;
-        if (!watcher_.files().contains(path_) && QFileInfo::exists(path_))
-            watcher_.addPath(path_);
-        if (const auto stamp = stampOf(path_))
-            Q_EMIT looked(age_, *stamp);
-    }
-
-Q_SIGNALS:
-    void looked(quint64 age, const app::FileStamp &stamp);
-
-private:
-    QString path_;
-    quint64 age_ = 0;
-    QFileSystemWatcher watcher_;
-    QTimer soon_;
-};
 
 FileWatch::FileWatch() : eyes_(std::make_unique<FileEyes>().release()), thread_(std::make_unique<QThread>())
 {
@@ -117,6 +53,15 @@ void FileWatch::check()
         Q_EMIT gone();
 }
 
+FileWatch::Found FileWatch::checkNow()
+{
+    const FileStamp former = known_;
+    remember();
+    if (known_ == former)
+        return Found::AsKnown;
+    return known_.exists ? Found::Changed : Found::Gone;
+}
+
 void FileWatch::seen(quint64 age, const FileStamp &stamp)
 {
     if (age != age_ || stamp == known_)
@@ -127,5 +72,3 @@ void FileWatch::seen(quint64 age, const FileStamp &stamp)
 }
 
 } // namespace app
-
-#include "file_watch.moc"

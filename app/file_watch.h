@@ -1,25 +1,14 @@
 // Notices when another program changes or removes the document's file.
 #pragma once
 
-#include <QDateTime>
-#include <QObject>
+#include "app/file_eyes.h"
+
 #include <QThread>
+
 #include <memory>
 #include <optional>
 
 namespace app {
-
-// What tells a file from its former self.
-struct FileStamp
-{
-    bool exists = false;
-    qint64 size = 0;
-    QDateTime written;
-    bool operator==(const FileStamp &) const = default;
-};
-
-// The part that looks, in a thread of its own: a file far away may keep it waiting for any time.
-class FileEyes;
 
 class FileWatch : public QObject
 {
@@ -39,6 +28,17 @@ public:
 
     // While touched() is told: what was found comes before it returns. Else only asks for a look.
     void check();
+
+    enum class Found
+    {
+        AsKnown,
+        Changed,
+        Gone
+    };
+
+    // Before the file is written: looks at once, whatever the eyes are doing, and takes what is there for
+    // known. Waits for the file system as long as that takes.
+    Found checkNow();
 
 Q_SIGNALS:
     void touched(); // the file is not as it was: check() when that suits, now or later

@@ -112,6 +112,7 @@ void mainfrm::connectEditor()
 {
     connect(CodeMax1, &control::CodeEditor::textEdited, this, [this] { routing_.textEdited(); });
     connect(CodeMax1, &control::CodeEditor::caretMoved, this, [this] { routing_.caretMoved(); });
+    connect(CodeMax1, &control::CodeEditor::noted, this, &mainfrm::note);
     connect(CodeMax1, &control::CodeEditor::commandStateChanged, this, [this] { routing_.refresh(); });
     QMenu *menu = menus_.menu(QStringLiteral("editcmx"));
     connect(menu, &QMenu::aboutToShow, this, [this] { routing_.refresh(); });
@@ -207,6 +208,7 @@ void mainfrm::watchFile()
     connect(watch_.get(), &FileWatch::touched, this, &mainfrm::checkFile);
     connect(watch_.get(), &FileWatch::changed, this, &mainfrm::fileChanged);
     connect(watch_.get(), &FileWatch::gone, this, &mainfrm::fileGone);
+    session_->saving().askFirst([this] { return mayWriteFile(); });
 }
 
 // Not while another question is open, nor behind another program's window: there is time until the user is
@@ -217,19 +219,34 @@ void mainfrm::checkFile()
         watch_->check();
 }
 
-void mainfrm::fileChanged()
+void mainfrm::fileChanged() { askToLoadAgain({}); }
+
+// True when it was to be loaded again.
+bool mainfrm::askToLoadAgain(const QString &otherwise)
 {
-    const QString text = tr("%1 has been changed by another program. Do you want to load it again?%2")
-                             .arg(files::fileNameOf(session_->state().CurrentFilePath),
-                                  session_->saving().isChanged()
-                                      ? QLatin1Char('\n') + tr("What you changed here would be lost.")
-                                      : QString());
-    if (dialogs_.message(dialogs::Icon::Question, dialogs::Buttons::YesNo, text) == dialogs::Answer::Yes)
-        session_->life().reload();
-    else
+    QString text = tr("%1 has been changed by another program. Do you want to load it again?")
+                       .arg(files::fileNameOf(session_->state().CurrentFilePath));
+    if (session_->saving().isChanged())
+        text += QLatin1Char('\n') + tr("What you changed here would be lost.");
+    const bool again = dialogs_.message(dialogs::Icon::Question, dialogs::Buttons::YesNo, text + otherwise)
+        == dialogs::Answer::Yes;
+    if (!again || !session_->life().reload())
         session_->life().keepOver();
     mark_->refresh();
     recovery_->settled();
+    return again;
+}
+
+bool mainfrm::mayWriteFile()
+{
+    const FileWatch::Found found = watch_->checkNow();
+    if (found == FileWatch::Found::Changed)
+        return !askToLoadAgain(QLatin1Char('\n') + tr("If not, what the other program wrote is replaced."));
+    if (found == FileWatch::Found::Gone) {
+        fileGone();
+        note(tr("%1 was no longer there and was written anew.").arg(session_->state().CurrentFilePath));
+    }
+    return true;
 }
 
 void mainfrm::fileGone()

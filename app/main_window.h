@@ -140,6 +140,8 @@ private:
     void watchFile();
     void checkFile();
     void fileChanged();
+    bool askToLoadAgain(const QString &otherwise);
+    bool mayWriteFile();
     void fileGone();
     void tabChanged(int tab);
     void focusView();

@@ -2,6 +2,7 @@
 
 #include "document/session.h"
 #include "platform/dialogs/dialogs.h"
+#include "platform/files/atomic_write.h"
 #include "platform/files/file_helpers.h"
 
 #include <QDir>
@@ -52,6 +53,8 @@ QString question(const document::RecoveryHead &head)
     const QFileInfo file(head.path);
     if (!head.path.isEmpty() && !file.exists())
         text += QLatin1Char('\n') + Recovery::tr("The file itself is no longer there.");
+    else if (!head.path.isEmpty() && !files::leftOfCutShort(head.path).isEmpty())
+        text += QLatin1Char('\n') + Recovery::tr("The file itself was only written in part.");
     else if (!head.path.isEmpty() && file.lastModified() > head.changed)
         text += QLatin1Char('\n') + Recovery::tr("The file itself was changed after that.");
     return text + QLatin1Char('\n') + Recovery::tr("If not, they stay for a while in File, Recover Text.");

@@ -1,6 +1,7 @@
 #include "document/life.h"
 
 #include "document/language.h"
+#include "platform/files/atomic_write.h"
 #include "platform/files/file_helpers.h"
 
 #include <QFileInfo>
@@ -41,7 +42,10 @@ bool Life::loadAs(const QString &path, const files::LoadedText &file)
     files_.setCurrentFile(path);
     state_.form = file.form;
     around_.editor.setLanguage(languageOf(path, file.utf8));
-    if (!file.note.isEmpty())
+    const QString former = files::leftOfCutShort(path);
+    if (!former.isEmpty())
+        around_.workspace.note(QStringLiteral("An unfinished save left the former text in %1.").arg(former));
+    else if (!file.note.isEmpty())
         around_.workspace.note(file.note);
     return parsing_.Loadpathxml(file);
 }
@@ -145,18 +149,19 @@ void Life::showUnsaved(const QByteArray &text, Tab mode)
     parsing_.xmlerr(false, false);
 }
 
-void Life::reload()
+bool Life::reload()
 {
     const QString path = state_.CurrentFilePath;
     const int tab = around_.workspace.currentTab();
     const auto file = parsing_.readFile(path);
     if (!file)
-        return;
+        return false;
     if (saving_.isChanged())
         saving_.giveUp();
     take(path, *file);
     if (tab == XmlMode)
         around_.workspace.selectTab(tab);
+    return true;
 }
 
 void Life::keepOver()

@@ -37,8 +37,9 @@ public:
     // the open document stays.
     void openPath(const QString &path);
 
-    // Another program changed the document's file: reads it again, whatever was changed here.
-    void reload();
+    // Another program changed the document's file: reads it again, whatever was changed here. False when it
+    // cannot be read, which is reported; nothing changes then.
+    bool reload();
 
     // Another program changed or removed the document's file, and what is open here stays: it counts as
     // changed unless it is what the file now holds.

@@ -68,7 +68,7 @@ bool Saving::cndsavefunc()
     const SaveResult result = answer == Answer::No ? SaveResult::Dismissed : isNew ? saveAs() : save();
     if (result == SaveResult::Dismissed)
         giveUp();
-    return result == SaveResult::Failed;
+    return result == SaveResult::Failed || result == SaveResult::LoadedAgain;
 }
 
 void Saving::keep(const QByteArray &text) const
@@ -95,6 +95,11 @@ SaveResult Saving::save(const QString &path)
     around_.workspace.setSaveEnabled(true);
     around_.workspace.documentSaved();
     return SaveResult::Saved;
+}
+
+SaveResult Saving::save()
+{
+    return mayWrite_ && !mayWrite_() ? SaveResult::LoadedAgain : save(state_.CurrentFilePath);
 }
 
 SaveResult Saving::saveAs()

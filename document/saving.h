@@ -13,7 +13,8 @@ enum class SaveResult
 {
     Saved,
     Dismissed,
-    Failed
+    Failed,
+    LoadedAgain // in place of being written
 };
 
 class Saving
@@ -28,6 +29,11 @@ public:
     using Keep = std::function<void(const QByteArray &text)>;
     void keepBy(Keep keep) { keep_ = std::move(keep); }
 
+    // Asked before the document's own file is written: false when another program changed it and the user had
+    // it loaded again, so that nothing is written.
+    using MayWrite = std::function<bool()>;
+    void askFirst(MayWrite mayWrite) { mayWrite_ = std::move(mayWrite); }
+
     // The document's text as the view shown has it: the DOM's in Normal Mode, the editor's in XML Mode, in
     // Preview that of the mode it was entered from.
     QByteArray currentText() const;
@@ -41,8 +47,8 @@ public:
     // Whether it may differ, by what is known without a look at the texts.
     bool mayBeChanged() const;
 
-    // Asks whether to save a changed document, and does so. True when the user cancelled, or when the
-    // document could not be written and going on would lose it.
+    // Asks whether to save a changed document, and does so. True when the user cancelled or had the file
+    // loaded again, or when the document could not be written and going on would lose it.
     bool cndsavefunc();
 
     // The document's unsaved text is about to be let go: hands it to the workspace.
@@ -51,7 +57,7 @@ public:
     // Writes the current text to path. On failure the file and SavedXml stay as they were, the text is kept,
     // and a note says why.
     SaveResult save(const QString &path);
-    SaveResult save() { return save(state_.CurrentFilePath); }
+    SaveResult save();
     SaveResult saveAs();
 
     // SavedXml becomes the DOM's serialised XML.
@@ -71,6 +77,7 @@ private:
     Surroundings around_;
     WorkingFiles &files_;
     Keep keep_;
+    MayWrite mayWrite_;
 };
 
 // The filter of the open and save dialogs.

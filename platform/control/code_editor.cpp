@@ -60,6 +60,7 @@ void CodeEditor::noticeChange(int position, int kind, int length)
     if ((kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) == 0)
         return;
     ++revision_;
+    columns_.changing(*this, position);
     if ((kind & SC_PERFORMED_USER) == 0)
         inserted_.forget();
     else if ((kind & SC_MOD_BEFOREINSERT) != 0)
@@ -157,6 +158,7 @@ void CodeEditor::loadText(const QByteArray &utf8)
     send(SCI_SETSCROLLWIDTH, 1);
     send(SCI_SETXOFFSET, 0);
     ++revision_;
+    columns_.forget();
     xmlStyling_.restart();
     // Before the engine measures the caret's line, which it had to do again after.
     xmlStyling_.styleSight();
@@ -311,12 +313,7 @@ void CodeEditor::showPosition(long position)
 
 int CodeEditor::caretLine() const { return int(send(SCI_LINEFROMPOSITION, ulong(send(SCI_GETCURRENTPOS)))); }
 
-int CodeEditor::caretColumn() const
-{
-    const long caret = send(SCI_GETCURRENTPOS);
-    const long start = send(SCI_POSITIONFROMLINE, ulong(caretLine()));
-    return int(send(SCI_COUNTCHARACTERS, ulong(start), caret));
-}
+int CodeEditor::caretColumn() const { return int(columns_.columnOf(*this, send(SCI_GETCURRENTPOS))); }
 
 int CodeEditor::lineCount() const { return int(send(SCI_GETLINECOUNT)); }
 

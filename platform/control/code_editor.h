@@ -2,6 +2,7 @@
 // Positions in its text are bytes of UTF-8; lines and columns are counted from zero.
 #pragma once
 
+#include "platform/control/column_count.h"
 #include "platform/control/editor_accessible.h"
 #include "platform/control/editor_control.h"
 #include "platform/control/editor_library.h"
@@ -141,6 +142,8 @@ Q_SIGNALS:
     void repeatCountChanged(int count);
     // A command that is carried out elsewhere was called; emitted before its handler is asked.
     void serviceRequested(int command);
+    // What the user should know about the text, for the status bar.
+    void noted(const QString &sentence);
 
 protected:
     bool event(QEvent *event) override;
@@ -178,6 +181,8 @@ private:
     bool carryOutOnce(const Step &step);
     bool run(int command);
     void type(const QByteArray &utf8);
+    bool typesPlainly() const;
+    void typeInLongLine(const QByteArray &utf8);
     void commitComposed(QInputMethodEvent &event, const Step &step);
     int takeRepeatCount();
     bool callService(int command);
@@ -206,6 +211,7 @@ private:
     Language language_ = Language::Plain;
     TextHabits habits_;
     InsertedRun inserted_;
+    mutable ColumnCount columns_;
     std::shared_ptr<EditorLibrary> library_;
     QKeySequence firstStroke_;
     QHash<int, std::function<bool()>> services_;

@@ -85,8 +85,29 @@ void CodeEditor::type(const QByteArray &utf8)
         replaceSelection(utf8);
         return;
     }
+    if (xmlStyling_.caretLineIsLong() && typesPlainly()) {
+        typeInLongLine(utf8);
+        return;
+    }
     QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text);
     QsciScintillaBase::keyPressEvent(&event);
+}
+
+bool CodeEditor::typesPlainly() const
+{
+    return selection().length() == 0 && send(SCI_GETSELECTIONS) == 1 && send(SCI_GETOVERTYPE) == 0
+        && send(SCI_AUTOCACTIVE) == 0 && send(SCI_GETREADONLY) == 0
+        && send(SCI_GETSELECTIONNCARETVIRTUALSPACE, ulong(send(SCI_GETMAINSELECTION))) == 0;
+}
+
+// The engine would measure the line with the new text not yet coloured, and once more when it is.
+void CodeEditor::typeInLongLine(const QByteArray &utf8)
+{
+    const long caret = send(SCI_GETCURRENTPOS);
+    SendScintilla(SCI_ADDTEXT, uintptr_t(utf8.size()), utf8.constData());
+    xmlStyling_.styleSight();
+    send(SCI_GOTOPOS, ulong(caret + utf8.size()));
+    send(SCI_CHOOSECARETX);
 }
 
 // Text that was not composed in place is text typed, and has typing's help.

@@ -14,6 +14,8 @@ bool pasteClipboard(CodeEditor &editor);
 bool deleteSelectionOrCharacter(CodeEditor &editor);
 
 // All lines that the selection touches, blank ones excepted.
+bool tabForward(CodeEditor &editor);
+bool tabBackward(CodeEditor &editor);
 bool increaseIndent(CodeEditor &editor);
 bool decreaseIndent(CodeEditor &editor);
 

@@ -1,6 +1,7 @@
 #include "platform/control/editor_look.h"
 
 #include "platform/control/code_editor.h"
+#include "platform/control/long_runs.h"
 
 #include <QFont>
 #include <QFontDatabase>
@@ -119,7 +120,8 @@ void dressText(CodeEditor &editor, const Look &look)
     editor.send(S::SCI_STYLECLEARALL);
     for (const StyleRow &row : styleRows)
         for (int style = row.first; style <= row.last; ++style)
-            dressStyle(editor, style, look.token(row.token));
+            for (const int same : sameLooks)
+                dressStyle(editor, style + same, look.token(row.token));
     dressStyle(editor, S::STYLE_LINENUMBER, look.token(Token::LineNumber));
     editor.send(S::SCI_STYLESETUNDERLINE, S::STYLE_LINENUMBER, 0);
     setColors(editor, S::STYLE_INDENTGUIDE, look.divider, look.window);

@@ -1,5 +1,6 @@
 #include "platform/control/view_actions.h"
 
+#include "platform/control/busy_pointer.h"
 #include "platform/control/code_editor.h"
 
 #include <optional>
@@ -101,6 +102,7 @@ bool unfoldXmlLevel(CodeEditor &editor, int depth)
 // Folds or unfolds every block as deep as the caret's.
 bool setLevel(CodeEditor &editor, int action)
 {
+    const BusyPointer busy(editor.send(S::SCI_GETLENGTH));
     const long start = blockStart(editor, editor.caretLine());
     if (start < 0)
         return false;
@@ -152,6 +154,7 @@ bool toggleFold(CodeEditor &editor)
 
 bool foldAll(CodeEditor &editor)
 {
+    const BusyPointer busy(editor.send(S::SCI_GETLENGTH));
     if (editor.xmlStyling().isOn()) {
         const std::optional<int> depth = editor.xmlStyling().innerDepth();
         const bool folded = depth && foldXmlLevel(editor, *depth);
@@ -174,6 +177,7 @@ bool foldAll(CodeEditor &editor)
 
 bool unfoldAll(CodeEditor &editor)
 {
+    const BusyPointer busy(editor.send(S::SCI_GETLENGTH));
     const bool folded = editor.send(S::SCI_GETALLLINESVISIBLE) == 0;
     editor.send(S::SCI_FOLDALL, S::SC_FOLDACTION_EXPAND);
     return folded;

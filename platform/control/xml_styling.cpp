@@ -1,9 +1,12 @@
 #include "platform/control/xml_styling.h"
 
 #include "platform/control/code_editor.h"
+#include "platform/control/line_numbers.h"
+#include "platform/control/long_runs.h"
 #include "platform/control/text_window.h"
 
 #include <QByteArray>
+#include <QLocale>
 #include <QScopedValueRollback>
 #include <algorithm>
 
@@ -20,8 +23,12 @@ constexpr long idleReach = 512 * 1024;
 constexpr long smallText = 32 * 1024;
 // The engine measures the whole of a line at every key, piece by piece of one style, and remembers the widths
 // of short pieces. Of longer lines than this it is made to remember many.
-constexpr long longLine = 128 * 1024;
-constexpr long manyWidths = 256 * 1024;
+constexpr long longLine = 32 * 1024;
+constexpr long bytesForWidth = 4; // of a line
+constexpr long leastWidths = 256 * 1024;
+constexpr long mostWidths = 4 * 1024 * 1024;
+// A key in a line up to this takes no time that anybody sees.
+constexpr long fluentLine = 1024 * 1024;
 
 } // namespace
 
@@ -43,6 +50,7 @@ void XmlStyling::restart()
     levelled_ = {};
     styled_.reset();
     base_ = firstBase;
+    noted_ = false;
     if (isOn())
         idle_.start();
     else
@@ -169,6 +177,12 @@ void XmlStyling::styleSight()
     editor_.send(S::SCI_STARTSTYLING, 0);
 }
 
+bool XmlStyling::caretLineIsLong() const
+{
+    const long line = editor_.caretLine();
+    return isOn() && lineStart(line + 1) - lineStart(line) > longLine;
+}
+
 // Long lines are taken apart from the others.
 void XmlStyling::styleLines(const Lines &lines)
 {
@@ -199,6 +213,8 @@ void XmlStyling::styleStretch(long start, long end, const Lines &lines)
         depths.push_back(styler.state().depth);
     }
     const qsizetype skipped = start - from.at;
+    if (end - start > longLine)
+        partLongRuns(text.read(start, end), styles.data() + skipped);
     editor_.send(S::SCI_STARTSTYLING, ulong(start));
     editor_.SendScintilla(S::SCI_SETSTYLINGEX, uintptr_t(styles.size() - skipped),
                           styles.constData() + skipped);
@@ -213,9 +229,23 @@ void XmlStyling::styleLongLine(long line)
     const LongLine now{editor_.revision(), round_, line};
     if (std::exchange(longLine_, now) == now)
         return;
-    if (editor_.send(S::SCI_GETPOSITIONCACHE) < manyWidths)
-        editor_.send(S::SCI_SETPOSITIONCACHE, manyWidths);
+    const long length = lineStart(line + 1) - lineStart(line);
+    const long widths = std::clamp(length / bytesForWidth, leastWidths, mostWidths);
+    if (editor_.send(S::SCI_GETPOSITIONCACHE) < widths)
+        editor_.send(S::SCI_SETPOSITIONCACHE, ulong(widths));
     styleStretch(lineStart(line), lineStart(line + 1), {line, line});
+    if (length > fluentLine && !std::exchange(noted_, true))
+        noteLongLine(line, length);
+}
+
+// Told when what brought the line into sight is done.
+void XmlStyling::noteLongLine(long line, long length)
+{
+    const QString sentence = CodeEditor::tr("Line %1 is %2 bytes long, which makes editing it slow.")
+                                 .arg(lineNumber(editor_.properties(), int(line)))
+                                 .arg(QLocale().toString(qlonglong(length)));
+    QMetaObject::invokeMethod(
+        &editor_, [this, sentence] { Q_EMIT editor_.noted(sentence); }, Qt::QueuedConnection);
 }
 
 void XmlStyling::setLevel(long line, int before, int after)

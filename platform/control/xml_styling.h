@@ -32,6 +32,8 @@ public:
     void aboutToPaint() { styled_.reset(); }
     // Colours what is in sight.
     void styleSight();
+    // What is typed in the caret's line had better be coloured before the line is measured.
+    bool caretLineIsLong() const;
 
     bool isOn() const;
 
@@ -92,6 +94,7 @@ private:
     void styleLines(const Lines &lines);
     void styleStretch(long start, long end, const Lines &lines);
     void styleLongLine(long line);
+    void noteLongLine(long line, long length);
     void setLevel(long line, int before, int after);
     void shiftHidden(long line, int levels);
     void knowTo(long position);
@@ -108,6 +111,7 @@ private:
     int base_ = firstBase;
     Levelled levelled_;
     LongLine longLine_;
+    bool noted_ = false; // that a line of the text is too long to be edited without waiting
     bool styling_ = false;
 };
 

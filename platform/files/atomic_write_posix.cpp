@@ -3,6 +3,7 @@
 #include "platform/files/file_helpers.h"
 #include "platform/files/posix_file.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 
 #include <cerrno>
@@ -35,6 +36,35 @@ QByteArray folderOf(const QByteArray &path)
 {
     const qsizetype slash = path.lastIndexOf('/');
     return slash < 0 ? QByteArray(".") : path.first(std::max<qsizetype>(slash, 1));
+}
+
+QByteArray shortened(const QByteArray &name) // so that a name made of it is none too long
+{
+    constexpr qsizetype most = 200;
+    return name.size() <= most ? name : QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex();
+}
+
+// What files for a document's sake are named for: the new content, and the copy of the old one beside it or
+// in the private temporary folder, where documents of the same name meet.
+struct Stems
+{
+    explicit Stems(const QByteArray &path)
+    {
+        const QByteArray name = shortened(path.sliced(path.lastIndexOf('/') + 1));
+        fresh = "new-" + name;
+        beside = "old-" + name;
+        away = "old-" + QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex() + '-' + name;
+    }
+
+    QByteArray fresh;
+    QByteArray beside;
+    QByteArray away;
+};
+
+QByteArray temporaryFolder() // empty where there is none
+{
+    const platform::Result<QString> folder = privateTempFolder();
+    return folder ? QFile::encodeName(*folder) : QByteArray();
 }
 
 QByteArray linkTarget(const QByteArray &link)
@@ -119,7 +149,7 @@ Attempt refused(int error, const Place &place)
 
 Attempt replaceByRename(const Place &place, Pieces pieces)
 {
-    NewFile fresh(place.folder, place.exists ? 0600 : 0666, NewFile::Name::Late);
+    NewFile fresh(place.folder, Stems(place.path).fresh, place.exists ? 0600 : 0666);
     if (!fresh.valid())
         return refused(fresh.error(), place);
     if (place.exists && !takeOver(fresh.get(), place))
@@ -134,25 +164,32 @@ Attempt replaceByRename(const Place &place, Pieces pieces)
     return {Outcome::Done};
 }
 
-int copyInto(const QByteArray &folder, int old, NewFile &copy)
+// It has its name when it is whole.
+int copyInto(const QByteArray &folder, const QByteArray &stem, int old, NewFile &copy)
 {
-    copy = NewFile(folder, 0600, NewFile::Name::Now);
+    copy = NewFile(folder, stem, 0600);
     if (!copy.valid())
         return copy.error();
     if (const int error = copyContent(old, copy.get()))
         return error;
-    return flushFile(copy.get());
+    if (const int error = flushFile(copy.get()))
+        return error;
+    if (const int error = copy.giveName())
+        return error;
+    flushFolder(folder);
+    return 0;
 }
 
 // Makes a flushed copy of the old content, beside it or, where that cannot be, in the private temporary
 // folder.
 int keepCopy(int old, const Place &place, NewFile &copy)
 {
-    const int error = copyInto(place.folder, old, copy);
+    const Stems stems(place.path);
+    const int error = copyInto(place.folder, stems.beside, old, copy);
     if (error == 0)
         return 0;
-    const platform::Result<QString> folder = privateTempFolder();
-    return folder && copyInto(QFile::encodeName(*folder), old, copy) == 0 ? 0 : error;
+    const QByteArray folder = temporaryFolder();
+    return !folder.isEmpty() && copyInto(folder, stems.away, old, copy) == 0 ? 0 : error;
 }
 
 // Writes from the file's start and cuts it behind what was written.
@@ -166,14 +203,19 @@ int writeOver(int file, Pieces pieces)
     return end < 0 || ftruncate(file, end) != 0 ? errno : flushFile(file);
 }
 
-int restore(int file, int copy)
+// To others the file is what it was.
+int restore(int file, int copy, const struct stat &old)
 {
     if (lseek(file, 0, SEEK_SET) != 0)
         return errno;
     if (const int error = copyContent(copy, file))
         return error;
     const off_t end = lseek(file, 0, SEEK_CUR);
-    return end < 0 || ftruncate(file, end) != 0 ? errno : flushFile(file);
+    if (end < 0 || ftruncate(file, end) != 0)
+        return errno;
+    const timespec times[] = {old.st_atim, old.st_mtim};
+    futimens(file, times);
+    return flushFile(file);
 }
 
 platform::Result<void> replaceInPlace(const QString &path, const Place &place, Pieces pieces,
@@ -190,10 +232,25 @@ platform::Result<void> replaceInPlace(const QString &path, const Place &place, P
     const int error = writeOver(file.get(), pieces);
     if (error == 0)
         return {};
-    if (restore(file.get(), copy.get()) == 0)
+    if (restore(file.get(), copy.get(), place.status) == 0)
         return failure(path, error);
     return platform::Failure{QStringLiteral("%1 cannot be written: %2; its old content is in %3.")
                                  .arg(path, errorText(error), QFile::decodeName(copy.keep()))};
+}
+
+platform::Result<void> replace(const QString &path, const Place &place, Pieces pieces,
+                               const std::function<void()> &writesOver)
+{
+    if (place.exists && !S_ISREG(place.status.st_mode))
+        return platform::Failure{QStringLiteral("%1 cannot be written: it is not a file.").arg(path)};
+    if (place.exists && faccessat(AT_FDCWD, place.path.constData(), W_OK, AT_EACCESS) != 0)
+        return failure(path, errno);
+    if (place.exists && place.status.st_nlink > 1)
+        return replaceInPlace(path, place, pieces, writesOver);
+    const Attempt attempt = replaceByRename(place, pieces);
+    if (attempt.outcome == Outcome::NotThisWay)
+        return replaceInPlace(path, place, pieces, writesOver);
+    return attempt.outcome == Outcome::Done ? platform::Result<void>() : failure(path, attempt.error);
 }
 
 } // namespace
@@ -206,16 +263,32 @@ platform::Result<void> replaceFile(const QString &path, std::span<const QByteArr
     place.path = QFile::encodeName(named);
     if (const int error = findPlace(place))
         return failure(named, error);
-    if (place.exists && !S_ISREG(place.status.st_mode))
-        return platform::Failure{QStringLiteral("%1 cannot be written: it is not a file.").arg(named)};
-    if (place.exists && faccessat(AT_FDCWD, place.path.constData(), W_OK, AT_EACCESS) != 0)
-        return failure(named, errno);
-    if (place.exists && place.status.st_nlink > 1)
-        return replaceInPlace(named, place, pieces, writesOver);
-    const Attempt attempt = replaceByRename(place, pieces);
-    if (attempt.outcome == Outcome::NotThisWay)
-        return replaceInPlace(named, place, pieces, writesOver);
-    return attempt.outcome == Outcome::Done ? platform::Result<void>() : failure(named, attempt.error);
+    platform::Result<void> done = replace(named, place, pieces, writesOver);
+    if (!done)
+        return done;
+    const Stems stems(place.path);
+    clearDrafts(place.folder, stems.fresh);
+    clearDrafts(place.folder, stems.beside);
+    if (const QByteArray folder = temporaryFolder(); !folder.isEmpty())
+        clearDrafts(folder, stems.away);
+    return done;
+}
+
+QString leftOfCutShort(const QString &path)
+{
+    Place place;
+    place.path = QFile::encodeName(systemPath(path));
+    if (findPlace(place) != 0)
+        return {};
+    const Stems stems(place.path);
+    const QByteArray folder = temporaryFolder();
+    for (const QByteArray &copy :
+         {draftName(place.folder, stems.beside, 0), draftName(folder, stems.away, 0)}) {
+        struct stat status = {};
+        if (lstat(copy.constData(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid())
+            return QFile::decodeName(copy);
+    }
+    return {};
 }
 
 } // namespace files

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <system_error>
@@ -51,36 +52,64 @@ int flushFile(int file)
     return 0;
 }
 
-NewFile::NewFile(const QByteArray &folder, mode_t mode, Name name) : folder_(folder)
+QByteArray draftName(const QByteArray &folder, const QByteArray &stem, int number)
 {
-    if (name == Name::Late && openNameless(folder, mode))
-        return;
-    for (int i = 0; i < nameAttempts; ++i) {
-        const QByteArray path = freshName(folder);
+    return folder + "/.xmleditor-" + QByteArray::number(number) + '-' + stem;
+}
+
+void clearDrafts(const QByteArray &folder, const QByteArray &stem)
+{
+    for (int number = 0; number < draftNames; ++number) {
+        const QByteArray path = draftName(folder, stem, number);
+        const Descriptor file = openFile(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK);
+        if (!file.valid() && errno == ENOENT)
+            return;
+        struct stat status = {};
+        if (file.valid() && fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode)
+            && status.st_uid == geteuid() && status.st_nlink == 1
+            && flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+            unlink(path.constData());
+    }
+}
+
+// The lock says that the process lives.
+NewFile::NewFile(const QByteArray &folder, const QByteArray &stem, mode_t mode) : folder_(folder), stem_(stem)
+{
+    for (int i = 0; i < nameAttempts && !openNameless(mode); ++i) {
+        const QByteArray path = nameFor(i);
         file_ = openFile(path, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
         error_ = file_.valid() ? 0 : errno;
         if (file_.valid())
             path_ = path;
         if (error_ != EEXIST)
-            return;
+            break;
     }
+    if (file_.valid())
+        flock(file_.get(), LOCK_EX | LOCK_NB);
+}
+
+QByteArray NewFile::nameFor(int attempt) const
+{
+    return attempt < draftNames ? draftName(folder_, stem_, attempt) : freshName(folder_);
 }
 
 // It gets its name through the system's list of this process's files.
-bool NewFile::openNameless([[maybe_unused]] const QByteArray &folder, [[maybe_unused]] mode_t mode)
+bool NewFile::openNameless([[maybe_unused]] mode_t mode)
 {
 #ifdef O_TMPFILE
     if (access("/proc/self/fd", X_OK) == 0)
-        file_ = openFile(folder, O_RDWR | O_TMPFILE, mode);
+        file_ = openFile(folder_, O_RDWR | O_TMPFILE, mode);
 #endif
     return file_.valid();
 }
 
 int NewFile::giveName()
 {
+    if (!path_.isEmpty())
+        return 0;
     const QByteArray listed = "/proc/self/fd/" + QByteArray::number(file_.get());
     for (int i = 0; i < nameAttempts; ++i) {
-        const QByteArray path = freshName(folder_);
+        const QByteArray path = nameFor(i);
         if (linkat(AT_FDCWD, listed.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0) {
             path_ = path;
             return 0;
@@ -95,6 +124,7 @@ NewFile &NewFile::operator=(NewFile &&other) noexcept
 {
     std::swap(file_, other.file_);
     std::swap(folder_, other.folder_);
+    std::swap(stem_, other.stem_);
     std::swap(path_, other.path_);
     std::swap(error_, other.error_);
     return *this;
@@ -108,7 +138,7 @@ NewFile::~NewFile()
 
 int NewFile::renameTo(const QByteArray &path)
 {
-    if (const int error = path_.isEmpty() ? giveName() : 0)
+    if (const int error = giveName())
         return error;
     if (rename(path_.constData(), path.constData()) != 0)
         return errno;

@@ -40,20 +40,20 @@ Descriptor openFile(const QByteArray &path, int flags, mode_t mode = 0);
 // Makes what was written survive a power failure, where the file system can.
 int flushFile(int file);
 
-// A new file under a name that nobody can foresee; deleted with the object unless renamed or kept. One that
-// is named late has no name until it is renamed, where the system can make such a file: nothing is left of it
-// when the process is killed.
+// The names that new files of a stem get, in this order; where all are taken, they get others.
+constexpr int draftNames = 8;
+QByteArray draftName(const QByteArray &folder, const QByteArray &stem, int number);
+
+// Deletes what killed processes left under those names: plain files of this user that no living process has.
+void clearDrafts(const QByteArray &folder, const QByteArray &stem);
+
+// A new file, deleted with the object unless renamed or kept. Where the system can make such a file it has no
+// name until it is given one, so that nothing is left of it when the process is killed before.
 class NewFile
 {
 public:
-    enum class Name
-    {
-        Now,
-        Late
-    };
-
     NewFile() = default;
-    NewFile(const QByteArray &folder, mode_t mode, Name name);
+    NewFile(const QByteArray &folder, const QByteArray &stem, mode_t mode);
     NewFile(NewFile &&other) noexcept = default;
     NewFile &operator=(NewFile &&other) noexcept;
     ~NewFile();
@@ -62,15 +62,17 @@ public:
     int error() const { return error_; } // why it could not be made
     int get() const { return file_.get(); }
 
+    int giveName();
     int renameTo(const QByteArray &path);
     QByteArray keep() { return std::exchange(path_, {}); }
 
 private:
-    bool openNameless(const QByteArray &folder, mode_t mode);
-    int giveName();
+    bool openNameless(mode_t mode);
+    QByteArray nameFor(int attempt) const;
 
     Descriptor file_;
     QByteArray folder_;
+    QByteArray stem_;
     QByteArray path_;
     int error_ = 0;
 };

@@ -37,6 +37,9 @@ platform::Result<QByteArray> readBytes(const QString &path)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return cannotRead(path, file.errorString());
     QByteArray bytes = file.readAll();
+    // A file that fails in its midst says so only when it is read on.
+    for (char more = 0; file.error() == QFileDevice::NoError && file.read(&more, 1) > 0;)
+        bytes += more + file.readAll();
     if (file.error() != QFileDevice::NoError)
         return cannotRead(path, file.errorString());
     if (bytes.size() > largestFile)

@@ -169,22 +169,18 @@ private Q_SLOTS:
 
     void dialogs()
     {
-        const struct
-        {
-            const char *command;
-            int tab;
-            QString button = {}; // of the dialog, which opens the one to look at
-        } rows[] = {
-            {"mnueditnod4", 0},
-            {"mnuQuicktag", 0},
-            {"mnuabout", 0},
-            {"mnuAssignedfilePre", 0},
-            {"mnucleancod", 1},
-            {"mnuCleaningOptions", 1},
-            {"editcmxsub_14", 1},
-            {"searchcmxsub_5", 1},
-            {"mnuRepeatCount", 1},
-            {"createmac", 1},
+        // The last is a button of the dialog, which opens the one to look at.
+        const std::tuple<const char *, int, QString> rows[] = {
+            {"mnueditnod4", 0, {}},
+            {"mnuQuicktag", 0, {}},
+            {"mnuabout", 0, {}},
+            {"mnuAssignedfilePre", 0, {}},
+            {"mnucleancod", 1, {}},
+            {"mnuCleaningOptions", 1, {}},
+            {"editcmxsub_14", 1, {}},
+            {"searchcmxsub_5", 1, {}},
+            {"mnuRepeatCount", 1, {}},
+            {"createmac", 1, {}},
             {"mnueditnod4", 0, u"cmdadd"_s},
             {"mnueditnod4", 0, u"cmdsynbols"_s},
         };
@@ -197,20 +193,6 @@ private Q_SLOTS:
             const QStringList faults = faultsBehind(command, button);
             window_->editor()->undo();
             QVERIFY2(faults.isEmpty(), qPrintable(QLatin1String(command) + u": "_s + faults.join(u'\n')));
-        }
-    }
-
-    // The mnemonics of the bar; those within the menus are given with their captions.
-    void menuBar()
-    {
-        QHash<QKeySequence, QString> mnemonics;
-        const QList<QAction *> actions = window_->main->menuBar()->actions();
-        for (const QAction *action : actions) {
-            if (!action->isVisible())
-                continue;
-            const QKeySequence key = QKeySequence::mnemonic(action->text());
-            QVERIFY2(!key.isEmpty() && !mnemonics.contains(key), qPrintable(action->text()));
-            mnemonics.insert(key, action->text());
         }
     }
 

@@ -46,16 +46,12 @@ class DocumentHabitsTest : public QObject
 private Q_SLOTS:
     void changesAreMarked()
     {
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("a.xml"));
-        write(path, "<a>\r\n<b/></a>\r\n");
-        Window window(folders, {path});
+        Window window("a.xml", "<a>\r\n<b/></a>\r\n");
         QCOMPARE(window.main->windowTitle(), QStringLiteral("a.xml[*] - Zelph XML Editor"));
         QVERIFY(!window.main->isWindowModified());
         window.choose("mnuxmlmode");
         QVERIFY(!window.main->isWindowModified());
-        window.editor()->placeCaret(0, 3);
-        window.typeIntoEditor(QStringLiteral("x"));
+        window.typeAt(0, 3, "x");
         QVERIFY(window.main->isWindowModified());
         window.choose("editcmxsub_0");
         QTRY_VERIFY(!window.main->isWindowModified());
@@ -66,10 +62,7 @@ private Q_SLOTS:
 
     void placeAndFormAreShown()
     {
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("a.xml"));
-        write(path, "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<a/>\n");
-        Window window(folders, {path});
+        Window window("a.xml", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<a/>\n");
         QCOMPARE(panel(window, "CaretPlace"), QString());
         window.choose("mnuxmlmode");
         window.editor()->placeCaret(1, 2);
@@ -104,51 +97,59 @@ private Q_SLOTS:
     void otherProgramsAreNoticed_data()
     {
         QTest::addColumn<Answer>("answer");
-        QTest::addColumn<QString>("root"); // shown afterwards
+        QTest::addColumn<QString>("command"); // that comes before the watch does
+        QTest::addColumn<QByteArray>("root"); // shown afterwards
         QTest::addColumn<bool>("marked");
-        QTest::newRow("loaded again") << Answer::Yes << QStringLiteral("other") << false;
-        QTest::newRow("kept") << Answer::No << QStringLiteral("mine") << true;
+        QTest::newRow("loaded again") << Answer::Yes << "" << QByteArray("other") << false;
+        QTest::newRow("kept") << Answer::No << "" << QByteArray("mine") << true;
+        QTest::newRow("not saved") << Answer::Yes << "mnuSave" << QByteArray("other") << false;
+        QTest::newRow("saved over") << Answer::No << "mnuSave" << QByteArray("mine") << false;
+        QTest::newRow("not ended") << Answer::Yes << "mnuexit" << QByteArray("other") << false;
     }
 
     void otherProgramsAreNoticed()
     {
         QFETCH(Answer, answer);
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("a.xml"));
-        write(path, "<mine/>");
-        Window window(folders, {path});
+        QFETCH(QString, command);
+        QFETCH(QByteArray, root);
+        Window window("a.xml", "<mine/>");
         QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        const bool ends = command == QStringLiteral("mnuexit");
+        if (ends) {
+            window.choose("mnuelement");
+            window.dialogs.answer(Answer::Yes); // save?
+        }
         window.dialogs.answer(answer);
-        replaceBehindTheBack(path, "<other/>");
-        QTRY_COMPARE(window.dialogs.messages().size(), 1);
+        replaceBehindTheBack(window.path, "<other/>");
+        if (!command.isEmpty())
+            window.choose(qPrintable(command));
+        QTRY_COMPARE(window.dialogs.messages().size(), ends ? 2 : 1);
         QVERIFY(
             window.lastMessage().startsWith(QStringLiteral("a.xml has been changed by another program.")));
-        QTEST(window.treeRoot().remove(QLatin1Char('<')).remove(QLatin1Char('>')), "root");
+        QVERIFY(!window.left);
+        QCOMPARE(window.treeRoot().toUtf8().replace('<', "").replace('>', ""), root);
         QTEST(window.main->isWindowModified(), "marked");
-        // Saving it is no change by another.
+        // Nobody else changed it since, so that nothing is asked.
         window.choose("mnuSave");
-        QTest::qWait(400);
-        QCOMPARE(window.dialogs.messages().size(), 1);
+        QCOMPARE(contentOf(window.path), '<' + root + "/>\r\n");
+        QVERIFY(window.main->close());
     }
 
     void aVanishedFileIsTold()
     {
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("a.xml"));
-        write(path, "<mine/>");
-        Window window(folders, {path});
+        Window window("a.xml", "<mine/>");
         QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
-        QVERIFY(QFile::remove(path));
+        QVERIFY(QFile::remove(window.path));
         QTRY_VERIFY(window.note().contains(QStringLiteral("no longer there")));
         QVERIFY(window.main->isWindowModified());
         window.choose("mnuSave");
-        QCOMPARE(contentOf(path), "<mine/>\r\n");
+        QCOMPARE(contentOf(window.path), "<mine/>\r\n");
+        QVERIFY(QFile::remove(window.path));
+        window.choose("mnuSave");
+        QVERIFY(window.note().contains(QStringLiteral("was written anew")));
+        QCOMPARE(contentOf(window.path), "<mine/>\r\n");
     }
 };
 
-int main(int argc, char *argv[])
-{
-    DocumentHabitsTest tests;
-    return runWindowTests(argc, argv, tests);
-}
+APP_TEST_MAIN(DocumentHabitsTest)
 #include "document_habits_test.moc"

@@ -3,20 +3,17 @@
 #include "window_fixture.h"
 
 #include "platform/browser/web_browser.h"
+#include "tests/platform/browser/pages.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTimer>
-#include <QWebEnginePage>
 
 using namespace app_test;
 using control::EditorProperties;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int patience = 15000; // ms; only ever waited out by a fault
 
 // Choices of each kind, others than at first; editor_settings has all of them.
 EditorProperties otherChoices(EditorProperties chosen)
@@ -38,16 +35,9 @@ void acceptNextDialog()
     });
 }
 
-QString pageOf(QWidget *window)
+QString pageOf(const QWidget *window)
 {
-    QString text;
-    bool there = false;
-    window->findChild<browser::WebBrowser *>()->page()->toPlainText([&](const QString &plain) {
-        text = plain;
-        there = true;
-    });
-    [&] { QTRY_VERIFY_WITH_TIMEOUT(there, patience); }();
-    return text.simplified();
+    return browser_test::textOf(window->findChild<browser::WebBrowser *>()->page());
 }
 
 QByteArray sheet(const char *word)
@@ -118,36 +108,6 @@ private Q_SLOTS:
         QCOMPARE(second.editor()->text(), before);
     }
 
-    void everythingIsCounted()
-    {
-        Window window;
-        window.choose("mnuxmlmode");
-        window.editor()->loadText("a  b\n" + QByteArray(40000, 'x'));
-        window.dialogs.answer(dialogs::Answer::Ok);
-        window.choose("searchcmxsub_15");
-        QCOMPARE(window.dialogs.messages().constLast().title, u"Count All"_s);
-        QCOMPARE(window.lastMessage(), u"Words: 3\nCharacters:0\nLines: 2"_s);
-        QVERIFY2(window.note().remove(QRegularExpression(u"\\D"_s)).contains(u"40005"_s),
-                 qPrintable(window.note()));
-    }
-
-    void findingFromTheMenu()
-    {
-        Window window;
-        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
-        window.choose("mnuxmlmode");
-        window.editor()->loadText("<a>one two one</a>");
-        window.choose("searchcmxsub_0");
-        auto *bar = window.main->findChild<QWidget *>(u"FindBar"_s);
-        QVERIFY(bar->isVisible());
-        QTest::keyClicks(QApplication::focusWidget(), u"one"_s);
-        QCOMPARE(window.editor()->selection(), (control::ByteRange{3, 6}));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-        QVERIFY(!bar->isVisible() && window.editor()->hasFocus());
-        window.choose("searchcmxsub_1");
-        QCOMPARE(window.editor()->selection(), (control::ByteRange{11, 14}));
-    }
-
     void aFileIsPreviewedThroughTheDocument()
     {
         Window window("my sheet.xsl", sheet("First"));
@@ -163,10 +123,10 @@ private Q_SLOTS:
         QMetaObject::invokeMethod(dialog, "browse");
         auto *tabs = dialog->findChild<QTabWidget *>(u"SSTab1"_s);
         tabs->setCurrentIndex(2);
-        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), u"First data"_s, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), u"First data"_s, browser_test::kPatience);
         window.editor()->replaceText(sheet("Second"));
         QMetaObject::invokeMethod(dialog, "refrs");
-        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), u"Second data"_s, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pageOf(dialog), u"Second data"_s, browser_test::kPatience);
         // Another document takes the dialog away.
         window.dialogs.answer(dialogs::Answer::No);
         window.choose("mnuNew");

@@ -24,13 +24,6 @@ const QString contents = u"Zelph.htm"_s;
 const QString indexPage = u"opens_index_first.htm"_s;
 const QString searchPage = u"opens_search_first.htm"_s;
 
-struct Picture
-{
-    QString path;
-    QString words; // instead of it
-    QSize size;
-};
-
 struct Passage
 {
     QString anchor; // its own, or empty
@@ -48,8 +41,7 @@ struct Page
 {
     QString error; // why it could not be read
     QStringList ids;
-    QStringList links;
-    QList<Picture> pictures;
+    QStringList links; // and pictures
     QStringList chapters; // links of the list beside the page
     QHash<QString, QStringList> cells; // of each table row that has an id
     QList<Section> sections;
@@ -133,8 +125,7 @@ private:
         else if (name == u"form")
             page_.links.append(value("action"));
         else if (name == u"img")
-            page_.pictures.append(
-                {value("src"), value("alt"), QSize(value("width").toInt(), value("height").toInt())});
+            page_.links.append(value("src"));
     }
 
     void close(const QString &name)
@@ -266,25 +257,6 @@ private Q_SLOTS:
         }
     }
 
-    void picturesAreThere()
-    {
-        QSet<QString> shown{u"."_s};
-        for (const Page &page : pages())
-            for (const Picture &picture : page.pictures) {
-                QCOMPARE(QImageReader(folder().filePath(picture.path)).size(), picture.size);
-                QVERIFY2(!picture.words.isEmpty(), qPrintable(picture.path));
-                shown.insert(picture.path);
-            }
-        constexpr qint64 most = 1'500'000; // bytes
-        qint64 sum = 0;
-        const QFileInfoList files = QDir(folder().filePath(u"pictures"_s)).entryInfoList(QDir::Files);
-        for (const QFileInfo &file : files) {
-            QVERIFY2(shown.contains(u"pictures/"_s + file.fileName()), qPrintable(file.fileName()));
-            sum += file.size();
-        }
-        QVERIFY(sum < most);
-    }
-
     void menuItemsAndButtonsAreTold()
     {
         const Page told = page("menus.htm");
@@ -349,22 +321,6 @@ private Q_SLOTS:
         QVERIFY(captions.size() > 20);
         for (const QString &caption : captions)
             QVERIFY2(told.contains(caption), qPrintable(caption));
-    }
-
-    void indexIsWholeAndInOrder()
-    {
-        const Page &index = pages()[indexPage];
-        const QString links = index.links.join(u'\n');
-        for (const QString &chapter : index.chapters)
-            QVERIFY2(links.contains(chapter), qPrintable(chapter));
-        QString before;
-        for (const Section &letter : index.sections.mid(1))
-            for (const Passage &entry : letter.passages) {
-                QVERIFY2(entry.text.startsWith(letter.title, Qt::CaseInsensitive), qPrintable(entry.text));
-                const QString term = entry.text.section(u':', 0, 0).toLower();
-                QVERIFY2(before.remove(u',') <= term, qPrintable(entry.text));
-                before = term;
-            }
     }
 
     void searchKnowsEveryPage()

@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 
 using namespace app_test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -56,8 +57,8 @@ QList<QByteArray> targets(const Folders &folders, const QByteArray &host)
     write(at("huge"), {});
     QFile::setPermissions(at("closed"), {});
     if (mkfifo(QFile::encodeName(at("pipe")).constData(), 0666) != 0
-        || !QFile::resize(at("huge"), qint64(1) << 30)
-        || !QFile::link(QStringLiteral("/dev/zero"), at("link")) || !QFile::link(at("pipe"), at("piped")))
+        || !QFile::resize(at("huge"), qint64(1) << 30) || !QFile::link(u"/dev/zero"_s, at("link"))
+        || !QFile::link(at("pipe"), at("piped")))
         qFatal("cannot lay out the targets");
     QList<QByteArray> all{"/dev/zero", "/dev/tty", "file:///dev/random", "file://" + host + "/x",
                           "/proc/self/mem"};
@@ -137,143 +138,127 @@ class HostileTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pointsElsewhere_data()
-    {
-        QTest::addColumn<QByteArray>("document"); // @ stands for the target
-        const auto row
-            = [](const char *name, const char *document) { QTest::newRow(name) << QByteArray(document); };
-        row("document type", "<!DOCTYPE r SYSTEM '@'><r/>");
-        row("public document type", "<!DOCTYPE r PUBLIC 'p' '@'><r/>");
-        row("declarations", "<!DOCTYPE r [<!ENTITY % p SYSTEM '@'> %p;]><r/>");
-        row("entity", "<!DOCTYPE r [<!ENTITY e SYSTEM '@'>]><r>&e;</r>");
-        row("unparsed", "<!DOCTYPE r [<!NOTATION n SYSTEM '@'><!ENTITY e SYSTEM '@' NDATA n>]><r/>");
-        row("inclusion",
-            "<r xmlns:i='http://www.w3.org/2001/XInclude'><i:include href='@'/><i:include parse='text' "
-            "href='@'/></r>");
-        row("base", "<r xml:base='@' xmlns:i='http://www.w3.org/2001/XInclude'><i:include href='x'/></r>");
-        row("style sheet", "<?xml-stylesheet type='text/xsl' href='@'?><r/>");
-        row("styles", "<?xml-stylesheet type='text/css' href='@'?><r/>");
-        row("model and schema",
-            "<?xml-model href='@'?><r xmlns:x='http://www.w3.org/2001/XMLSchema-instance' "
-            "x:schemaLocation='u @' x:noNamespaceSchemaLocation='@'/>");
-        row("what a style sheet loads", "<?xml-stylesheet type='text/xsl' href='sheet.xsl'?><r/>");
-    }
     void pointsElsewhere()
     {
-        QFETCH(QByteArray, document);
-        Server server;
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("a.xml"));
-        const QList<QByteArray> all = targets(folders, server.host());
-        Window window(folders);
-        QSignalSpy shown(window.main->findChild<browser::WebBrowser *>(QStringLiteral("WebBrowser1")),
-                         &browser::WebBrowser::loadFinished);
-        for (const QByteArray &target : all) {
-            write(folders.document(QStringLiteral("sheet.xsl")),
-                  "<xsl:stylesheet version='1.0' "
-                  "xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><xsl:import href='"
-                      + target + "'/><xsl:template match='/'><p><xsl:value-of select=\"document('" + target
-                      + "')\"/></p></xsl:template></xsl:stylesheet>");
-            write(path, QByteArray(document).replace("@", target));
-            window.dialogs.answerFile(path);
-            window.choose("mnuOpen");
-            QVERIFY2(window.treeRoot().startsWith(u'r'), target.constData());
-            shown.clear();
-            window.choose("mnupreview");
-            QTRY_VERIFY2_WITH_TIMEOUT(!shown.isEmpty(), target.constData(), kPatience);
-            window.choose("mnunormalmod");
+        const std::tuple<const char *, QByteArray> rows[] = {
+            {"document type", "<!DOCTYPE r SYSTEM '@'><r/>"},
+            {"public document type", "<!DOCTYPE r PUBLIC 'p' '@'><r/>"},
+            {"declarations", "<!DOCTYPE r [<!ENTITY % p SYSTEM '@'> %p;]><r/>"},
+            {"entity", "<!DOCTYPE r [<!ENTITY e SYSTEM '@'>]><r>&e;</r>"},
+            {"unparsed", "<!DOCTYPE r [<!NOTATION n SYSTEM '@'><!ENTITY e SYSTEM '@' NDATA n>]><r/>"},
+            {"inclusion",
+             "<r xmlns:i='http://www.w3.org/2001/XInclude'><i:include href='@'/><i:include parse='text' "
+             "href='@'/></r>"},
+            {"base", "<r xml:base='@' xmlns:i='http://www.w3.org/2001/XInclude'><i:include href='x'/></r>"},
+            {"style sheet", "<?xml-stylesheet type='text/xsl' href='@'?><r/>"},
+            {"styles", "<?xml-stylesheet type='text/css' href='@'?><r/>"},
+            {"model and schema",
+             "<?xml-model href='@'?><r xmlns:x='http://www.w3.org/2001/XMLSchema-instance' "
+             "x:schemaLocation='u @' x:noNamespaceSchemaLocation='@'/>"},
+            {"what a style sheet loads", "<?xml-stylesheet type='text/xsl' href='sheet.xsl'?><r/>"},
+        };
+        for (const auto &[name, document] : rows) {
+            Server server;
+            const Folders folders;
+            const QString path = folders.document(u"a.xml"_s);
+            const QList<QByteArray> all = targets(folders, server.host());
+            Window window(folders);
+            QSignalSpy shown(window.main->findChild<browser::WebBrowser *>(u"WebBrowser1"_s),
+                             &browser::WebBrowser::loadFinished);
+            for (const QByteArray &target : all) {
+                write(folders.document(u"sheet.xsl"_s),
+                      "<xsl:stylesheet version='1.0' "
+                      "xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><xsl:import href='"
+                          + target + "'/><xsl:template match='/'><p><xsl:value-of select=\"document('"
+                          + target + "')\"/></p></xsl:template></xsl:stylesheet>");
+                write(path, QByteArray(document).replace("@", target));
+                window.dialogs.answerFile(path);
+                window.choose("mnuOpen");
+                QVERIFY2(window.treeRoot().startsWith(u'r'), target.constData());
+                shown.clear();
+                window.choose("mnupreview");
+                QTRY_VERIFY2_WITH_TIMEOUT(!shown.isEmpty(), target.constData(), kPatience);
+                window.choose("mnunormalmod");
+            }
+            QVERIFY2(!server.wasCalled(), name);
         }
-        QVERIFY(!server.wasCalled());
     }
 
-    void bytes_data()
+    void bytes()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<bool>("wellFormed");
-        const auto row = [](const char *name, const QByteArray &content, bool wellFormed) {
-            QTest::newRow(name) << content << wellFormed;
-        };
-        row("UTF-7", "<?xml version='1.0' encoding='UTF-7'?><r>+ADw-b+AD4-</r>", true);
-        row("EBCDIC declared", "<?xml version='1.0' encoding='IBM037'?><r/>", true);
-        row("lone surrogate", QByteArray("\xff\xfe<\0r\0>\0\0\xd8<\0/\0r\0>\0", 18), true);
-        row("surrogate by number", "<r>&#xD800;</r>", false);
-        row("overlong", "<r>\xc0\xbc/r></r>", true);
-        row("NUL in a name", QByteArray("<r\0x/>", 6), false);
-        row("wide without a mark", QByteArray("<\0\0\0r\0\0\0/\0\0\0>\0\0\0", 16), true);
-        row("a million levels",
-            QByteArray("<r>").repeated(1'000'000) + QByteArray("</r>").repeated(1'000'000), true);
         QByteArray attributes;
         QByteArray spaces;
         for (int i = 0; i < 20'000; ++i) {
             attributes += " a" + QByteArray::number(i) + "=''";
             spaces += "<r xmlns:a" + QByteArray::number(i) + "='u'>";
         }
-        row("attributes", "<r" + attributes + "/>", true);
-        row("namespaces", spaces + QByteArray("</r>").repeated(20'000), true);
-        row("one name of a megabyte", "<r" + QByteArray(1 << 20, 'x') + "/>", true);
-    }
-    void bytes()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(bool, wellFormed);
-        const Folders folders;
-        const QString path = folders.document(QStringLiteral("a.xml"));
-        write(path, content);
-        Window window(folders, {path}, wellFormed ? QList<dialogs::Answer>() : QList{dialogs::Answer::Ok});
-        QCOMPARE(window.tabs()->currentIndex(), wellFormed ? 0 : 1);
-        if (wellFormed) {
-            window.choose("mnuxmlmode");
-            window.choose("mnunormalmod");
-        } else {
-            window.dialogs.answer(dialogs::Answer::No);
+        const std::tuple<const char *, QByteArray, bool> rows[] = {
+            {"UTF-7", "<?xml version='1.0' encoding='UTF-7'?><r>+ADw-b+AD4-</r>", true},
+            {"EBCDIC declared", "<?xml version='1.0' encoding='IBM037'?><r/>", true},
+            {"lone surrogate", QByteArray("\xff\xfe<\0r\0>\0\0\xd8<\0/\0r\0>\0", 18), true},
+            {"surrogate by number", "<r>&#xD800;</r>", false},
+            {"overlong", "<r>\xc0\xbc/r></r>", true},
+            {"NUL in a name", QByteArray("<r\0x/>", 6), false},
+            {"wide without a mark", QByteArray("<\0\0\0r\0\0\0/\0\0\0>\0\0\0", 16), true},
+            {"a million levels",
+             QByteArray("<r>").repeated(1'000'000) + QByteArray("</r>").repeated(1'000'000), true},
+            {"attributes", "<r" + attributes + "/>", true},
+            {"namespaces", spaces + QByteArray("</r>").repeated(20'000), true},
+            {"one name of a megabyte", "<r" + QByteArray(1 << 20, 'x') + "/>", true},
+        };
+        for (const auto &[name, content, wellFormed] : rows) {
+            const Folders folders;
+            const QString path = folders.document(u"a.xml"_s);
+            write(path, content);
+            Window window(folders, {path},
+                          wellFormed ? QList<dialogs::Answer>() : QList{dialogs::Answer::Ok});
+            QCOMPARE(window.tabs()->currentIndex(), wellFormed ? 0 : 1);
+            if (wellFormed) {
+                window.choose("mnuxmlmode");
+                window.choose("mnunormalmod");
+            } else {
+                window.dialogs.answer(dialogs::Answer::No);
+            }
+            window.main->close();
+            QVERIFY2(window.left, name);
+            QVERIFY2(contentOf(path) == content, name);
         }
-        window.main->close();
-        QVERIFY(window.left);
-        QCOMPARE(contentOf(path), content);
     }
 
-    void pages_data()
+    void pages()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("behind");
         const QByteArray html
             = "<html xmlns='http://www.w3.org/1999/xhtml'><head><title>-</title></head><body>";
         const QByteArray end = "</body></html>";
-        const auto row = [](const char *name, const QByteArray &before, const QByteArray &behind) {
-            QTest::newRow(name) << QString::fromLatin1(name) << before << behind;
+        const std::tuple<QString, QByteArray, QByteArray> rows[] = {
+            {u"page.xhtml"_s, html, end},
+            {u"picture.svg"_s,
+             "<svg xmlns='http://www.w3.org/2000/svg'><title>-</title><foreignObject>" + html,
+             end + "</foreignObject></svg>"},
+            {u"made.xml"_s,
+             "<?xml-stylesheet type='text/xsl' href='made.xml'?><xsl:stylesheet version='1.0' "
+             "xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><xsl:output method='html'/><xsl:template "
+             "match='/'>"
+                 + html,
+             end + "</xsl:template></xsl:stylesheet>"},
         };
-        row("page.xhtml", html, end);
-        row("picture.svg", "<svg xmlns='http://www.w3.org/2000/svg'><title>-</title><foreignObject>" + html,
-            end + "</foreignObject></svg>");
-        row("made.xml",
-            "<?xml-stylesheet type='text/xsl' href='made.xml'?><xsl:stylesheet version='1.0' "
-            "xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><xsl:output method='html'/><xsl:template "
-            "match='/'>"
-                + html,
-            end + "</xsl:template></xsl:stylesheet>");
-    }
-    void pages()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, behind);
-        Server server;
-        const Folders folders;
-        write(folders.document(QStringLiteral("beside.xml")), "<beside/>");
-        write(folders.document(QStringLiteral("w.js")), "postMessage('on')");
-        const QString path = folders.document(name);
-        write(path, before + QByteArray(kPage).replace("%", server.host()) + behind);
-        Window window(folders, {path});
-        window.choose("mnupreview");
-        const auto *page
-            = window.main->findChild<browser::WebBrowser *>(QStringLiteral("WebBrowser1"))->page();
-        QTRY_VERIFY_WITH_TIMEOUT(page->title().startsWith(QStringLiteral("done")), kPatience);
-        QCOMPARE(page->title(), QStringLiteral("done none"));
-        QCOMPARE(page->url().path(), path + u'0');
-        QVERIFY(!server.wasCalled());
-        QVERIFY(!QApplication::activeModalWidget());
-        QCOMPARE(QDir(folders.document({})).entryList(QDir::Files).size(), 4); // the copy is the fourth
+        for (const auto &[name, before, behind] : rows) {
+            Server server;
+            const Folders folders;
+            write(folders.document(u"beside.xml"_s), "<beside/>");
+            write(folders.document(u"w.js"_s), "postMessage('on')");
+            const QString path = folders.document(name);
+            write(path, before + QByteArray(kPage).replace("%", server.host()) + behind);
+            Window window(folders, {path});
+            window.choose("mnupreview");
+            const auto *page = window.main->findChild<browser::WebBrowser *>(u"WebBrowser1"_s)->page();
+            QTRY_VERIFY_WITH_TIMEOUT(page->title().startsWith(u"done"_s), kPatience);
+            QCOMPARE(page->title(), u"done none"_s);
+            QCOMPARE(page->url().path(), path + u'0');
+            QVERIFY(!server.wasCalled());
+            QVERIFY(!QApplication::activeModalWidget());
+            QCOMPARE(QDir(folders.document({})).entryList(QDir::Files).size(), 4); // the copy is the fourth
+        }
     }
 
     // Whoever can put links into the temporary folder does not choose what the program writes over.
@@ -282,15 +267,15 @@ private Q_SLOTS:
         const Folders folders;
         const auto temporary = files::privateTempFolder();
         QVERIFY(temporary);
-        const QString victim = folders.document(QStringLiteral("victim"));
+        const QString victim = folders.document(u"victim"_s);
         write(victim, "mine");
         for (const char *name :
              {"zelphedit.xml", "prev.xml", "zelphedit.xml.part", "prev.xml.part", "prev.xml0"})
             QVERIFY(QFile::link(victim, *temporary + u'/' + QLatin1StringView(name)));
         const Window window(folders);
-        QCOMPARE(window.treeRoot(), QStringLiteral("Element"));
+        QCOMPARE(window.treeRoot(), u"Element"_s);
         QCOMPARE(contentOf(victim), QByteArray("mine"));
-        QVERIFY(!QFileInfo(*temporary + QStringLiteral("/zelphedit.xml")).isSymLink());
+        QVERIFY(!QFileInfo(*temporary + u"/zelphedit.xml"_s).isSymLink());
     }
 };
 

@@ -11,33 +11,25 @@ namespace document_test {
 struct Case
 {
     const char *name;
-    std::initializer_list<const char *> steps;
-    std::initializer_list<const char *> expected; // "key=what is seen", or "/file=its content"
+    const char *steps;
+    const char *expected; // "key=what is seen", or "/file=its content", parted as the steps are
 };
 
-inline void addRows(std::initializer_list<Case> cases)
+inline void runRows(std::initializer_list<Case> cases)
 {
-    QTest::addColumn<QStringList>("steps");
-    QTest::addColumn<QStringList>("expected");
-    for (const Case &row : cases)
-        QTest::newRow(row.name) << linesOf(row.steps) << linesOf(row.expected);
-}
-
-inline void runRow()
-{
-    QFETCH(QStringList, steps);
-    QFETCH(QStringList, expected);
-    Desk desk;
-    desk.run(steps);
-    QStringList seen;
-    for (const QString &line : expected) {
-        const QString key = line.section(QLatin1Char('='), 0, 0);
-        seen.append(key + QLatin1Char('=') + desk.seen(key));
+    for (const Case &row : cases) {
+        Desk desk;
+        desk.run(row.steps);
+        const QStringList expected = linesOf(row.expected);
+        for (const QString &line : expected) {
+            const QString key = line.section(u'=', 0, 0);
+            const QString seen = key + u'=' + desk.seen(key);
+            QVERIFY2(seen == line, qPrintable(QLatin1String(row.name) + QStringLiteral(": ") + seen));
+        }
+        QVERIFY2(desk.seen(QStringLiteral("unanswered")).isEmpty(), row.name);
+        QVERIFY2(desk.dialogs.answers.isEmpty() && desk.dialogs.choices.isEmpty(), row.name);
+        QVERIFY2(desk.workspace.busyDepth == 0, row.name);
     }
-    QCOMPARE(seen, expected);
-    QCOMPARE(desk.seen(QStringLiteral("unanswered")), QString());
-    QVERIFY(desk.dialogs.answers.isEmpty() && desk.dialogs.choices.isEmpty());
-    QCOMPARE(desk.workspace.busyDepth, 0);
 }
 
 } // namespace document_test

@@ -8,20 +8,18 @@
 #include <functional>
 #include <map>
 
+using namespace Qt::StringLiterals;
+
 namespace document_test {
 
 static QByteArray spelledOut(QString text)
 {
-    return text.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"))
-        .replace(QStringLiteral("\\l"), QStringLiteral("\n"))
-        .toUtf8();
+    return text.replace(u"\\n"_s, u"\r\n"_s).replace(u"\\l"_s, u"\n"_s).toUtf8();
 }
 
 static QString spelledShort(const QByteArray &text)
 {
-    return QString::fromUtf8(text)
-        .replace(QStringLiteral("\r\n"), QStringLiteral("\\n"))
-        .replace(QStringLiteral("\n"), QStringLiteral("\\l"));
+    return QString::fromUtf8(text).replace(u"\r\n"_s, u"\\n"_s).replace(u"\n"_s, u"\\l"_s);
 }
 
 static QByteArray contentOf(const QString &path)
@@ -30,20 +28,12 @@ static QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(no file)");
 }
 
-QStringList linesOf(std::initializer_list<const char *> lines)
-{
-    QStringList result;
-    for (const char *line : lines)
-        result.append(QString::fromUtf8(line));
-    return result;
-}
-
 Desk::Desk() : session({workspace, editor, browser, dialogs, files::programFolder()})
 {
     workspace.session = &session;
     dialogs.workspace = &workspace;
-    QDir(folder_.path()).mkdir(QStringLiteral("tmp"));
-    qputenv("TMPDIR", path(QStringLiteral("tmp")).toUtf8());
+    QDir(folder_.path()).mkdir(u"tmp"_s);
+    qputenv("TMPDIR", path(u"tmp"_s).toUtf8());
 }
 
 Desk::~Desk() { qunsetenv("TMPDIR"); }
@@ -51,46 +41,42 @@ Desk::~Desk() { qunsetenv("TMPDIR"); }
 void Desk::run(const QStringList &steps)
 {
     for (const QString &line : steps)
-        step(line.section(QLatin1Char(' '), 0, 0), line.section(QLatin1Char(' '), 1));
+        step(line.section(u' ', 0, 0), line.section(u' ', 1));
 }
-
-void Desk::run(std::initializer_list<const char *> steps) { run(linesOf(steps)); }
 
 void Desk::step(const QString &verb, const QString &rest)
 {
     auto &life = session.life();
     auto &dom = session.state().Document;
     const std::map<QString, std::function<void()>> verbs{
-        {QStringLiteral("file"), [&] { makeFile(rest); }},
-        {QStringLiteral("remove"),
-         [&] { QFile::remove(path(rest)) || QDir(path(rest)).removeRecursively(); }},
-        {QStringLiteral("start"),
-         [&] { life.prelodr(rest.isEmpty() ? QStringList() : QStringList{path(rest)}); }},
-        {QStringLiteral("new"), [&] { life.newDocument(); }},
-        {QStringLiteral("open"), [&] { life.open(); }},
-        {QStringLiteral("drop"), [&] { life.openPath(path(rest)); }},
-        {QStringLiteral("save"), [&] { session.saving().save(); }},
-        {QStringLiteral("saveas"), [&] { session.saving().saveAs(); }},
-        {QStringLiteral("leave"), [&] { left_ = life.leave(); }},
-        {QStringLiteral("check"), [&] { session.parsing().xmlerr(true, true); }},
-        {QStringLiteral("normal"), [&] { workspace.selectTab(document::NormalMode); }},
-        {QStringLiteral("xml"), [&] { workspace.selectTab(document::XmlMode); }},
-        {QStringLiteral("preview"), [&] { workspace.selectTab(document::Preview); }},
-        {QStringLiteral("type"), [&] { editor.replaceText(spelledOut(rest)); }},
-        {QStringLiteral("undo"), [&] { editor.undo(); }},
-        {QStringLiteral("edit"),
+        {u"file"_s, [&] { makeFile(rest); }},
+        {u"remove"_s, [&] { QFile::remove(path(rest)) || QDir(path(rest)).removeRecursively(); }},
+        {u"start"_s, [&] { life.prelodr(rest.isEmpty() ? QStringList() : QStringList{path(rest)}); }},
+        {u"new"_s, [&] { life.newDocument(); }},
+        {u"open"_s, [&] { life.open(); }},
+        {u"drop"_s, [&] { life.openPath(path(rest)); }},
+        {u"save"_s, [&] { session.saving().save(); }},
+        {u"saveas"_s, [&] { session.saving().saveAs(); }},
+        {u"leave"_s, [&] { left_ = life.leave(); }},
+        {u"check"_s, [&] { session.parsing().xmlerr(true, true); }},
+        {u"normal"_s, [&] { workspace.selectTab(document::NormalMode); }},
+        {u"xml"_s, [&] { workspace.selectTab(document::XmlMode); }},
+        {u"preview"_s, [&] { workspace.selectTab(document::Preview); }},
+        {u"type"_s, [&] { editor.replaceText(spelledOut(rest)); }},
+        {u"undo"_s, [&] { editor.undo(); }},
+        {u"edit"_s,
          [&] {
              dom.beginCommand();
-             (void)dom.setAttribute(dom.documentElement(), QStringLiteral("x"), QStringLiteral("1"));
+             (void)dom.setAttribute(dom.documentElement(), u"x"_s, u"1"_s);
              undo_.push_back(dom.endCommand());
          }},
-        {QStringLiteral("unedit"),
+        {u"unedit"_s,
          [&] {
              dom.revert(undo_.back());
              undo_.pop_back();
          }},
-        {QStringLiteral("answer"), [&] { queueAnswer(rest); }},
-        {QStringLiteral("choose"), [&] { dialogs.choices.append(rest.isEmpty() ? rest : path(rest)); }},
+        {u"answer"_s, [&] { queueAnswer(rest); }},
+        {u"choose"_s, [&] { dialogs.choices.append(rest.isEmpty() ? rest : path(rest)); }},
     };
     const auto found = verbs.find(verb);
     if (found == verbs.end())
@@ -108,11 +94,11 @@ void Desk::queueAnswer(const QString &answer)
 
 void Desk::makeFile(const QString &nameAndText)
 {
-    const QString name = nameAndText.section(QLatin1Char('='), 0, 0);
+    const QString name = nameAndText.section(u'=', 0, 0);
     QDir(folder_.path()).mkpath(QFileInfo(name).path());
     QFile file(path(name));
     if (file.open(QIODevice::WriteOnly))
-        file.write(spelledOut(nameAndText.section(QLatin1Char('='), 1)));
+        file.write(spelledOut(nameAndText.section(u'=', 1)));
 }
 
 QString Desk::seen(const QString &key)
@@ -121,32 +107,32 @@ QString Desk::seen(const QString &key)
     const auto text = [](const QByteArray &bytes) { return spelledShort(bytes); };
     const auto number = [](qint64 value) { return QString::number(value); };
     const std::map<QString, std::function<QString()>> keys{
-        {QStringLiteral("tab"), [&] { return number(workspace.tab); }},
-        {QStringLiteral("tag"), [&] { return number(state.TabTag); }},
-        {QStringLiteral("modes"), [&] { return workspace.modes; }},
-        {QStringLiteral("menus"), [&] { return number(workspace.menusFor); }},
-        {QStringLiteral("errors"), [&] { return number(state.HasParseErrors); }},
-        {QStringLiteral("line"), [&] { return number(editor.highlightedLine()); }},
-        {QStringLiteral("rebuilds"), [&] { return number(workspace.rebuilds); }},
-        {QStringLiteral("reads"), [&] { return number(editor.reads); }},
-        {QStringLiteral("notes"), [&] { return number(workspace.notes.size()); }},
-        {QStringLiteral("messages"), [&] { return number(dialogs.messages.size()); }},
-        {QStringLiteral("message"),
+        {u"tab"_s, [&] { return number(workspace.tab); }},
+        {u"tag"_s, [&] { return number(state.TabTag); }},
+        {u"modes"_s, [&] { return workspace.modes; }},
+        {u"menus"_s, [&] { return number(workspace.menusFor); }},
+        {u"errors"_s, [&] { return number(state.HasParseErrors); }},
+        {u"line"_s, [&] { return number(editor.highlightedLine()); }},
+        {u"rebuilds"_s, [&] { return number(workspace.rebuilds); }},
+        {u"reads"_s, [&] { return number(editor.reads); }},
+        {u"notes"_s, [&] { return number(workspace.notes.size()); }},
+        {u"messages"_s, [&] { return number(dialogs.messages.size()); }},
+        {u"message"_s,
          [&] { return dialogs.messages.isEmpty() ? QString() : text(dialogs.messages.last().toUtf8()); }},
-        {QStringLiteral("unanswered"), [&] { return dialogs.unanswered.join(QLatin1Char('|')); }},
-        {QStringLiteral("save"), [&] { return number(workspace.saveEnabled); }},
-        {QStringLiteral("left"), [&] { return number(left_); }},
-        {QStringLiteral("undo"), [&] { return number(editor.canUndo()); }},
-        {QStringLiteral("editor"), [&] { return text(editor.text()); }},
-        {QStringLiteral("dom"), [&] { return text(state.Document.xml()); }},
-        {QStringLiteral("name"), [&] { return QFileInfo(state.CurrentFilePath).fileName(); }},
-        {QStringLiteral("new"), [&] { return number(session.files().istmppath()); }},
-        {QStringLiteral("copy"), [&] { return QFileInfo(state.previewCopyPath()).fileName(); }},
-        {QStringLiteral("shown"), [&] { return text(browser.shown); }},
-        {QStringLiteral("browser"), [&] { return QFileInfo(browser.navigated).fileName(); }},
-        {QStringLiteral("asign"), [&] { return number(workspace.assignedClosed); }},
+        {u"unanswered"_s, [&] { return dialogs.unanswered.join(u'|'); }},
+        {u"save"_s, [&] { return number(workspace.saveEnabled); }},
+        {u"left"_s, [&] { return number(left_); }},
+        {u"undo"_s, [&] { return number(editor.canUndo()); }},
+        {u"editor"_s, [&] { return text(editor.text()); }},
+        {u"dom"_s, [&] { return text(state.Document.xml()); }},
+        {u"name"_s, [&] { return QFileInfo(state.CurrentFilePath).fileName(); }},
+        {u"new"_s, [&] { return number(session.files().istmppath()); }},
+        {u"copy"_s, [&] { return QFileInfo(state.previewCopyPath()).fileName(); }},
+        {u"shown"_s, [&] { return text(browser.shown); }},
+        {u"browser"_s, [&] { return QFileInfo(browser.navigated).fileName(); }},
+        {u"asign"_s, [&] { return number(workspace.assignedClosed); }},
     };
-    if (key.startsWith(QLatin1Char('/')))
+    if (key.startsWith(u'/'))
         return text(contentOf(path(key.mid(1))));
     const auto found = keys.find(key);
     if (found == keys.end())

@@ -4,13 +4,16 @@
 #include "stand_ins.h"
 
 #include <QTemporaryDir>
-#include <initializer_list>
 
 namespace document_test {
 
-QStringList linesOf(std::initializer_list<const char *> lines);
+// What stands between " | ".
+inline QStringList linesOf(const char *lines)
+{
+    return QString::fromUtf8(lines).split(QStringLiteral(" | "));
+}
 
-// Steps, one a string:
+// Steps, parted by " | ":
 //   file NAME=TEXT, remove NAME             make or remove a file beside the documents
 //   start NAME                              start-up with that file on the command line
 //   new, open, drop NAME, save, saveas, leave, check
@@ -26,7 +29,7 @@ public:
     ~Desk();
 
     void run(const QStringList &steps);
-    void run(std::initializer_list<const char *> steps);
+    void run(const char *steps) { run(linesOf(steps)); }
     QString path(const QString &name) const { return folder_.filePath(name); }
 
     // What there is to see under a key: see the table in desk.cpp. Line ends are written as in steps.

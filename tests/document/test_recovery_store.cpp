@@ -8,10 +8,11 @@
 #include <QTest>
 
 using namespace document;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-RecoveryCopy copyOf(const QByteArray &text, const QString &path = QStringLiteral("/d/a.xml"))
+RecoveryCopy copyOf(const QByteArray &text, const QString &path = u"/d/a.xml"_s)
 {
     return {{path, {}, NormalMode, QDateTime::fromMSecsSinceEpoch(1'700'000'000'123)}, text};
 }
@@ -37,42 +38,33 @@ class TestRecoveryStore : public QObject
 private Q_SLOTS:
     void init() { home_ = std::make_unique<QTemporaryDir>(); }
 
-    void comesBackWhole_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("encoding");
-        QTest::addColumn<bool>("other"); // every other value than the usual one
-        QTest::newRow("usual") << QStringLiteral("/d/a.xml") << QByteArray("<a/>") << QByteArray("UTF-8")
-                               << false;
-        QTest::newRow("other") << QStringLiteral("/d/\u00e4 \"b\"\n.xml")
-                               << QByteArray("<a>\r\n\n\xc3\xa4</a>\n") << QByteArray("UTF-16LE") << true;
-        QTest::newRow("new, empty") << QString() << QByteArray() << QByteArray("UTF-8") << false;
-    }
-
     void comesBackWhole()
     {
-        QFETCH(QString, path);
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, encoding);
-        QFETCH(bool, other);
-        RecoveryCopy copy = copyOf(text, path);
-        copy.head.form = {{encoding, other}, other ? files::FileEnd::Lf : files::FileEnd::CrLf};
-        copy.head.mode = other ? XmlMode : NormalMode;
-        leaveBehind(copy);
-        const RecoveryStore store(folder());
-        const auto found = store.waiting();
-        QCOMPARE(found.size(), 1);
-        QVERIFY(found[0].abandoned && !found[0].damaged);
-        const auto opened = store.open(found[0]);
-        QVERIFY(opened && opened->whole);
-        QCOMPARE(opened->copy.text, text);
-        for (const RecoveryHead &head : {opened->copy.head, found[0].head}) {
-            QCOMPARE(head.path, path);
-            QCOMPARE(head.form.encoding, copy.head.form.encoding);
-            QCOMPARE(head.form.end, copy.head.form.end);
-            QCOMPARE(head.mode, copy.head.mode);
-            QCOMPARE(head.changed, copy.head.changed);
+        const std::tuple<QString, QByteArray, QByteArray, bool> rows[] = {
+            {u"/d/a.xml"_s, "<a/>", "UTF-8", false},
+            {u"/d/\u00e4 \"b\"\n.xml"_s, "<a>\r\n\n\xc3\xa4</a>\n", "UTF-16LE", true},
+            {QString(), {}, "UTF-8", false},
+        };
+        for (const auto &[path, text, encoding, other] : rows) {
+            init();
+            RecoveryCopy copy = copyOf(text, path);
+            copy.head.form = {{encoding, other}, other ? files::FileEnd::Lf : files::FileEnd::CrLf};
+            copy.head.mode = other ? XmlMode : NormalMode;
+            leaveBehind(copy);
+            const RecoveryStore store(folder());
+            const auto found = store.waiting();
+            QCOMPARE(found.size(), 1);
+            QVERIFY(found[0].abandoned && !found[0].damaged);
+            const auto opened = store.open(found[0]);
+            QVERIFY(opened && opened->whole);
+            QCOMPARE(opened->copy.text, text);
+            for (const RecoveryHead &head : {opened->copy.head, found[0].head}) {
+                QCOMPARE(head.path, path);
+                QCOMPARE(head.form.encoding, copy.head.form.encoding);
+                QCOMPARE(head.form.end, copy.head.form.end);
+                QCOMPARE(head.mode, copy.head.mode);
+                QCOMPARE(head.changed, copy.head.changed);
+            }
         }
     }
 
@@ -146,11 +138,11 @@ private Q_SLOTS:
         for (const QString &path : {folder(), file})
             QVERIFY(!(QFile::permissions(path) & others));
         // A link is not followed, neither as a file nor as the folder.
-        put(home_->filePath(QStringLiteral("secret")), contentOf(file));
-        QVERIFY(QFile::link(home_->filePath(QStringLiteral("secret")), folder() + QStringLiteral("/1.kept")));
+        put(home_->filePath(u"secret"_s), contentOf(file));
+        QVERIFY(QFile::link(home_->filePath(u"secret"_s), folder() + u"/1.kept"_s));
         QCOMPARE(RecoveryStore(folder()).waiting().size(), 1);
-        QVERIFY(QFile::link(folder(), home_->filePath(QStringLiteral("link"))));
-        RecoveryStore linked(home_->filePath(QStringLiteral("link")));
+        QVERIFY(QFile::link(folder(), home_->filePath(u"link"_s)));
+        RecoveryStore linked(home_->filePath(u"link"_s));
         QVERIFY(!linked.write(copyOf("<b/>")));
     }
 
@@ -158,8 +150,8 @@ private Q_SLOTS:
     {
         RecoveryStore store(folder());
         QVERIFY(store.write(copyOf("<a/>")));
-        put(folder() + QStringLiteral("/0.part"), "half");
-        put(folder() + QStringLiteral("/1.lock"), "");
+        put(folder() + u"/0.part"_s, "half");
+        put(folder() + u"/1.lock"_s, "");
         store.expire(QDateTime::currentDateTime());
         QCOMPARE(QDir(folder()).entryList(QDir::Files).size(), 2); // the text and its lock
     }
@@ -181,11 +173,11 @@ private Q_SLOTS:
             found.append(QString::fromLatin1(text.abandoned && open == last ? "last" : open.first(4)));
         }
         found.sort();
-        QCOMPARE(found, (QStringList{QStringLiteral("kept"), QStringLiteral("last")}));
+        QCOMPARE(found, (QStringList{u"kept"_s, u"last"_s}));
     }
 
 private:
-    QString folder() const { return home_->filePath(QStringLiteral("recovery")); }
+    QString folder() const { return home_->filePath(u"recovery"_s); }
 
     // As a window does that ends without a word.
     void leaveBehind(const RecoveryCopy &copy)

@@ -1,9 +1,9 @@
 #include "case_runner.h"
 
-#include "document/identities.h"
 #include "document/report.h"
 
 using namespace document_test;
+using namespace Qt::StringLiterals;
 
 #define TEMPLATE "<?xml version=\"1.0\"?>\\n<Element/>"
 
@@ -13,104 +13,76 @@ class TestViewModes : public QObject
 
 private Q_SLOTS:
 
-    void switching_data()
+    void switching()
     {
-        addRows({
-            {"to XML Mode",
-             {"file a.xml=<a/>", "start a.xml", "xml"},
-             {"tab=1", "tag=1", "modes=101", "menus=1", "editor=<a/>", "undo=1"}},
-            {"to XML Mode, the text there already", {"start", "xml"}, {"editor=" TEMPLATE, "undo=0"}},
-            {"to XML Mode after an edit",
-             {"start", "xml", "normal", "edit", "xml"},
-             {"undo=1", "rebuilds=1"}},
-            {"the replacement can be undone",
-             {"file a.xml=<a/>", "start a.xml", "xml", "undo"},
-             {"editor=" TEMPLATE}},
-            {"back, nothing changed",
-             {"file a.xml=<a/>", "start a.xml", "xml", "normal"},
-             {"tab=0", "tag=0", "modes=011", "menus=0", "rebuilds=1", "messages=0", "dom=<a/>"}},
+        runRows({
+            {"to XML Mode", "file a.xml=<a/> | start a.xml | xml",
+             "tab=1 | tag=1 | modes=101 | menus=1 | editor=<a/> | undo=1"},
+            {"to XML Mode, the text there already", "start | xml", "editor=" TEMPLATE " | undo=0"},
+            {"the replacement can be undone", "file a.xml=<a/> | start a.xml | xml | undo",
+             "editor=" TEMPLATE},
+            {"back, nothing changed", "file a.xml=<a/> | start a.xml | xml | normal",
+             "tab=0 | tag=0 | modes=011 | menus=0 | rebuilds=1 | messages=0 | dom=<a/>"},
             {"back, changed and changed back",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <b/>", "undo", "normal"},
-             {"rebuilds=1", "dom=<a/>"}},
-            {"back, changed",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <b/>", "normal"},
-             {"tab=0", "rebuilds=2", "dom=<b/>", "messages=0", "editor=<b/>"}},
+             "file a.xml=<a/> | start a.xml | xml | type <b/> | undo | normal", "rebuilds=1 | dom=<a/>"},
+            {"back, changed", "file a.xml=<a/> | start a.xml | xml | type <b/> | normal",
+             "tab=0 | rebuilds=2 | dom=<b/> | messages=0 | editor=<b/>"},
             {"back, changed and checked",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <!DOCTYPE b [<!ENTITY e 'v'>]><b>&e;</b>",
-              "check", "normal"},
-             {"rebuilds=2", "dom=<!DOCTYPE b [<!ENTITY e 'v'>]><b>&e;</b>", "messages=1"}},
-            {"back, faulty",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <a>\\n</b>", "normal"},
-             {"tab=1", "tag=1", "modes=101", "menus=1", "errors=1", "line=1", "rebuilds=1", "messages=1",
-              "editor=<a>\\n</b>", "dom=<a/>"}},
+             "file a.xml=<a/> | start a.xml | xml | type <!DOCTYPE b [<!ENTITY e 'v'>]><b>&e;</b> | check | "
+             "normal",
+             "rebuilds=2 | dom=<!DOCTYPE b [<!ENTITY e 'v'>]><b>&e;</b> | messages=1"},
+            {"back, faulty", "file a.xml=<a/> | start a.xml | xml | type <a>\\n</b> | normal",
+             "tab=1 | tag=1 | modes=101 | menus=1 | errors=1 | line=1 | rebuilds=1 | messages=1 | "
+             "editor=<a>\\n</b> | dom=<a/>"},
             {"back, faulty twice, then corrected",
-             {"start", "xml", "type <a", "normal", "normal", "type <a/>", "normal"},
-             {"tab=0", "errors=0", "messages=2", "dom=<a/>", "line=-1"}},
+             "start | xml | type <a | normal | normal | type <a/> | normal",
+             "tab=0 | errors=0 | messages=2 | dom=<a/> | line=-1"},
             {"back, an edit of the tree made in XML Mode gives way to the text",
-             {"file a.xml=<a/>", "start a.xml", "xml", "edit", "normal"},
-             {"dom=<a/>", "rebuilds=2"}},
-            {"the DOM as edited needs no verdict",
-             {"file a.xml=<a/>", "start a.xml", "edit", "xml", "normal"},
-             {"reads=1", "dom=<a x=\"1\"/>", "rebuilds=1", "errors=0"}},
-            {"preview of Normal Mode",
-             {"file a.xml=<a/>", "start a.xml", "preview"},
-             {"tab=2", "tag=0", "modes=110", "menus=2", "browser=a.xml0"}},
-            {"Normal, Preview, Normal",
-             {"start", "edit", "preview", "normal"},
-             {"tab=0", "rebuilds=1", "reads=0"}},
-            {"Normal, Preview, XML",
-             {"file a.xml=<a/>", "start a.xml", "edit", "preview", "xml"},
-             {"tab=1", "tag=1", "editor=<a x=\"1\"/>"}},
-            {"XML, Preview, Normal, nothing changed",
-             {"file a.xml=<a/>", "start a.xml", "xml", "preview", "normal"},
-             {"tab=0", "tag=0", "rebuilds=1", "messages=0"}},
+             "file a.xml=<a/> | start a.xml | xml | edit | normal", "dom=<a/> | rebuilds=2"},
+            {"the DOM as edited needs no verdict", "file a.xml=<a/> | start a.xml | edit | xml | normal",
+             "reads=1 | dom=<a x=\"1\"/> | rebuilds=1 | errors=0"},
+            {"preview of Normal Mode", "file a.xml=<a/> | start a.xml | preview",
+             "tab=2 | tag=0 | modes=110 | menus=2 | browser=a.xml0"},
+            {"Normal, Preview, XML", "file a.xml=<a/> | start a.xml | edit | preview | xml",
+             "tab=1 | tag=1 | editor=<a x=\"1\"/>"},
             {"XML, Preview, Normal, changed",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <b/>", "preview", "normal"},
-             {"/a.xml0=<b/>\\n", "dom=<b/>", "rebuilds=2"}},
+             "file a.xml=<a/> | start a.xml | xml | type <b/> | preview | normal",
+             "/a.xml0=<b/>\\n | dom=<b/> | rebuilds=2"},
             {"XML, Preview, XML keeps the text",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <b", "preview", "xml"},
-             {"/a.xml0=<b\\n", "editor=<b", "messages=0", "tag=1"}},
+             "file a.xml=<a/> | start a.xml | xml | type <b | preview | xml",
+             "/a.xml0=<b\\n | editor=<b | messages=0 | tag=1"},
             {"XML, Preview, Normal, faulty",
-             {"file a.xml=<a/>", "start a.xml", "xml", "type <b", "preview", "normal"},
-             {"tab=1", "tag=1", "modes=101", "menus=1", "errors=1", "messages=1", "editor=<b",
-              "/a.xml0=<b\\n"}},
+             "file a.xml=<a/> | start a.xml | xml | type <b | preview | normal",
+             "tab=1 | tag=1 | modes=101 | menus=1 | errors=1 | messages=1 | editor=<b | /a.xml0=<b\\n"},
         });
     }
-    void switching() { runRow(); }
 
-    void checking_data()
+    void checking()
     {
-        addRows({
-            {"twice on correct text",
-             {"start", "xml", "check", "check"},
-             {"messages=2", "message=No Errors found", "rebuilds=1", "errors=0", "line=-1", "dom=" TEMPLATE}},
-            {"correct text leaves the DOM alone",
-             {"start", "xml", "type <b/>", "check"},
-             {"dom=" TEMPLATE, "rebuilds=1", "errors=0"}},
-            {"an error in the first line",
-             {"start", "xml", "type <b", "check"},
-             {"line=0", "errors=1", "dom=" TEMPLATE}},
-            {"corrected",
-             {"start", "xml", "type <b", "check", "type <b/>", "check"},
-             {"line=-1", "errors=0"}},
+        runRows({
+            {"twice on correct text", "start | xml | check | check",
+             "messages=2 | message=No Errors found | rebuilds=1 | errors=0 | line=-1 | dom=" TEMPLATE},
+            {"correct text leaves the DOM alone", "start | xml | type <b/> | check",
+             "dom=" TEMPLATE " | rebuilds=1 | errors=0"},
+            {"an error in the first line", "start | xml | type <b | check",
+             "line=0 | errors=1 | dom=" TEMPLATE},
         });
     }
-    void checking() { runRow(); }
 
     void unchangedSwitchesNeverReadTheText()
     {
         Desk desk;
-        desk.run({"file a.xml=<a/>", "start a.xml", "xml"});
+        desk.run("file a.xml=<a/> | start a.xml | xml");
         const int reads = desk.editor.reads;
-        desk.run({"normal", "xml", "leave", "normal", "xml", "type <b/>", "save", "leave"});
+        desk.run("normal | xml | leave | normal | xml | type <b/> | save | leave");
         QCOMPARE(desk.editor.reads, reads + 1); // the one save in XML Mode
     }
 
     void entitiesOfTheTextComeAlong()
     {
         Desk desk;
-        desk.run({"start", "xml", "type <!DOCTYPE b [<!ENTITY e 'value'>]><b>&e;</b>", "check", "normal"});
-        QCOMPARE(desk.session.state().Document.documentElement()->text(), QStringLiteral("value"));
+        desk.run("start | xml | type <!DOCTYPE b [<!ENTITY e 'value'>]><b>&e;</b> | check | normal");
+        QCOMPARE(desk.session.state().Document.documentElement()->text(), u"value"_s);
     }
 
     void faultIsPointedOut()
@@ -119,9 +91,9 @@ private Q_SLOTS:
         const auto error = dom::checkWellFormed(text);
         QVERIFY(error);
         Desk desk;
-        desk.run({"start", "xml"});
+        desk.run("start | xml");
         desk.editor.replaceText(text);
-        desk.run({"check"});
+        desk.run("check");
         QCOMPARE(desk.dialogs.messages, QStringList{document::reportText(*error)});
         QCOMPARE(desk.dialogs.icons.last(), dialogs::Icon::Exclamation);
         QCOMPARE(desk.editor.highlightedLine(), 1);
@@ -130,81 +102,17 @@ private Q_SLOTS:
         QVERIFY(desk.editor.hasFocus);
     }
 
-    void failedLoadXmlChangesNothing()
-    {
-        Desk desk;
-        desk.run({"start", "edit"});
-        const QString before = desk.seen(QStringLiteral("dom"));
-        QVERIFY(!desk.session.parsing().LoadXml(QByteArrayLiteral("<a>")));
-        QCOMPARE(desk.seen(QStringLiteral("dom")), before);
-        QCOMPARE(desk.seen(QStringLiteral("rebuilds")), QStringLiteral("1"));
-        QCOMPARE(desk.dialogs.messages.size(), 1);
-    }
-
-    void report_data()
-    {
-        QTest::addColumn<QString>("reason");
-        QTest::addColumn<int>("line");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("the reason's own line break stays")
-            << QStringLiteral("Bad name.\r\n") << 12
-            << QStringLiteral("Error!\r\n\r\nPossible Reason:  Bad name.\r\n\r\nLine              :  12\r\n"
-                              "Line Position :  3456\r\nSource Text :  <a><1>");
-        QTest::newRow("no digit grouping")
-            << QStringLiteral(" x ") << 1234567
-            << QStringLiteral("Error!\r\n\r\nPossible Reason:   x \r\nLine              :  1234567\r\n"
-                              "Line Position :  3456\r\nSource Text :  <a><1>");
-    }
-
     void report()
     {
-        QFETCH(QString, reason);
-        QFETCH(int, line);
         dom::ParseError error;
-        error.reason = reason;
-        error.line = line;
+        error.reason = u"Bad name.\r\n"_s; // whose own line break stays
+        error.line = 1234567;
         error.position = 3456;
-        error.sourceText = QStringLiteral("<a><1>");
-        QTEST(document::reportText(error), "expected");
-        QCOMPARE(document::reportText(error).count(QString(14, QLatin1Char(' ')) + QLatin1Char(':')), 1);
-    }
-
-    void menus()
-    {
-        QStringList shown;
-        for (int tab = 0; tab < 3; ++tab) {
-            QStringList names;
-            for (const auto &menu : document::modeMenus()) {
-                if (menu.shown.at(std::size_t(tab)))
-                    names.append(menu.name.toString());
-            }
-            shown.append(names.join(QLatin1Char(' ')));
-        }
-        const QStringList expected{QStringLiteral("mnuedittag mnuinsert"),
-                                   QStringLiteral("editcmx searchcmx mnumacro mnuinsert"), QString()};
-        QCOMPARE(shown, expected);
-    }
-
-    void knownEqual()
-    {
-        using document::DomIdentity;
-        document::Identities known;
-        const DomIdentity loaded{1};
-        const DomIdentity edited{2};
-        QVERIFY(!known.isSaved(loaded));
-        known.savedFrom(loaded);
-        known.agree(loaded, 7);
-        QVERIFY(known.isSaved(document::EditorIdentity(7)));
-        known.agree(edited, 8);
-        QVERIFY(known.isSaved(loaded)); // undo may lead back there
-        QVERIFY(!known.isSaved(edited));
-        QVERIFY(!known.isSaved(document::EditorIdentity(8)));
-        known.savedFrom(document::EditorIdentity(9));
-        QVERIFY(!known.isSaved(loaded));
-        known.savedFrom(document::EditorIdentity(8));
-        QVERIFY(known.isSaved(edited));
-        known.savedFrom(loaded);
-        QVERIFY(!known.isSaved(document::EditorIdentity(8)));
+        error.sourceText = u"<a><1>"_s;
+        QCOMPARE(
+            document::reportText(error),
+            QStringLiteral("Error!\r\n\r\nPossible Reason:  Bad name.\r\n\r\nLine              :  1234567"
+                           "\r\nLine Position :  3456\r\nSource Text :  <a><1>"));
     }
 };
 

@@ -1,6 +1,5 @@
 #include "editor/character_grid.h"
 #include "editor/character_map.h"
-#include "editor/large_character.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -111,16 +110,6 @@ private Q_SLOTS:
         }
     }
 
-    void fontsAreTheSystems()
-    {
-        Shown shown;
-        auto *fonts = shown.map.findChild<QComboBox *>(u"cboFont"_s);
-        QCOMPARE(fonts->count(), QFontDatabase::families().size());
-        QCOMPARE(fonts->currentText(), shown.grid->fontFamily());
-        fonts->setCurrentIndex(fonts->count() - 1);
-        QCOMPARE(shown.grid->fontFamily(), fonts->itemText(fonts->count() - 1));
-    }
-
     void charactersHaveNames()
     {
         Shown shown;
@@ -132,19 +121,6 @@ private Q_SLOTS:
         QCOMPARE(grid->focusChild()->text(QAccessible::Name), name);
         QCOMPARE(grid->indexOfChild(grid->focusChild()), shown.grid->current() - 1);
         QVERIFY(grid->focusChild()->state().selected);
-    }
-
-    void enlargedViewStaysInside()
-    {
-        const std::pair<QPoint, QPoint> rows[] = {
-            {{100, 100}, {80, 8}}, // above
-            {{100, 50}, {80, 82}}, // below
-            {{0, 100}, {0, 8}},
-            {{280, 100}, {236, 8}},
-        };
-        for (const auto &[cell, place] : rows)
-            QCOMPARE(largePlace({cell, QSize(20, 30)}, QSize(60, 90), QRect(0, 0, 300, 200)).topLeft(),
-                     place);
     }
 };
 

@@ -51,18 +51,6 @@ private Q_SLOTS:
             QCOMPARE(characterName(code - 31), QLatin1String(name));
         }
     }
-
-    void findsEveryCharacter()
-    {
-        int controls = 0;
-        for (int index = 1; index <= characterCount; ++index) {
-            QCOMPARE(indexOfCharacter(character(index)), index);
-            QCOMPARE(isControl(index), character(index).category() == QChar::Other_Control);
-            controls += isControl(index) ? 1 : 0;
-        }
-        QCOMPARE(controls, 6);
-        QCOMPARE(indexOfCharacter(QChar(0x416)), 0);
-    }
 };
 
 QTEST_APPLESS_MAIN(TestCharacterMoves)

@@ -52,6 +52,9 @@ public:
     {
         return window.findChild<T *>(QString::fromLatin1(name));
     }
+    QComboBox *find() const { return control<QComboBox>("cboFind"); }
+    QComboBox *replacement() const { return control<QComboBox>("cboReplace"); }
+    void replaceAll() const { control<QPushButton>("cmdReplaceAll")->click(); }
     void tick(const char *name) const { control<QCheckBox>(name)->click(); }
     QString label(const char *name) const { return control<QLabel>(name)->text(); }
     // The selection as "start-end".
@@ -97,7 +100,7 @@ private Q_SLOTS:
         Desk desk("one two\ntwo one\n");
         desk.edit->placeCaret(0, 1);
         Desk::press(Qt::Key_F, Qt::ControlModifier);
-        QVERIFY(desk.bar->isVisible() && !desk.control<QComboBox>("cboReplace")->isVisible());
+        QVERIFY(desk.bar->isVisible() && !desk.replacement()->isVisible());
         Desk::type("ONE");
         QCOMPARE(desk.selected(), QStringLiteral("12-15"));
         QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("2 of 2"));
@@ -138,30 +141,24 @@ private Q_SLOTS:
         QVERIFY(!desk.bar->isVisible());
     }
 
-    void opensWithTheSelection_data()
-    {
-        QTest::addColumn<long>("start");
-        QTest::addColumn<long>("end");
-        QTest::addColumn<bool>("expression");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("inSelection");
-        QTest::newRow("none") << 0L << 0L << false << QString() << false;
-        QTest::newRow("one line") << 0L << 3L << false << QStringLiteral("a.b") << false;
-        QTest::newRow("expression") << 0L << 3L << true << QStringLiteral("a\\.b") << false;
-        QTest::newRow("lines") << 0L << 5L << false << QString() << true;
-    }
     void opensWithTheSelection()
     {
-        QFETCH(long, start);
-        QFETCH(long, end);
-        QFETCH(bool, expression);
-        Desk desk("a.b\nc");
-        desk.control<QCheckBox>("chkExpression")->setChecked(expression);
-        desk.select(start, end);
-        desk.edit->execute(178);
-        QTEST(desk.control<QComboBox>("cboFind")->currentText(), "text");
-        QTEST(desk.control<QCheckBox>("chkInSelection")->isChecked(), "inSelection");
-        QTEST(desk.isMarked(1, scopeIndicator), "inSelection");
+        struct Row
+        {
+            long end;
+            bool expression, inSelection;
+            const char *text;
+        };
+        for (const Row &row : {Row{0, false, false, ""}, Row{3, false, false, "a.b"},
+                               Row{3, true, false, "a\\.b"}, Row{5, false, true, ""}}) {
+            Desk desk("a.b\nc");
+            desk.control<QCheckBox>("chkExpression")->setChecked(row.expression);
+            desk.select(0, row.end);
+            desk.edit->execute(178);
+            QCOMPARE(desk.find()->currentText(), QString::fromLatin1(row.text));
+            QCOMPARE(desk.control<QCheckBox>("chkInSelection")->isChecked(), row.inSelection);
+            QCOMPARE(desk.isMarked(1, scopeIndicator), row.inSelection);
+        }
     }
 
     void keepsToTheSelection()
@@ -171,66 +168,58 @@ private Q_SLOTS:
         desk.edit->execute(169);
         Desk::type("x");
         QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("1 of 3"));
-        desk.control<QComboBox>("cboReplace")->setFocus();
+        desk.replacement()->setFocus();
         Desk::type("long");
         Desk::press(Qt::Key_A, Qt::AltModifier);
         QTRY_COMPARE(desk.edit->text(), QByteArray("x long\nlong long\nx"));
         // The range has grown with what is in it.
-        desk.control<QComboBox>("cboFind")->setFocus();
-        desk.control<QComboBox>("cboFind")->setEditText(QStringLiteral("long"));
+        desk.find()->setFocus();
+        desk.find()->setEditText(QStringLiteral("long"));
         QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("1 of 3"));
         desk.edit->undo();
-        desk.control<QComboBox>("cboFind")->setEditText(QStringLiteral("x"));
+        desk.find()->setEditText(QStringLiteral("x"));
         QTRY_COMPARE(desk.label("lblCount"), QStringLiteral("1 of 3"));
         desk.edit->loadText("x\nx\nx\nx");
         QTRY_VERIFY(!desk.isMarked(0, scopeIndicator));
         QTRY_VERIFY(desk.label("lblCount").endsWith(QStringLiteral("4 matches")));
     }
 
-    void replaces_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QString>("find");
-        QTest::addColumn<QString>("replacement");
-        QTest::addColumn<QByteArray>("one"); // after replacing the first match
-        QTest::addColumn<QByteArray>("all");
-        const auto row = [](const char *name, const char *before, const char *find, const char *replacement,
-                            const char *one, const char *all) {
-            QTest::newRow(name) << QByteArray(before) << QString::fromUtf8(find)
-                                << QString::fromUtf8(replacement) << QByteArray(one) << QByteArray(all);
-        };
-        row("longer", "a-a-a", "a", "aa", "aa-a-a", "aa-aa-aa");
-        row("nothing", "a-a-a", "a", "", "-a-a", "--");
-        row("groups", "a1 b2", "(\\w)(\\d)", "$2$1", "1a b2", "1a 2b");
-        row("line ends", "a\r\nb", "[ab]", "$0\\n", "a\r\n\r\nb", "a\r\n\r\nb\r\n");
-        row("empty matches", "a\nb\n", "^", "- ", "- a\nb\n", "- a\n- b\n- ");
-        row("missing", "a", "b", "c", "a", "a");
-    }
     void replaces()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QString, find);
-        QFETCH(QString, replacement);
-        for (const bool all : {false, true}) {
-            Desk desk(before);
-            desk.edit->send(S::SCI_MARKERADD, 0, 1);
-            Desk::press(Qt::Key_H, Qt::ControlModifier);
-            desk.tick("chkExpression");
-            desk.control<QComboBox>("cboFind")->setEditText(find);
-            desk.control<QComboBox>("cboReplace")->setEditText(replacement);
-            desk.control<QComboBox>("cboReplace")->setFocus();
-            if (all)
-                desk.control<QPushButton>("cmdReplaceAll")->click();
-            else
-                Desk::press(Qt::Key_Return);
-            QFETCH(QByteArray, one);
-            QTEST(desk.edit->text(), all ? "all" : "one");
-            QVERIFY(desk.edit->send(S::SCI_MARKERNEXT, 0, 2) >= 0);
-            QCOMPARE(desk.edit->canUndo(), one != before);
-            desk.edit->undo();
-            QCOMPARE(desk.edit->text(), before);
-            QVERIFY(!desk.edit->canUndo());
-        }
+        struct Row
+        {
+            QByteArray before;
+            const char *find, *replacement;
+            QByteArray one, all;
+        };
+        const Row rows[] = {
+            {"a-a-a", "a", "aa", "aa-a-a", "aa-aa-aa"},
+            {"a-a-a", "a", "", "-a-a", "--"},
+            {"a1 b2", "(\\w)(\\d)", "$2$1", "1a b2", "1a 2b"},
+            {"a\r\nb", "[ab]", "$0\\n", "a\r\n\r\nb", "a\r\n\r\nb\r\n"},
+            {"a\nb\n", "^", "- ", "- a\nb\n", "- a\n- b\n- "},
+            {"a", "b", "c", "a", "a"},
+        };
+        for (const auto &[before, find, replacement, one, every] : rows)
+            for (const bool all : {false, true}) {
+                Desk desk(before);
+                desk.edit->send(S::SCI_MARKERADD, 0, 1);
+                Desk::press(Qt::Key_H, Qt::ControlModifier);
+                desk.tick("chkExpression");
+                desk.find()->setEditText(QString::fromLatin1(find));
+                desk.replacement()->setEditText(QString::fromLatin1(replacement));
+                desk.replacement()->setFocus();
+                if (all)
+                    desk.replaceAll();
+                else
+                    Desk::press(Qt::Key_Return);
+                QCOMPARE(desk.edit->text(), all ? every : one);
+                QVERIFY(desk.edit->send(S::SCI_MARKERNEXT, 0, 2) >= 0);
+                QCOMPARE(desk.edit->canUndo(), one != before);
+                desk.edit->undo();
+                QCOMPARE(desk.edit->text(), before);
+                QVERIFY(!desk.edit->canUndo());
+            }
     }
 
     void replacesVeryMany()
@@ -241,8 +230,8 @@ private Q_SLOTS:
         desk.edit->send(S::SCI_MARKERADD, 1000, 1);
         desk.edit->execute(169);
         Desk::type("b");
-        desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("cd"));
-        desk.control<QPushButton>("cmdReplaceAll")->click();
+        desk.replacement()->setEditText(QStringLiteral("cd"));
+        desk.replaceAll();
         QTRY_VERIFY(desk.label("lblNotice").endsWith(QStringLiteral("250,000 matches replaced")));
         QCOMPARE(desk.edit->text(), QByteArray("acd\n").repeated(250'000));
         QCOMPARE(desk.edit->caretLine(), 1000);
@@ -258,9 +247,9 @@ private Q_SLOTS:
         Desk desk(text);
         desk.edit->execute(169);
         desk.tick("chkExpression");
-        desk.control<QComboBox>("cboFind")->setEditText(QStringLiteral("(a)(b)"));
-        desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("\\U$2$1"));
-        desk.control<QPushButton>("cmdReplaceAll")->click();
+        desk.find()->setEditText(QStringLiteral("(a)(b)"));
+        desk.replacement()->setEditText(QStringLiteral("\\U$2$1"));
+        desk.replaceAll();
         QVERIFY(desk.control<QPushButton>("cmdCancel")->hasFocus());
         Desk::press(Qt::Key_Escape);
         QCOMPARE(desk.label("lblNotice"), QStringLiteral("Nothing was replaced"));
@@ -273,15 +262,15 @@ private Q_SLOTS:
         Desk desk("aaa");
         desk.edit->execute(169);
         desk.tick("chkExpression");
-        desk.control<QComboBox>("cboFind")->setFocus();
+        desk.find()->setFocus();
         Desk::type("(a");
         QCOMPARE(desk.label("lblNotice"), QStringLiteral("Missing closing parenthesis (at character 3)"));
         Desk::press(Qt::Key_Return);
         QVERIFY(desk.label("lblNotice").startsWith(QStringLiteral("Missing closing")));
         Desk::type(")");
         QCOMPARE(desk.label("lblNotice"), QString());
-        desk.control<QComboBox>("cboReplace")->setEditText(QStringLiteral("$2"));
-        desk.control<QPushButton>("cmdReplaceAll")->click();
+        desk.replacement()->setEditText(QStringLiteral("$2"));
+        desk.replaceAll();
         QCOMPARE(desk.label("lblNotice"), QStringLiteral("The expression has no group 2 (at character 1)"));
         QCOMPARE(desk.edit->text(), QByteArray("aaa"));
     }
@@ -304,27 +293,15 @@ private Q_SLOTS:
         QCOMPARE(second.last(), (control::SearchPattern{QString(), true, false, true}));
     }
 
-    void readsLines_data()
-    {
-        QTest::addColumn<QString>("asked"); // on line 5 of 10
-        QTest::addColumn<std::optional<LinePlace>>("place");
-        const auto row = [](const char *asked, std::optional<LinePlace> place) {
-            QTest::newRow(asked) << QString::fromLatin1(asked) << place;
-        };
-        row("1", LinePlace{0, 0});
-        row(" 10 : 3 ", LinePlace{9, 2});
-        row("+2", LinePlace{6, 0});
-        row("-2:4", LinePlace{2, 3});
-        row("-99", LinePlace{0, 0});
-        row("+99999999999", LinePlace{9, 0});
-        for (const char *none : {"", "0", "11", "99999999999", "x", "3x", "+", "1:", "-"})
-            row(none, std::nullopt);
-    }
     void readsLines()
     {
-        QFETCH(QString, asked);
-        QFETCH(std::optional<LinePlace>, place);
-        QCOMPARE(placeAskedFor(asked, 4, 10), place);
+        std::vector<std::pair<const char *, std::optional<LinePlace>>> rows
+            = {{"1", {{0, 0}}},    {" 10 : 3 ", {{9, 2}}}, {"+2", {{6, 0}}},
+               {"-2:4", {{2, 3}}}, {"-99", {{0, 0}}},      {"+99999999999", {{9, 0}}}};
+        for (const char *none : {"", "0", "11", "99999999999", "x", "3x", "+", "1:", "-"})
+            rows.emplace_back(none, std::nullopt);
+        for (const auto &[asked, place] : rows)
+            QVERIFY2(placeAskedFor(QString::fromLatin1(asked), 4, 10) == place, asked);
     }
 
     void goesToALine()

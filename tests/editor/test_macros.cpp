@@ -132,24 +132,6 @@ private Q_SLOTS:
         }
     }
 
-    // A name without a number goes by the one before it; which that is, the file system says.
-    void nameWithoutNumberFollowsTheOneBefore()
-    {
-        Folder folder;
-        for (const char *name : {"3.dem", "notes.dem", "6.dem", "other.dem"})
-            folder.add(name, bytesOf(typing(name)));
-        MacroSlots expected;
-        int slot = 0;
-        for (QDirIterator names(folder.path(), QDir::Files); names.hasNext();) {
-            const QByteArray name = names.nextFileInfo().fileName().toUtf8();
-            slot = isdigit(name[0]) ? name[0] - '0' : slot;
-            expected.setMacro(slot, bytesOf(typing(name)));
-        }
-        folder.files.LoadMacros();
-        for (int at = 0; at < MacroSlots::count; ++at)
-            QCOMPARE(folder.macros.macro(at), expected.macro(at));
-    }
-
     void whatIsNoMacroFileIsSkipped()
     {
         Folder folder;
@@ -189,11 +171,8 @@ private Q_SLOTS:
         folder.files.LoadMacros();
         QCOMPARE(folder.filled(), QList<int>({0, 2, 9}));
         QCOMPARE(folder.macros.macro(9), bytes);
-        QVERIFY(folder.files.SaveMacroFile(folder.path("x"), 5));
         QVERIFY(!folder.files.SaveMacroFile(folder.path("no/folder"), 9));
-        QVERIFY(!folder.files.SaveMacroFile(folder.path(), 9));
-        QVERIFY(!QFileInfo::exists(folder.path("x")));
-        QCOMPARE(folder.notes.size(), 2);
+        QCOMPARE(folder.notes.size(), 1);
     }
 
     void recordedByKeysAndPlayed()
@@ -241,28 +220,6 @@ private Q_SLOTS:
         QCOMPARE(desk.editor.repeatCount(), 7);
         desk.repeat("", Qt::Key_Escape);
         QCOMPARE(desk.editor.repeatCount(), 1);
-    }
-
-    void repeatIsRecordedAndMacrosInMacros()
-    {
-        Desk desk;
-        desk.put(0, {{0, "x"}});
-        desk.record();
-        desk.repeat("4");
-        desk.type("-");
-        desk.play(Qt::Key_1);
-        inNextWindow("frmMacroSlot", [](QWidget *window) {
-            auto *list = window->findChild<QTreeWidget *>();
-            QVERIFY(list->topLevelItem(0)->isDisabled());
-            press(window, {Qt::Key_Return});
-        });
-        desk.record();
-        QCOMPARE(desk.macro(1), Macro({{0, "-", 4}, {214, {}}}));
-        desk.editor.loadText({});
-        desk.play(Qt::Key_2);
-        QCOMPARE(desk.editor.text(), QByteArray("----x"));
-        desk.editor.undo();
-        QVERIFY(!desk.editor.canUndo());
     }
 
     void macroThatPlaysItselfIsRefused()

@@ -112,15 +112,6 @@ private Q_SLOTS:
         QCOMPARE(opened.list->count(), 236);
     }
 
-    void doubleClickInserts()
-    {
-        Opened opened(0);
-        const QPoint row = opened.list->visualItemRect(opened.list->item(1)).center();
-        QTest::mouseClick(opened.list->viewport(), Qt::LeftButton, {}, row);
-        QTest::mouseDClick(opened.list->viewport(), Qt::LeftButton, {}, row);
-        QCOMPARE(opened.inserted(), u"abbr"_s);
-    }
-
     void searchNarrowsInOrder()
     {
         Opened opened(1);

@@ -1,7 +1,6 @@
 #include "editor/quick_tags.h"
 
 #include <QRegularExpression>
-#include <QSet>
 #include <QtTest>
 
 using namespace editor;
@@ -23,22 +22,6 @@ class TestQuickTags : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void isSplitIntoDeclarationsAndElements()
-    {
-        const QRegularExpression element(u"^<[A-Za-z]"_s);
-        QSet<QString> all;
-        int elements = 0;
-        for (int index = 0; index < quickTagCount; ++index) {
-            const QString entry = quickTag(index);
-            all.insert(entry);
-            const bool isElement = element.match(entry).hasMatch();
-            QCOMPARE(isElement, index >= firstElementTag);
-            elements += isElement ? 1 : 0;
-        }
-        QCOMPARE(elements, 236);
-        QCOMPARE(all.size(), 302);
-    }
-
     // What the parts come to, put together again, is the entry's first tag.
     void everyElementHasLegalNames()
     {
@@ -73,21 +56,6 @@ private Q_SLOTS:
         };
         for (const auto &[entry, element] : rows)
             QCOMPARE(described(elementOf(QLatin1StringView(entry))), QLatin1String(element));
-    }
-
-    void goesAroundText()
-    {
-        const std::tuple<const char *, const char *, const char *> rows[] = {
-            {"<p></p>", "", "<p></p>"},
-            {"<p></p>", "a>b", "<p>a>b</p>"},
-            {"<p></p>", "\xc3\xa9", "<p>\xc3\xa9</p>"},
-            {"<br />", "abc", "<br />abc"},
-            {"<!-- comments -->", "abc", "<!-- comments -->abc"},
-            {"<![IGNORE[\\nx\\n]]>", "abc", "<![IGNORE[\\nx\\n]]>abc"},
-            {"<xsl:element name=\"\"><xsl:element>", "abc", "<xsl:element name=\"\">abc<xsl:element>"},
-        };
-        for (const auto &[entry, text, whole] : rows)
-            QCOMPARE(wrapped(QLatin1StringView(entry), text), QByteArray(whole));
     }
 
     void isFound()

@@ -6,11 +6,10 @@
 //
 // CALL is open, create, read, write, flush, rename, name, stat, truncate, remove or * for all of these; the
 // first SKIP calls pass, the next TIMES meet the ACTION: an error's number, "short" for half of what was to
-// be written, or "hold": the call waits until the rules change, half
-// a minute at most.
+// be read or written, or "hold": the call waits while somebody has the file of rules locked (flock).
 //
-// Calls that were held are counted in the file of that name with ".held" behind it, one letter each: "w" in
-// the thread of the windows, "o" in another one.
+// Calls that are held are counted in the file of that name with ".held" behind it, one letter each: "w" in
+// the thread of the windows, "o" in another one. Processes that the program starts have a good disk.
 #include <cerrno>
 #include <climits>
 #include <cstdarg>
@@ -21,6 +20,7 @@
 #include <fcntl.h>
 #include <mutex>
 #include <string>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -45,7 +45,15 @@ struct Rules
 };
 
 std::mutex guard; // of what follows
-Rules rules; // NOLINT: what a program is preloaded with has nowhere else to live
+
+// There before everything else of the program is, and to the last.
+Rules &theRules()
+{
+    static auto *rules = new Rules; // NOLINT: never deleted
+    return *rules;
+}
+
+[[gnu::constructor]] void spareChildren() { unsetenv("LD_PRELOAD"); }
 
 // Straight to the system: these calls are not to meet rules.
 std::string contentOf(const char *path)
@@ -62,6 +70,7 @@ std::string contentOf(const char *path)
 void readRules(const char *path)
 {
     std::string text = contentOf(path);
+    Rules &rules = theRules();
     if (text == rules.text)
         return;
     rules = {};
@@ -85,13 +94,16 @@ void readRules(const char *path)
 }
 
 // The action that this call meets; empty for none.
-std::string meet(const char *call, const std::string &path)
+std::string meet(const char *call, std::string path)
 {
+    for (size_t at = path.find("//"); at != std::string::npos; at = path.find("//", at))
+        path.erase(at, 1);
     const char *file = getenv("XE_FAULTS");
     if (file == nullptr)
         return {};
     const std::lock_guard lock(guard);
     readRules(file);
+    Rules &rules = theRules();
     if (rules.folder.empty() || path.compare(0, rules.folder.size(), rules.folder) != 0)
         return {};
     for (Rule &rule : rules.rules) {
@@ -107,21 +119,23 @@ std::string meet(const char *call, const std::string &path)
 void hold()
 {
     const std::string file = getenv("XE_FAULTS");
-    const std::string before = contentOf(file.c_str());
     const long held
         = syscall(SYS_openat, AT_FDCWD, (file + ".held").c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
     syscall(SYS_write, held, gettid() == getpid() ? "w" : "o", 1);
     syscall(SYS_close, held);
-    for (int waits = 0; waits < 3000 && contentOf(file.c_str()) == before; ++waits)
-        usleep(10'000);
+    const long rulesFile = syscall(SYS_openat, AT_FDCWD, file.c_str(), O_RDONLY | O_CLOEXEC);
+    while (flock(int(rulesFile), LOCK_SH) != 0 && errno == EINTR) { }
+    syscall(SYS_close, rulesFile);
 }
 
-// 0 when the call is to go on, else the error.
-int fault(const char *call, const std::string &path)
+// 0 when the call is to go on, else the error; of so many bytes.
+int fault(const char *call, const std::string &path, size_t *bytes = nullptr)
 {
     const std::string action = meet(call, path);
     if (action == "hold")
         hold();
+    if (action == "short" && bytes != nullptr)
+        *bytes = (*bytes + 1) / 2;
     return atoi(action.c_str());
 }
 
@@ -148,15 +162,17 @@ const char *openingOf(int flags)
 
 } // namespace
 
-// The rules say whether the system's own function is asked at all.
-#define PASS(call, path, name, ...)                                                                          \
+// The rules say whether the system's own function is asked at all; fault is what they say.
+#define PASS_UNLESS(fault, name, ...)                                                                        \
     do {                                                                                                     \
-        if (const int error = fault(call, path)) {                                                           \
+        if (const int error = fault) {                                                                       \
             errno = error;                                                                                   \
             return -1;                                                                                       \
         }                                                                                                    \
         return next(&name, #name)(__VA_ARGS__);                                                              \
     } while (false)
+
+#define PASS(call, path, name, ...) PASS_UNLESS(fault(call, path), name, __VA_ARGS__)
 
 #define OPENING(name)                                                                                        \
     int name(const char *path, int flags, ...)                                                               \
@@ -173,23 +189,18 @@ extern "C" {
 OPENING(open)
 OPENING(open64)
 
+// NOLINTBEGIN: the signatures are the system's
 ssize_t write(int file, const void *bytes, size_t size)
 {
-    const std::string action = meet("write", nameOf(file));
-    if (action == "short")
-        size = (size + 1) / 2;
-    else if (const int error = atoi(action.c_str())) {
-        errno = error;
-        return -1;
-    }
-    return next(&write, "write")(file, bytes, size);
+    PASS_UNLESS(fault("write", nameOf(file), &size), write, file, bytes, size);
 }
-
-// NOLINTBEGIN: the signatures are the system's
-ssize_t read(int file, void *bytes, size_t size) { PASS("read", nameOf(file), read, file, bytes, size); }
+ssize_t read(int file, void *bytes, size_t size)
+{
+    PASS_UNLESS(fault("read", nameOf(file), &size), read, file, bytes, size);
+}
 ssize_t pread(int file, void *bytes, size_t size, off_t at)
 {
-    PASS("read", nameOf(file), pread, file, bytes, size, at);
+    PASS_UNLESS(fault("read", nameOf(file), &size), pread, file, bytes, size, at);
 }
 int fsync(int file) { PASS("flush", nameOf(file), fsync, file); }
 int ftruncate(int file, off_t size) noexcept { PASS("truncate", nameOf(file), ftruncate, file, size); }

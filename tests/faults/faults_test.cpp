@@ -2,19 +2,22 @@
 // unsaved text is kept, and the user is told.
 #include "tests/app/window_fixture.h"
 
+#include "app/file_watch.h"
 #include "app/recovery.h"
 
 #include <QDir>
 #include <QMenu>
 
-#include <sys/stat.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 using namespace app_test;
+using dialogs::Answer;
 
 namespace {
 
 constexpr app::Recovery::Pace never{3'600'000, 3'600'000, 3'600'000};
+constexpr app::Recovery::Pace atOnce{5, 5, 10};
 
 const QByteArray before = "<a>" + QByteArray("old ").repeated(20'000) + "</a>\r\n";
 const QByteArray after = "<a>x" + before.mid(3);
@@ -46,11 +49,9 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("rules");
         QTest::addColumn<bool>("over"); // the file has a second name, and so is written over
         QTest::addColumn<QString>("told"); // empty where the save succeeds all the same
-        const auto row = [](const char *name, const char *rules, const char *told) {
-            QTest::newRow(name) << QByteArray(rules) << false << QString::fromLatin1(told);
-        };
-        const auto over = [](const char *name, const char *rules, const char *told) {
-            QTest::newRow(name) << QByteArray(rules) << true << QString::fromLatin1(told);
+        bool isOver = false;
+        const auto row = [&isOver](const char *name, const char *rules, const char *told) {
+            QTest::newRow(name) << QByteArray(rules) << isOver << QString::fromLatin1(told);
         };
         constexpr const char *full = "No space left on device";
         row("disk full", "write 0 999 28", full);
@@ -73,12 +74,13 @@ private Q_SLOTS:
         row("mount has gone", "* 0 9999 116", "Stale file handle");
         row("mount goes while it is written", "write 1 999 19\nflush 0 999 19\nremove 0 999 19",
             "No such device");
-        over("written over", "", "");
-        over("disk full before", "create 0 9 28\nwrite 0 1 28", full);
-        over("disk full between", "write 1 1 short\nwrite 2 1 28", full);
-        over("fails at the flush, written over", "flush 1 1 5", "Input/output error");
-        over("fails at the cut", "truncate 0 1 5", "Input/output error");
-        over("interrupted, written over", "write 0 3 4\nread 0 3 4\nflush 0 3 4", "");
+        isOver = true;
+        row("written over", "", "");
+        row("disk full before", "create 0 9 28\nwrite 0 1 28", full);
+        row("disk full between", "write 1 1 short\nwrite 2 1 28", full);
+        row("fails at the flush, written over", "flush 2 1 5", "Input/output error");
+        row("fails at the cut", "truncate 0 1 5", "Input/output error");
+        row("interrupted, written over", "write 0 3 4\nread 0 3 4\nflush 0 3 4", "");
     }
 
     void saving()
@@ -118,7 +120,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("rules");
         QTest::addColumn<QString>("told");
         QTest::newRow("cannot be read") << QByteArray("read 0 999 5") << "Input/output error";
-        QTest::newRow("ends while it is read") << QByteArray("read 1 999 116") << "Stale file handle";
+        QTest::newRow("ends while it is read")
+            << QByteArray("read 0 1 short\nread 0 999 116") << "Stale file handle";
         QTest::newRow("may not be opened") << QByteArray("open 0 999 13") << "Permission denied";
         QTest::newRow("interrupted") << QByteArray("open 0 1 4\nread 0 1 4") << "";
     }
@@ -129,7 +132,9 @@ private Q_SLOTS:
         QFETCH(QString, told);
         Window window(*folders_);
         window.choose("mnuelement");
-        window.dialogs.answer(dialogs::Answer::No);
+        window.dialogs.answer(Answer::No);
+        if (!told.isEmpty())
+            window.dialogs.answer(Answer::Ok);
         setRules(rules);
         window.main->session().life().openPath(path_);
         setRules({});
@@ -143,50 +148,74 @@ private Q_SLOTS:
     {
         Window window(*folders_, {path_});
         QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
-        setRules("stat 0 9999 hold");
-        QCOMPARE(::truncate(QFile::encodeName(path_).constData(), 0), 0);
-        QTRY_VERIFY(contentOf(heldFile()).startsWith('o'));
-        typeOne(window);
-        QTest::qWait(50);
-        QVERIFY(window.dialogs.messages().isEmpty());
-        QVERIFY(!contentOf(heldFile()).contains('w'));
-        window.dialogs.answer(dialogs::Answer::No);
-        setRules({});
+        window.dialogs.answer(Answer::No);
+        {
+            const Held held(*this, "stat 0 9999 hold", folder());
+            QCOMPARE(::truncate(QFile::encodeName(path_).constData(), 0), 0);
+            QTRY_VERIFY(contentOf(heldFile()).startsWith('o'));
+            typeOne(window);
+            QVERIFY(!contentOf(heldFile()).contains('w'));
+        }
         QTRY_COMPARE(window.dialogs.messages().size(), 1);
     }
 
     // What cannot be reached is not taken for removed.
     void outOfReach()
     {
-        Window window(*folders_, {path_});
-        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        app::FileWatch watch;
+        watch.watch(path_);
         setRules("* 0 9999 116");
-        QCOMPARE(::chmod(QFile::encodeName(path_).constData(), 0600), 0); // wakes the watcher
-        QTest::qWait(400);
-        QCOMPARE(window.note(), QString());
-        QVERIFY(!window.main->isWindowModified());
+        QCOMPARE(watch.checkNow(), app::FileWatch::Found::AsKnown);
+        setRules({});
+        QVERIFY(QFile::remove(path_));
+        QCOMPARE(watch.checkNow(), app::FileWatch::Found::Gone);
     }
 
     // A text on its way to a slow disk does not keep the menu closed.
     void slowRecovery()
     {
         Window window(*folders_, {path_});
-        window.main->recovery().setPace({5, 5, 10});
-        setRules("flush 0 1 hold", recovery());
+        window.main->recovery().setPace(atOnce);
+        {
+            const Held held(*this, "flush 0 1 hold", recovery());
+            typeOne(window);
+            QTRY_COMPARE(contentOf(heldFile()), "o");
+            Q_EMIT window.main->findChild<QMenu *>(QStringLiteral("mnurecover"))->aboutToShow();
+            QCOMPARE(keptText(), QByteArray());
+        }
+        QTRY_COMPARE(keptText(), after.chopped(2));
+    }
+
+    void fullRecovery_data()
+    {
+        QTest::addColumn<QByteArray>("call");
+        for (const char *call : {"create", "write", "flush", "rename"})
+            QTest::newRow(call) << QByteArray(call);
+    }
+
+    // The former copy stands where a new one cannot be written, and the next one that can takes its place.
+    void fullRecovery()
+    {
+        QFETCH(QByteArray, call);
+        Window window(*folders_, {path_});
+        window.main->recovery().setPace(atOnce);
         typeOne(window);
-        QTRY_COMPARE(contentOf(heldFile()), "o");
-        Q_EMIT window.main->findChild<QMenu *>(QStringLiteral("mnurecover"))->aboutToShow();
-        QVERIFY(namesIn(recovery()).filter(QStringLiteral(".live")).isEmpty());
+        QTRY_COMPARE(keptText(), after.chopped(2));
+        setRules(call + " 0 9999 28", recovery());
+        window.typeIntoEditor(QStringLiteral("y"));
+        QTRY_VERIFY(window.note().contains(QStringLiteral("No space left on device")));
         setRules({});
-        QTRY_COMPARE(namesIn(recovery()).filter(QStringLiteral(".live")).size(), 1);
-        window.choose("mnuSave");
+        QCOMPARE(keptText(), after.chopped(2));
+        QVERIFY(namesIn(recovery()).filter(QStringLiteral(".part")).isEmpty());
+        window.typeIntoEditor(QStringLiteral("z"));
+        QTRY_VERIFY(keptText().startsWith("<a>xyz"));
     }
 
 private:
     QString folder() const { return QFileInfo(path_).path(); }
     QString recovery() const { return folders_->program(QStringLiteral("recovery")); }
 
-    void setRules(const QByteArray &rules, const QString &where = {})
+    void setRules(const QByteArray &rules, const QString &where = {}) const
     {
         QFile::remove(heldFile());
         if (rules.isEmpty())
@@ -195,12 +224,24 @@ private:
             write(rulesFile(), QFile::encodeName(where.isEmpty() ? folder() : where) + '\n' + rules + '\n');
     }
 
-    static void typeOne(Window &window)
+    // Calls that meet these rules wait for as long as this lives.
+    class Held
     {
-        window.choose("mnuxmlmode");
-        window.editor()->placeCaret(0, 3);
-        window.typeIntoEditor(QStringLiteral("x"));
-    }
+    public:
+        Held(const FaultsTest &test, const QByteArray &rules, const QString &where)
+            : test_(test), file_(rulesFile())
+        {
+            test_.setRules(rules, where);
+            QVERIFY(file_.open(QIODevice::ReadOnly) && flock(file_.handle(), LOCK_EX) == 0);
+        }
+        ~Held() { test_.setRules({}); }
+
+    private:
+        const FaultsTest &test_;
+        QFile file_;
+    };
+
+    static void typeOne(Window &window) { window.typeAt(0, 3, "x"); }
 
     QByteArray keptText() const
     {

@@ -84,8 +84,6 @@ private Q_SLOTS:
         const char *outputs[] = {"xml", "html", "xhtml"};
         for (int kind = 0; kind < 9; ++kind) {
             Desk desk;
-            QCOMPARE(desk.find<QComboBox>("cmbinput")->currentText(), q("xml"));
-            QCOMPARE(desk.find<QComboBox>("cmboutput")->currentText(), q("Well-formed xml"));
             desk.text = "<p>Zo\xc3\xab";
             desk.find<QComboBox>("cmbinput")->setCurrentIndex(kind / 3);
             desk.find<QComboBox>("cmboutput")->setCurrentIndex(kind % 3);
@@ -98,91 +96,36 @@ private Q_SLOTS:
         }
     }
 
-    void enabledControls()
+    void transformation()
     {
-        const struct
-        {
-            const char *clicked;
-            const char *enabled;
-            const char *label;
-        } rows[] = {{"optjob0", "1100000", ""},
-                    {"optjob1", "0011011", "Select file:"},
-                    {"optxml1", "0011100", "Current Code."},
-                    {"optjob0", "1100000", ""}};
-        Desk desk;
-        for (const auto &[clicked, enabled, label] : rows) {
-            desk.find<QRadioButton>(clicked)->click();
-            QString now;
-            for (const char *name :
-                 {"cmbinput", "cmboutput", "optxml0", "txtfile0", "cmdbrowse0", "txtfile1", "cmdbrowse1"})
-                now += desk.find<QWidget>(name)->isEnabled() ? u'1' : u'0';
-            QCOMPARE(now, q(enabled));
-            QVERIFY(!*label || desk.find<QLabel>("lblxsl")->text() == q(label));
-        }
-    }
-
-    void browse()
-    {
-        const char *rows[][4]
-            = {{"optxml0", "cmdbrowse1", "txtfile1",
-                "XSLT Stylesheets (*.xsl;*.xslt)|*.xsl;*.xslt|All files (*.*)|*.*"},
-               {"optxml1", "cmdbrowse0", "txtfile0", "XML Documents (*.xml)|*.xml|All files (*.*)|*.*"}};
-        for (const auto &[option, button, box, filter] : rows) {
-            Desk desk;
-            const QString path = desk.write("s", sheet);
-            desk.find<QRadioButton>("optjob1")->click();
-            desk.find<QRadioButton>(option)->click();
-            for (const QString &answer : {desk.folder.filePath(q("none")), path, QString()})
-                desk.dialogs.answerFile(answer); // until there is such a file; then dismissed
-            desk.find<QPushButton>(button)->click();
-            desk.find<QPushButton>(button)->click();
-            QCOMPARE(desk.find<QLineEdit>(box)->text(), path);
-            QCOMPARE(desk.dialogs.files().size(), 3);
-            QCOMPARE(desk.dialogs.files().last().title, q("Open"));
-            QCOMPARE(desk.dialogs.files().last().filter, q(filter));
-        }
-    }
-
-    void transformation_data()
-    {
-        QTest::addColumn<bool>("xmlIsCurrent");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("run"); // empty where it fails
-        QTest::addColumn<int>("line"); // of the first message, in the current text
         const QByteArray xml = "<r>x</r>";
         const QByteArray broken = "<r>\n</s>";
         const QByteArray telling
             = QByteArray(sheet).replace("<xsl:v", "\n<xsl:message>m</xsl:message><xsl:v");
-        QTest::newRow("current xml") << true << xml << sheet << QByteArray("<p>x</p>") << -1;
-        QTest::newRow("current style sheet") << false << sheet << xml << QByteArray("<p>x</p>") << -1;
-        QTest::newRow("broken current text") << true << broken << sheet << QByteArray() << 2;
-        QTest::newRow("broken file") << true << xml << broken << QByteArray() << 0;
-        QTest::newRow("message of the current sheet")
-            << false << telling << xml << QByteArray("<p>x</p>") << 2;
-        QTest::newRow("message of another sheet") << true << xml << telling << QByteArray("<p>x</p>") << 0;
-    }
-    void transformation()
-    {
-        QFETCH(bool, xmlIsCurrent);
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, file);
-        QFETCH(QByteArray, run);
-        QFETCH(int, line);
-        Desk desk;
-        desk.text = text;
-        desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
-        desk.find<QRadioButton>("optjob1")->click();
-        desk.find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
-        desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")->setText(desk.write("other", file));
-        desk.convert();
-        QCOMPARE(desk.runs, run.isEmpty() ? QList<QByteArray>() : QList<QByteArray>({run}));
-        QCOMPARE(desk.perRunFile(), QByteArray(run.isEmpty() ? "" : "output-html: yes\r\n"));
-        QCOMPARE(desk.dialog.isVisible(), run.isEmpty());
-        QCOMPARE(desk.failure().isEmpty(), !run.isEmpty());
-        QCOMPARE(desk.messages.empty() ? -1 : desk.messages.front().line, line);
-        if (line == 0)
-            QVERIFY(desk.messages.front().text.startsWith(q("other, line 2: ")));
+        const std::tuple<const char *, bool, QByteArray, QByteArray, QByteArray, int> rows[] = {
+            {"current xml", true, xml, sheet, "<p>x</p>", -1},
+            {"current style sheet", false, sheet, xml, "<p>x</p>", -1},
+            {"broken current text", true, broken, sheet, {}, 2},
+            {"broken file", true, xml, broken, {}, 0},
+            {"message of the current sheet", false, telling, xml, "<p>x</p>", 2},
+            {"message of another sheet", true, xml, telling, "<p>x</p>", 0},
+        };
+        for (const auto &[name, xmlIsCurrent, text, file, run, line] : rows) {
+            Desk desk;
+            desk.text = text;
+            desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
+            desk.find<QRadioButton>("optjob1")->click();
+            desk.find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
+            desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")->setText(desk.write("other", file));
+            desk.convert();
+            QCOMPARE(desk.runs, run.isEmpty() ? QList<QByteArray>() : QList<QByteArray>({run}));
+            QCOMPARE(desk.perRunFile(), QByteArray(run.isEmpty() ? "" : "output-html: yes\r\n"));
+            QCOMPARE(desk.dialog.isVisible(), run.isEmpty());
+            QCOMPARE(desk.failure().isEmpty(), !run.isEmpty());
+            QCOMPARE(desk.messages.empty() ? -1 : desk.messages.front().line, line);
+            if (line == 0)
+                QVERIFY(desk.messages.front().text.startsWith(q("other, line 2: ")));
+        }
     }
 
     void missingFile()

@@ -7,21 +7,22 @@
 #include <QRegularExpression>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int bound = 60'000;
 
-const QString outside = QStringLiteral("é ñ Ж 日本語 עברית € — 😀 \u00A0.");
+const QString outside = u"é ñ Ж 日本語 עברית € — 😀 \u00A0."_s;
 
 // References to characters, and the characters themselves; nothing in comments and scripts is one.
 QString resolved(QString text)
 {
     static const QHash<QString, QString> names{
-        {QStringLiteral("nbsp"), QStringLiteral("\u00A0")}, {QStringLiteral("eacute"), QStringLiteral("é")},
-        {QStringLiteral("ntilde"), QStringLiteral("ñ")},    {QStringLiteral("euro"), QStringLiteral("€")},
-        {QStringLiteral("mdash"), QStringLiteral("—")},     {QStringLiteral("alpha"), QStringLiteral("α")},
+        {u"nbsp"_s, u"\u00A0"_s}, {u"eacute"_s, u"é"_s}, {u"ntilde"_s, u"ñ"_s},
+        {u"euro"_s, u"€"_s},      {u"mdash"_s, u"—"_s},  {u"alpha"_s, u"α"_s},
     };
-    static const QRegularExpression reference(QStringLiteral("&(#?)(\\w+);"));
+    static const QRegularExpression reference(u"&(#?)(\\w+);"_s);
     QRegularExpressionMatch match;
     qsizetype at = 0;
     while ((at = text.indexOf(reference, at, &match)) >= 0) {
@@ -42,8 +43,7 @@ QString inside(const QString &text, const char *begin, const char *end)
 
 QStringList encodings()
 {
-    return tidy::offeredValues(tidy::OptionKind::Encoding)
-        << QStringLiteral("iso2022") << QStringLiteral("no-such-encoding");
+    return tidy::offeredValues(tidy::OptionKind::Encoding) << u"iso2022"_s << u"no-such-encoding"_s;
 }
 
 } // namespace
@@ -81,37 +81,29 @@ private Q_SLOTS:
                              "<script>s = '%1'</script></body></html>");
         const QString out = run(options, page.arg(outside));
         QCOMPARE(resolved(inside(out, "<p title=\"", "\"")), outside);
-        QCOMPARE(resolved(inside(out, "\">", "</p>")
-                              .section(QStringLiteral("<p title"), -1)
-                              .section(QLatin1Char('>'), -1)),
-                 outside + QStringLiteral(" éα日😀"));
+        QCOMPARE(resolved(inside(out, "\">", "</p>").section(u"<p title"_s, -1).section(u'>', -1)),
+                 outside + u" éα日😀"_s);
         QCOMPARE(inside(out, "<!-- ", " -->"), outside);
         const QString script = inside(out, "s = '", "'");
         QCOMPARE(options.contains("output-xml") ? resolved(script) : script, outside);
     }
 
-    void written_data()
-    {
-        QTest::addColumn<QByteArray>("options");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char *options, const char *text) {
-            QTest::newRow(QByteArray(options).simplified())
-                << QByteArray("input-xml: no\n") + options << QString::fromUtf8(text);
-        };
-        row("output-html: yes", "é日");
-        row("output-encoding: ascii\noutput-html: yes", "&eacute;&#26085;");
-        row("output-encoding: ascii\noutput-html: yes\nnumeric-entities: yes", "&#233;&#26085;");
-        row("output-encoding: ascii\noutput-xml: yes", "&#233;&#26085;");
-        row("output-encoding: latin1\noutput-html: yes", "é&#26085;");
-        row("char-encoding: mac\noutput-xhtml: yes", "&#233;&#26085;");
-        row("char-encoding: shiftjis\noutput-html: yes", "é日");
-        row("output-bom: yes\noutput-html: yes", "é日");
-    }
     void written()
     {
-        QFETCH(QByteArray, options);
-        const QString out = run(options, QStringLiteral("<title>t</title><p>&eacute;日</p>"));
-        QTEST(inside(out, "<p>", "</p>"), "text");
+        const std::tuple<QByteArray, const char *> rows[] = {
+            {"output-html: yes", "é日"},
+            {"output-encoding: ascii\noutput-html: yes", "&eacute;&#26085;"},
+            {"output-encoding: ascii\noutput-html: yes\nnumeric-entities: yes", "&#233;&#26085;"},
+            {"output-encoding: ascii\noutput-xml: yes", "&#233;&#26085;"},
+            {"output-encoding: latin1\noutput-html: yes", "é&#26085;"},
+            {"char-encoding: mac\noutput-xhtml: yes", "&#233;&#26085;"},
+            {"char-encoding: shiftjis\noutput-html: yes", "é日"},
+            {"output-bom: yes\noutput-html: yes", "é日"},
+        };
+        for (const auto &[options, text] : rows) {
+            const QString out = run("input-xml: no\n" + options, u"<title>t</title><p>&eacute;日</p>"_s);
+            QCOMPARE(inside(out, "<p>", "</p>"), QString::fromUtf8(text));
+        }
     }
 
 private:

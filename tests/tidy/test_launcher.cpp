@@ -7,6 +7,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QByteArray input = "<p>one<br>two\r\n";
@@ -25,35 +27,30 @@ private Q_SLOTS:
         desk_->write("o.txt", "left by an earlier run");
     }
 
-    void badDays_data()
-    {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<QByteArray>("output"); // empty: the input
-        const auto row = [](const char *name, const char *script, const char *output) {
-            QTest::newRow(name) << QByteArray(script) << QByteArray(output);
-        };
-        row("no fault", "echo good >\"$out\"; echo said >\"$err\"", "good\n");
-        row("warnings", "echo good >\"$out\"; exit 1", "good\n");
-        row("errors, forced output", "echo forced >\"$out\"; exit 2", "forced\n");
-        row("errors, no output", "exit 2", "");
-        row("nothing written", ": >\"$out\"", "");
-        row("strange code", "echo bad >\"$out\"; exit 127", "");
-        row("crash in mid-line", "printf '<p>ha' >\"$out\"; kill -SEGV $$", "");
-        row("output taken away", "mkdir \"$out\"", "");
-        row("killed when done", "echo good >\"$out\"; kill -9 $$", "");
-    }
     void badDays()
     {
-        QFETCH(QByteArray, script);
-        QFETCH(QByteArray, output);
-        QStringList left = entries();
-        desk_->fake(script);
-        launch();
-        QCOMPARE(desk_->content("o.txt"), output.isEmpty() ? input : output);
-        QCOMPARE(desk_->content("i.txt"), input);
-        left << QStringLiteral("d.txt") << QStringLiteral("f.txt");
-        left.sort();
-        QCOMPARE(entries(), left);
+        const std::tuple<const char *, QByteArray, QByteArray> rows[] = {
+            {"no fault", "echo good >\"$out\"; echo said >\"$err\"", "good\n"},
+            {"warnings", "echo good >\"$out\"; exit 1", "good\n"},
+            {"errors, forced output", "echo forced >\"$out\"; exit 2", "forced\n"},
+            {"errors, no output", "exit 2", ""},
+            {"nothing written", ": >\"$out\"", ""},
+            {"strange code", "echo bad >\"$out\"; exit 127", ""},
+            {"crash in mid-line", "printf '<p>ha' >\"$out\"; kill -SEGV $$", ""},
+            {"output taken away", "mkdir \"$out\"", ""},
+            {"killed when done", "echo good >\"$out\"; kill -9 $$", ""},
+        };
+        for (const auto &[name, script, output] : rows) {
+            init();
+            QStringList left = entries();
+            desk_->fake(script);
+            launch();
+            QCOMPARE(desk_->content("o.txt"), output.isEmpty() ? input : output);
+            QVERIFY2(desk_->content("i.txt") == input, name);
+            left << u"d.txt"_s << u"f.txt"_s;
+            left.sort();
+            QCOMPARE(entries(), left);
+        }
     }
 
     // Where links stand at the names of what is left, they go, and what they lead to stays.
@@ -93,35 +90,26 @@ private Q_SLOTS:
         QVERIFY(desk_->has("d.txt"));
     }
 
-    void realTidy_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("perRun"); // empty: the one shipped
-        QTest::addColumn<QByteArray>("has");
-        QTest::newRow("XML as shipped") << QByteArray("<a><b>1</b><c/></a>\r\n") << QByteArray()
-                                        << QByteArray("<a>\n     <b>1</b>\n     <c />\n</a>\n");
-        QTest::newRow("names other files")
-            << input
-            << QByteArray(
-                   "input-xml: no\noutput-file: x\nerror-file: x\ngnu-emacs-file: x\nwrite-back: yes\n")
-            << QByteArray("<br>");
-        QTest::newRow("unknown option")
-            << input << QByteArray("input-xml: no\nno-such-thing: 1\n") << QByteArray("<br>");
-    }
     void realTidy()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, perRun);
-        QFETCH(QByteArray, has);
-        desk_->write("i.txt", text);
-        if (!perRun.isEmpty())
-            desk_->write("default2.tidy", perRun);
-        launch();
-        QVERIFY2(desk_->content("o.txt").contains(has), desk_->content("o.txt").constData());
-        QVERIFY(!desk_->content("o.txt").contains("generator"));
-        QVERIFY(!QFile::exists(desk_->path() + QStringLiteral("/x")));
-        QCOMPARE(desk_->content("f.txt").contains("unknown option"), perRun.contains("no-such-thing"));
-        QCOMPARE(desk_->content("i.txt"), text);
+        const std::tuple<const char *, QByteArray, QByteArray, QByteArray> rows[] = {
+            {"XML as shipped", "<a><b>1</b><c/></a>\r\n", {}, "<a>\n     <b>1</b>\n     <c />\n</a>\n"},
+            {"names other files", input,
+             "input-xml: no\noutput-file: x\nerror-file: x\ngnu-emacs-file: x\nwrite-back: yes\n", "<br>"},
+            {"unknown option", input, "input-xml: no\nno-such-thing: 1\n", "<br>"},
+        };
+        for (const auto &[name, text, perRun, has] : rows) {
+            init();
+            desk_->write("i.txt", text);
+            if (!perRun.isEmpty())
+                desk_->write("default2.tidy", perRun);
+            launch();
+            QVERIFY2(desk_->content("o.txt").contains(has), desk_->content("o.txt").constData());
+            QVERIFY2(!desk_->content("o.txt").contains("generator"), name);
+            QVERIFY(!QFile::exists(desk_->path() + u"/x"_s));
+            QCOMPARE(desk_->content("f.txt").contains("unknown option"), perRun.contains("no-such-thing"));
+            QCOMPARE(desk_->content("i.txt"), text);
+        }
     }
 
     // Without a Tidy and without any file but the input the marker is made all the same.

@@ -12,6 +12,7 @@
 #include <memory>
 
 using namespace tidy;
+using namespace Qt::StringLiterals;
 
 class TestOptionValues : public QObject
 {
@@ -21,45 +22,7 @@ private Q_SLOTS:
     void init()
     {
         program_ = std::make_unique<QTemporaryDir>();
-        QVERIFY(QDir(folder()).mkdir(QStringLiteral("tdyex")));
-    }
-
-    void places()
-    {
-        const struct
-        {
-            int index;
-            const char *name;
-            const char *builtIn;
-        } rows[] = {{0, "add-xml-decl", "no"},
-                    {18, "input-xml", "no"},
-                    {23, "merge-divs", "yes"},
-                    {39, "word-2000", "no"},
-                    {40, "doctype", "auto"},
-                    {46, "new-pre-tags", ""},
-                    {48, "show-errors", "6"},
-                    {50, "indent", "no"},
-                    {62, "wrap", "68"},
-                    {63, "output-bom", "auto"},
-                    {66, "input-encoding", "latin1"},
-                    {68, "newline", "CRLF"},
-                    {74, "tidy-mark", "yes"},
-                    {76, "gnu-emacs-file", ""},
-                    {outputFileOption, "output-file", ""},
-                    {sentinelOption, "zelph", "zelph"}};
-        for (const auto &[index, name, builtIn] : rows) {
-            const Option &option = optionCatalogue()[size_t(index)];
-            QCOMPARE(option.nameText(), QString::fromLatin1(name));
-            QCOMPARE(option.builtInText(), QString::fromLatin1(builtIn));
-        }
-    }
-
-    void keys()
-    {
-        QCOMPARE(itemKey(50), QStringLiteral("50_"));
-        for (int index = 0; index < listedOptions; ++index)
-            QCOMPARE(lstkey(itemKey(index)), index);
-        QCOMPARE(lstkey(QStringLiteral("x_")), -1);
+        QVERIFY(QDir(folder()).mkdir(u"tdyex"_s));
     }
 
     void names()
@@ -89,22 +52,18 @@ private Q_SLOTS:
 
     void lines()
     {
-        const struct
-        {
-            const char *line;
-            int index;
-            const char *value;
-        } rows[] = {{"indent: auto", 50, "auto"},
-                    {"INDENT: yes", 50, "yes"},
-                    {"indent:yes", 50, "es"},
-                    {"indent:", 50, "no"},
-                    {"indent: ", 50, ""},
-                    {"indent", 50, "no"},
-                    {" indent: yes", 50, "no"},
-                    {"add-xml-decl: yes", 0, "yes"},
-                    {"doctype: -//A//B: C//EN", 40, "-//A//B: C//EN"},
-                    {"alt-text: \xE7\xB5\xB5", 42, "\xE7\xB5\xB5"},
-                    {"indent: yes\r\n\r\nindent: auto", 50, "auto"}};
+        const std::tuple<const char *, int, const char *> rows[]
+            = {{"indent: auto", 50, "auto"},
+               {"INDENT: yes", 50, "yes"},
+               {"indent:yes", 50, "es"},
+               {"indent:", 50, "no"},
+               {"indent: ", 50, ""},
+               {"indent", 50, "no"},
+               {" indent: yes", 50, "no"},
+               {"add-xml-decl: yes", 0, "yes"},
+               {"doctype: -//A//B: C//EN", 40, "-//A//B: C//EN"},
+               {"alt-text: \xE7\xB5\xB5", 42, "\xE7\xB5\xB5"},
+               {"indent: yes\r\n\r\nindent: auto", 50, "auto"}};
         for (const auto &[line, index, value] : rows) {
             write(line + QByteArray("\r\n\r\n"));
             QCOMPARE(OptionValues::read(folder()).value(index), QString::fromUtf8(value));
@@ -112,37 +71,30 @@ private Q_SLOTS:
     }
 
     // Steps are "index=value", parted by blanks; what is saved afterwards follows the file it began with.
-    void edits_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char *name, const char *before, const char *steps, const char *after) {
-            QTest::newRow(name) << QByteArray(before) << QString::fromLatin1(steps) << QByteArray(after);
-        };
-        row("nothing", "", "", "\r\n");
-        row("set", "", "50=auto", "indent: auto\r\n\r\n");
-        row("same value", "indent: auto\r\n", "50=auto", "indent: auto\r\n\r\n");
-        row("back to the default", "indent: auto\r\nwrap: 1\r\n", "50=no", "wrap: 1\r\n\r\n");
-        row("third value moves to the end", "indent: auto\r\nwrap: 1\r\n", "50=yes",
-            "wrap: 1\r\nindent: yes\r\n\r\n");
-        row("found in any case", "INDENT: AUTO\r\n", "50=yes", "indent: yes\r\n\r\n");
-        row("unknown lines are kept", "output-file: x\r\nodd\r\n\r\nfoo: 1\r\n", "62=70",
-            "output-file: x\r\nodd\r\nfoo: 1\r\nwrap: 70\r\n\r\n");
-        row("no such index", "", "77=x -1=x 78=x", "\r\n");
-    }
     void edits()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QString, steps);
-        write(before);
-        OptionValues options = OptionValues::read(folder());
-        for (const QString &step : steps.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-            const QStringList parts = step.split(QLatin1Char('='));
-            options.apply(parts.at(0).toInt(), parts.at(1));
+        const std::tuple<const char *, QByteArray, const char *, QByteArray> rows[] = {
+            {"nothing", "", "", "\r\n"},
+            {"set", "", "50=auto", "indent: auto\r\n\r\n"},
+            {"same value", "indent: auto\r\n", "50=auto", "indent: auto\r\n\r\n"},
+            {"back to the default", "indent: auto\r\nwrap: 1\r\n", "50=no", "wrap: 1\r\n\r\n"},
+            {"third value moves to the end", "indent: auto\r\nwrap: 1\r\n", "50=yes",
+             "wrap: 1\r\nindent: yes\r\n\r\n"},
+            {"found in any case", "INDENT: AUTO\r\n", "50=yes", "indent: yes\r\n\r\n"},
+            {"unknown lines are kept", "output-file: x\r\nodd\r\n\r\nfoo: 1\r\n", "62=70",
+             "output-file: x\r\nodd\r\nfoo: 1\r\nwrap: 70\r\n\r\n"},
+            {"no such index", "", "77=x -1=x 78=x", "\r\n"},
+        };
+        for (const auto &[name, before, steps, after] : rows) {
+            write(before);
+            OptionValues options = OptionValues::read(folder());
+            for (const QString &step : QString::fromLatin1(steps).split(u' ', Qt::SkipEmptyParts)) {
+                const QStringList parts = step.split(u'=');
+                options.apply(parts.at(0).toInt(), parts.at(1));
+            }
+            QVERIFY2(options.save(folder()), name);
+            QCOMPARE(content("default.tidy"), after);
         }
-        QVERIFY(options.save(folder()));
-        QTEST(content("default.tidy"), "after");
     }
 
     void skipped()
@@ -155,19 +107,19 @@ private Q_SLOTS:
             QVERIFY(!odd.isChanged(index));
             QCOMPARE(odd.value(index), missing.value(index));
         }
-        QVERIFY(!missing.save(folder() + QStringLiteral("/elsewhere")));
+        QVERIFY(!missing.save(folder() + u"/elsewhere"_s));
     }
 
 private:
     QString folder() const { return program_->path(); }
     QByteArray content(const char *name) const
     {
-        QFile file(folder() + QStringLiteral("/tdyex/") + QString::fromLatin1(name));
+        QFile file(folder() + u"/tdyex/"_s + QString::fromLatin1(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
     }
     void write(const QByteArray &text) const
     {
-        QFile file(folder() + QStringLiteral("/tdyex/default.tidy"));
+        QFile file(folder() + u"/tdyex/default.tidy"_s);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(text);
     }

@@ -46,17 +46,6 @@ private Q_SLOTS:
             QVERIFY2(after.contains(word.captured()), qPrintable(word.captured()));
     }
 
-    // What was converted once is XML, and stays so.
-    void again()
-    {
-        const auto text = files::readTextFile(QStringLiteral(XE_PAGES "/word_2000.html"));
-        QVERIFY(text);
-        const QByteArray once = converted(text->utf8, tidy::InputKind::Html, tidy::OutputKind::Xml);
-        const QByteArray twice = converted(once, tidy::InputKind::Xml, tidy::OutputKind::Xml);
-        QVERIFY(!dom::checkWellFormed(twice));
-        QVERIFY(twice.contains("München"));
-    }
-
 private:
     QByteArray converted(const QByteArray &utf8, tidy::InputKind input, tidy::OutputKind output) const
     {

@@ -9,6 +9,7 @@
 #include <QTest>
 
 using namespace launcher;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -24,7 +25,7 @@ QByteArray tidySays(const QStringList &arguments, QProcess::ProcessChannel chann
 // The names in a list of Tidy's: one at the start of each line.
 QByteArrayList namesIn(const QByteArray &list)
 {
-    static const QRegularExpression name(QStringLiteral("^([a-z][-a-z0-9]+) +\\S"));
+    static const QRegularExpression name(u"^([a-z][-a-z0-9]+) +\\S"_s);
     QByteArrayList names;
     for (const QByteArray &line : list.split('\n')) {
         const QRegularExpressionMatch match = name.match(QString::fromLatin1(line));
@@ -34,25 +35,6 @@ QByteArrayList namesIn(const QByteArray &list)
     return names;
 }
 
-// Every value that the dialog offers, and one for each kind of free text.
-QStringList valuesFor(const tidy::Option &option)
-{
-    switch (option.kind) {
-    case tidy::OptionKind::Number:
-        return {QStringLiteral("0"), QStringLiteral("32767")};
-    case tidy::OptionKind::Text:
-        return {QStringLiteral("a text")};
-    case tidy::OptionKind::TagList:
-        return {QStringLiteral("one, two"), QStringLiteral("one")};
-    case tidy::OptionKind::FixedYesNo:
-        return {QStringLiteral("yes"), QStringLiteral("no")};
-    case tidy::OptionKind::Doctype:
-        return tidy::offeredValues(option.kind) << QStringLiteral("-//ACME//DTD HTML 3//EN");
-    default:
-        return tidy::offeredValues(option.kind);
-    }
-}
-
 } // namespace
 
 class TestRunOptions : public QObject
@@ -60,55 +42,40 @@ class TestRunOptions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void configuration_data()
-    {
-        QTest::addColumn<QByteArray>("standing");
-        QTest::addColumn<QByteArray>("perRun");
-        QTest::addColumn<QByteArray>("input");
-        QTest::addColumn<QByteArray>("given");
-        const auto row = [](const char *name, const char *standing, const char *perRun, const char *given,
-                            const char *input = "<a>\r\n") {
-            QTest::newRow(name) << QByteArray(standing) << QByteArray(perRun) << QByteArray(input)
-                                << QByteArray(given);
-        };
-        row("nothing said", "", "", "force-output: yes\n");
-        row("no output wanted from errors", "force-output: no\r\n", "", "force-output: no\n");
-        row("the later one wins", "wrap: 1\nWRAP: 2\ninput-xml: yes\n", "input-xml: no\n",
-            "wrap: 2\ninput-xml: no\nforce-output: yes\n");
-        row("one output", "output-xml: yes\noutput-xhtml: yes", "output-html: yes",
-            "output-html: yes\nforce-output: yes\n");
-        row("renamed", "hide-endtags: yes", "", "omit-optional-tags: yes\nforce-output: yes\n");
-        row("what XML is never without",
-            "hide-endtags: yes\nshow-body-only: yes\nfix-bad-comments: no\nnumeric-entities: no",
-            "output-xml: yes",
-            "fix-bad-comments: no\noutput-xml: yes\nnumeric-entities: yes\nforce-output: yes\n");
-        row("names may stay in XHTML", "numeric-entities: no\nfix-bad-comments: no", "output-xhtml: yes",
-            "numeric-entities: no\nfix-bad-comments: no\noutput-xhtml: yes\nforce-output: yes\n");
-        row("kept parsable", "", "output-xhtml: yes",
-            "output-xhtml: yes\nnumeric-entities: yes\nfix-bad-comments: yes\nforce-output: yes\n");
-        row("no other files",
-            "write-back: yes\noutput-file: /x\nerror-file: ../y\ngnu-emacs-file: z\nsplit: yes", "",
-            "force-output: yes\n");
-        QTest::newRow("no other files, behind a zero byte")
-            << QByteArray("output-file\0a: /x\nwrite-back\0: yes\nwrap: 7\0output-file: /x", 58)
-            << QByteArray() << QByteArray("<a>\r\n") << QByteArray("force-output: yes\n");
-        row("identifier", "doctype: -//A//B//EN", "", "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
-        row("identifier in quotes", "doctype: \"-//A//B//EN\"", "",
-            "doctype: \"-//A//B//EN\"\nforce-output: yes\n");
-        row("comments, continued and odd lines",
-            "# no\n// no\n\nno colon\n: no name\nalt-text:\nnew-inline-tags: a,\n  b\n", "",
-            "new-inline-tags: a, b\nforce-output: yes\n");
-        row("line ends follow the text", "", "", "force-output: yes\nnewline: LF\n", "<a>\n</a>\r\n");
-        row("CR LF", "", "", "force-output: yes\nnewline: CRLF\n", "<a>\r\n</a>\r\n");
-        row("CR", "", "", "force-output: yes\nnewline: CR\n", "<a>\r</a>\r\n");
-        row("line ends were chosen", "newline: CR", "", "newline: CR\nforce-output: yes\n", "<a>\n</a>\r\n");
-    }
     void configuration()
     {
-        QFETCH(QByteArray, standing);
-        QFETCH(QByteArray, perRun);
-        QFETCH(QByteArray, input);
-        QTEST(reconciledOptions({standing, perRun}, input).configuration, "given");
+        const QByteArray text = "<a>\r\n";
+        const std::tuple<QByteArray, QByteArray, QByteArray, QByteArray> rows[] = {
+            {"", "", "force-output: yes\n", text},
+            {"force-output: no\r\n", "", "force-output: no\n", text},
+            {"wrap: 1\nWRAP: 2\ninput-xml: yes\n", "input-xml: no\n",
+             "wrap: 2\ninput-xml: no\nforce-output: yes\n", text},
+            {"output-xml: yes\noutput-xhtml: yes", "output-html: yes",
+             "output-html: yes\nforce-output: yes\n", text},
+            {"hide-endtags: yes", "", "omit-optional-tags: yes\nforce-output: yes\n", text},
+            {"hide-endtags: yes\nshow-body-only: yes\nfix-bad-comments: no\nnumeric-entities: no",
+             "output-xml: yes",
+             "fix-bad-comments: no\noutput-xml: yes\nnumeric-entities: yes\nforce-output: yes\n", text},
+            {"numeric-entities: no\nfix-bad-comments: no", "output-xhtml: yes",
+             "numeric-entities: no\nfix-bad-comments: no\noutput-xhtml: yes\nforce-output: yes\n", text},
+            {"", "output-xhtml: yes",
+             "output-xhtml: yes\nnumeric-entities: yes\nfix-bad-comments: yes\nforce-output: yes\n", text},
+            {"write-back: yes\noutput-file: /x\nerror-file: ../y\ngnu-emacs-file: z\nsplit: yes", "",
+             "force-output: yes\n", text},
+            {QByteArray("output-file\0a: /x\nwrite-back\0: yes\nwrap: 7\0output-file: /x", 58), "",
+             "force-output: yes\n", text},
+            {"doctype: -//A//B//EN", "", "doctype: \"-//A//B//EN\"\nforce-output: yes\n", text},
+            {"doctype: \"-//A//B//EN\"", "", "doctype: \"-//A//B//EN\"\nforce-output: yes\n", text},
+            {"# no\n// no\n\nno colon\n: no name\nalt-text:\nnew-inline-tags: a,\n  b\n", "",
+             "new-inline-tags: a, b\nforce-output: yes\n", text},
+            {"", "", "force-output: yes\nnewline: LF\n", "<a>\n</a>\r\n"},
+            {"", "", "force-output: yes\nnewline: CRLF\n", "<a>\r\n</a>\r\n"},
+            {"", "", "force-output: yes\nnewline: CR\n", "<a>\r</a>\r\n"},
+            {"newline: CR", "", "newline: CR\nforce-output: yes\n", "<a>\n</a>\r\n"},
+        };
+        for (const auto &[standing, perRun, given, input] : rows) {
+            QCOMPARE(reconciledOptions({standing, perRun}, input).configuration, given);
+        }
     }
 
     // Whatever the catalogue holds is known to the installed Tidy under its present name, or left out for a
@@ -117,7 +84,7 @@ private Q_SLOTS:
     {
         const QByteArrayList settledHere{"write-back",    "output-file",    "error-file",
                                          "char-encoding", "input-encoding", "output-encoding"};
-        for (const QString &list : {QStringLiteral("-help-config"), QStringLiteral("-show-config")}) {
+        for (const QString &list : {u"-help-config"_s, u"-show-config"_s}) {
             const QByteArrayList known = namesIn(tidySays({list}, QProcess::StandardOutput));
             QVERIFY(known.size() > 50);
             for (int index = 0; index < tidy::sentinelOption; ++index) {
@@ -134,18 +101,23 @@ private Q_SLOTS:
     void offeredValues()
     {
         const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("configuration"));
+        const QString path = folder.filePath(u"configuration"_s);
         for (int index = 0; index < tidy::listedOptions; ++index) {
             const tidy::Option &option = tidy::optionCatalogue()[size_t(index)];
-            for (const QString &value : valuesFor(option)) {
+            QStringList values = tidy::offeredValues(option.kind);
+            values.append(option.builtInText());
+            if (option.kind == tidy::OptionKind::Text || option.kind == tidy::OptionKind::TagList)
+                values.append(u"one, two"_s);
+            for (const QString &value : std::as_const(values)) {
+                if (value.isEmpty())
+                    continue;
                 const QByteArray line = option.name + QByteArray(": ") + value.toUtf8();
                 QFile file(path);
                 QVERIFY(file.open(QIODevice::WriteOnly));
                 file.write(reconciledOptions({line}, "").configuration);
                 file.close();
                 const QByteArray complaint
-                    = tidySays({QStringLiteral("-config"), path, QStringLiteral("-show-config")},
-                               QProcess::StandardError);
+                    = tidySays({u"-config"_s, path, u"-show-config"_s}, QProcess::StandardError);
                 QVERIFY2(complaint.isEmpty(), (line + '\n' + complaint).constData());
             }
         }

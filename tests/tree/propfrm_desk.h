@@ -71,6 +71,26 @@ public:
             turnTo(form.get());
     }
 
+    // Acts parted by " | ": "select" and a row of the list; a field or a box and what goes into it; else a
+    // button, with the name and the value that the Attribute dialog is to be given.
+    void act(const char *acts) const
+    {
+        for (const QString &act : q(acts).split(q(" | "), Qt::SkipEmptyParts)) {
+            const QByteArray name = act.section(u' ', 0, 0).toUtf8();
+            const QByteArray rest = act.section(u' ', 1).toUtf8();
+            if (name == "select")
+                select(rest.toInt());
+            else if (box(name) != nullptr)
+                box(name)->replaceText(rest);
+            else if (line(name) != nullptr)
+                line(name)->setText(q(rest));
+            else if (rest.isEmpty())
+                press(name);
+            else
+                attributeBy(name, act.section(u' ', 1, 1).toUtf8(), act.section(u' ', 2).toUtf8());
+        }
+    }
+
     dom::Document document;
     TreeModel model{document};
     dialogs::ScriptedDialogs dialogs;

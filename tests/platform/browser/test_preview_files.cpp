@@ -12,41 +12,28 @@ class TestPreviewFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void kinds_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QByteArray>("asDocument");
-        QTest::addColumn<QByteArray>("byPage");
-        const auto row
-            = [](const char *path, const QByteArray &content, const char *asDocument, const char *byPage) {
-                  QTest::newRow(path)
-                      << QString::fromLatin1(path) << content << QByteArray(asDocument) << QByteArray(byPage);
-              };
-        row("/a/doc.xml0", "", "text/xml", "text/xml");
-        row("/a/doc.XML12", "", "text/xml", "text/xml");
-        row("/a/style.xsl3", "", "text/xml", "text/xml");
-        row("/a/page.html0", "<?xml?>", "text/html", "text/html");
-        row("/a/c.css0", "<x", "text/css", "text/css");
-        row("/a/f.woff2", "", "font/woff2", "font/woff2");
-        row("/a/f.woff20", "", "font/woff2", "font/woff2");
-        row("/a/d.dtd0", "<!ELEMENT a EMPTY>", "text/plain", "text/plain");
-        row("/a/feed.2024", "\xEF\xBB\xBF <?xml version='1.0'?>", "text/xml", "text/xml");
-        row("/a/noend0", "<Root/>", "text/xml", "text/xml");
-        row("/a/noend1", "\n<!doctype HTML><p>", "text/html", "text/html");
-        row("/a/wide", QByteArray("\xFF\xFE<\0?\0x\0", 8), "text/xml", "text/xml");
-        row("/etc/passwd", "root:x:0:0", "text/plain", "");
-        row("/a/key.pem", "----", "text/plain", "");
-        row("/a/xml", "<", "text/plain", "");
-        row("/a/a.b/none", "", "text/plain", "");
-        row("/a/doc.pdf", "%PDF-1.7", "text/plain", "");
-    }
     void kinds()
     {
-        QFETCH(QString, path);
-        QFETCH(QByteArray, content);
-        QTEST(mediaType(path, content, Wanted::AsDocument), "asDocument");
-        QTEST(mediaType(path, content, Wanted::ByPage), "byPage");
+        const std::tuple<const char *, QByteArray, QByteArray, QByteArray> rows[] = {
+            {"/a/doc.xml0", "", "text/xml", "text/xml"},
+            {"/a/page.html0", "<?xml?>", "text/html", "text/html"},
+            {"/a/c.css0", "<x", "text/css", "text/css"},
+            {"/a/f.woff20", "", "font/woff2", "font/woff2"},
+            {"/a/d.dtd0", "<!ELEMENT a EMPTY>", "text/plain", "text/plain"},
+            {"/a/feed.2024", "\xEF\xBB\xBF <?xml version='1.0'?>", "text/xml", "text/xml"},
+            {"/a/noend0", "<Root/>", "text/xml", "text/xml"},
+            {"/a/noend1", "\n<!doctype HTML><p>", "text/html", "text/html"},
+            {"/a/wide", QByteArray("\xFF\xFE<\0?\0x\0", 8), "text/xml", "text/xml"},
+            {"/etc/passwd", "root:x:0:0", "text/plain", ""},
+            {"/a/key.pem", "----", "text/plain", ""},
+            {"/a/xml", "<", "text/plain", ""},
+            {"/a/a.b/none", "", "text/plain", ""},
+            {"/a/doc.pdf", "%PDF-1.7", "text/plain", ""},
+        };
+        for (const auto &[path, content, asDocument, byPage] : rows) {
+            QCOMPARE(mediaType(QLatin1String(path), content, Wanted::AsDocument), asDocument);
+            QCOMPARE(mediaType(QLatin1String(path), content, Wanted::ByPage), byPage);
+        }
     }
 
     void urls()
@@ -68,30 +55,24 @@ private Q_SLOTS:
             QCOMPARE(pathOfPreviewUrl(QUrl(QString::fromLatin1(foreign))), QString());
     }
 
-    void styleInstructions_data()
-    {
-        QTest::addColumn<QByteArray>("xml");
-        QTest::addColumn<QByteArray>("modern");
-        const auto row = [](const char *name, const char *xml, const char *modern) {
-            QTest::newRow(name) << QByteArray(xml) << QByteArray(modern);
-        };
-        row("alone", "<?xml:stylesheet href='a'?><r/>", "<?xml-stylesheet href='a'?><r/>");
-        row("behind the rest",
-            "<?xml version='1.0'?>\r\n<!-- > --><!DOCTYPE r [<!ENTITY a '>'>]>\n<?xml:stylesheet b?><r/>",
-            "<?xml version='1.0'?>\r\n<!-- > --><!DOCTYPE r [<!ENTITY a '>'>]>\n<?xml-stylesheet b?><r/>");
-        row("system type", "<!DOCTYPE r SYSTEM \"r.dtd\"><?xml:stylesheet [?><r/>",
-            "<!DOCTYPE r SYSTEM \"r.dtd\"><?xml-stylesheet [?><r/>");
-        row("in the root", "<r><?xml:stylesheet a?></r>", "<r><?xml:stylesheet a?></r>");
-        row("in a comment", "<!-- <?xml:stylesheet a?> --><r/>", "<!-- <?xml:stylesheet a?> --><r/>");
-        row("longer name", "<?xml:stylesheets a?><r/>", "<?xml:stylesheets a?><r/>");
-        row("cut off", "<!DOCTYPE r [", "<!DOCTYPE r [");
-        row("cut off in it", "<?xml:stylesheet", "<?xml:stylesheet");
-        row("nothing", "", "");
-    }
     void styleInstructions()
     {
-        QFETCH(QByteArray, xml);
-        QTEST(withModernStyleInstructions(xml), "modern");
+        const std::tuple<const char *, QByteArray, QByteArray> rows[] = {
+            {"alone", "<?xml:stylesheet href='a'?><r/>", "<?xml-stylesheet href='a'?><r/>"},
+            {"behind the rest",
+             "<?xml version='1.0'?>\r\n<!-- > --><!DOCTYPE r [<!ENTITY a '>'>]>\n<?xml:stylesheet b?><r/>",
+             "<?xml version='1.0'?>\r\n<!-- > --><!DOCTYPE r [<!ENTITY a '>'>]>\n<?xml-stylesheet b?><r/>"},
+            {"system type", "<!DOCTYPE r SYSTEM \"r.dtd\"><?xml:stylesheet [?><r/>",
+             "<!DOCTYPE r SYSTEM \"r.dtd\"><?xml-stylesheet [?><r/>"},
+            {"in the root", "<r><?xml:stylesheet a?></r>", "<r><?xml:stylesheet a?></r>"},
+            {"in a comment", "<!-- <?xml:stylesheet a?> --><r/>", "<!-- <?xml:stylesheet a?> --><r/>"},
+            {"longer name", "<?xml:stylesheets a?><r/>", "<?xml:stylesheets a?><r/>"},
+            {"cut off", "<!DOCTYPE r [", "<!DOCTYPE r ["},
+            {"cut off in it", "<?xml:stylesheet", "<?xml:stylesheet"},
+            {"nothing", "", ""},
+        };
+        for (const auto &[name, xml, modern] : rows)
+            QCOMPARE(withModernStyleInstructions(xml), modern);
     }
 };
 

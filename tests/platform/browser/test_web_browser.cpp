@@ -1,28 +1,17 @@
 // The embedded browser with real pages, on a private folder of files.
-#include "platform/browser/browser_process.h"
 #include "platform/browser/web_browser.h"
+#include "tests/platform/browser/pages.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QWebEngineHistory>
-#include <QWebEnginePage>
-#include <QtTest>
 #include <csignal>
 #include <functional>
-#include <optional>
 
+using namespace browser_test;
 using browser::WebBrowser;
 
 namespace {
 
-constexpr int kPatience = 10000; // ms; only ever waited out by a fault
-
-const char kSheet[] = "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
-                      "<xsl:import href='sub/part.xsl'/>"
-                      "<xsl:template match='/'><html><body><h1>Made</h1><xsl:apply-templates/></body></html>"
-                      "</xsl:template></xsl:stylesheet>";
-const char kPart[] = "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
-                     "<xsl:template match='i'>[<xsl:value-of select='.'/>]</xsl:template></xsl:stylesheet>";
 const char kXslt[] = "<?xml version='1.0'?><?xml-stylesheet type='text/xsl' href='a.xsl'?><r><i>one</i></r>";
 
 } // namespace
@@ -35,6 +24,8 @@ private Q_SLOTS:
     void init()
     {
         folder_ = std::make_unique<QTemporaryDir>();
+        write(QStringLiteral("a.xsl"), kSheet);
+        write(QStringLiteral("sub/part.xsl"), kPart);
         if (!profile_)
             profile_ = browser::warmUp();
         browser_ = std::make_unique<WebBrowser>(profile_);
@@ -45,42 +36,28 @@ private Q_SLOTS:
 
     void cleanup() { browser_.reset(); }
 
-    void showsDocuments_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("colour"); // of the root element, empty when it does not matter
-        const auto row = [](const char *title, const char *name, const char *bytes, const char *shown,
-                            const char *colour = "") {
-            QTest::newRow(title) << QString::fromUtf8(name) << QByteArray(bytes) << QString::fromUtf8(shown)
-                                 << QString::fromUtf8(colour);
-        };
-        row("transformed", "doc.xml", kXslt, "Made [one]");
-        row("transformed copy", "doc.xml0", kXslt, "Made [one]");
-        row("early instruction", "doc.xml3",
-            "<?xml:stylesheet type='text/xsl' href='a.xsl'?><r><i>one</i></r>", "Made [one]");
-        row("styled copy", "doc.xml0", "<?xml-stylesheet type='text/css' href='css/a.css'?><r>plain</r>",
-            "plain", "rgb(1, 2, 3)");
-        row("page", "page.html0", "<link rel=stylesheet href='css/a.css'><h1>Head</h1>", "Head",
-            "rgb(1, 2, 3)");
-        row("copy of anything", "thing0", "<?xml-stylesheet type='text/css' href='css/a.css'?><r>any</r>",
-            "any", "rgb(1, 2, 3)");
-        row("plain", "notes.txt0", "just <b>words", "just <b>words");
-    }
     void showsDocuments()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, colour);
-        write(QStringLiteral("a.xsl"), kSheet);
-        write(QStringLiteral("sub/part.xsl"), kPart);
-        write(QStringLiteral("css/a.css"), ":root { color: rgb(1, 2, 3); display: block }");
-        const QString path = write(name, bytes);
-        load([&] { browser_->navigate(path); });
-        QTEST(text(), "shown");
-        if (!colour.isEmpty())
-            QCOMPARE(run("getComputedStyle(document.documentElement).color").toString(), colour);
+        const QString made = u"Made [one]"_qs;
+        const QString inked = u"rgb(1, 2, 3)"_qs;
+        const std::tuple<QString, QByteArray, QString, QString> rows[] = {
+            {u"doc.xml"_qs, kXslt, made, {}},
+            {u"doc.xml0"_qs, kXslt, made, {}},
+            {u"doc.xml3"_qs, "<?xml:stylesheet type='text/xsl' href='a.xsl'?><r><i>one</i></r>", made, {}},
+            {u"doc.xml0"_qs, "<?xml-stylesheet type='text/css' href='css/a.css'?><r>plain</r>", u"plain"_qs,
+             inked},
+            {u"page.html0"_qs, "<link rel=stylesheet href='css/a.css'><h1>Head</h1>", u"Head"_qs, inked},
+            {u"thing0"_qs, "<?xml-stylesheet type='text/css' href='css/a.css'?><r>any</r>", u"any"_qs, inked},
+            {u"notes.txt0"_qs, "just <b>words", u"just <b>words"_qs, {}},
+        };
+        for (const auto &[name, bytes, shown, colour] : rows) {
+            write(QStringLiteral("css/a.css"), ":root { color: rgb(1, 2, 3); display: block }");
+            const QString path = write(name, bytes);
+            load([&] { browser_->navigate(path); });
+            QCOMPARE(text(), shown);
+            if (!colour.isEmpty())
+                QCOMPARE(run("getComputedStyle(document.documentElement).color").toString(), colour);
+        }
     }
 
     void followsOddNames()
@@ -97,8 +74,6 @@ private Q_SLOTS:
 
     void showsTextInPlaceOfAFile()
     {
-        write(QStringLiteral("a.xsl"), kSheet);
-        write(QStringLiteral("sub/part.xsl"), kPart);
         const QString path = folder_->filePath(QStringLiteral("doc.xml0"));
         load([&] { browser_->showText(kXslt, path); });
         QCOMPARE(text(), u"Made [one]"_qs);
@@ -124,19 +99,6 @@ private Q_SLOTS:
         QCOMPARE(run("document.title").toString(), u"kept"_qs);
     }
 
-    void linksElsewhereGoNowhere()
-    {
-        write(QStringLiteral("other.html"), "<body>other");
-        const QString path
-            = write(QStringLiteral("page.html"),
-                    "<body>page<a id=out href='file:///etc/passwd'></a><a id=in href='other.html'></a>");
-        load([&] { browser_->navigate(path); });
-        run("document.getElementById('out').click()");
-        QCOMPARE(text(), u"page"_qs);
-        load([&] { run("document.getElementById('in').click()"); });
-        QCOMPARE(text(), u"other"_qs);
-    }
-
     void dialogsDoNotBlock()
     {
         const QString path = write(QStringLiteral("page.html"),
@@ -157,8 +119,6 @@ private Q_SLOTS:
     void isAlwaysFresh()
     {
         const QString path = write(QStringLiteral("doc.xml0"), kXslt);
-        write(QStringLiteral("a.xsl"), kSheet);
-        write(QStringLiteral("sub/part.xsl"), kPart);
         load([&] { browser_->navigate(path); });
         write(QStringLiteral("doc.xml0"), QByteArray(kXslt).replace("one", "two"));
         write(QStringLiteral("a.xsl"), QByteArray(kSheet).replace("Made", "Anew"));
@@ -169,28 +129,6 @@ private Q_SLOTS:
         write(QStringLiteral("a.xsl"), QByteArray(kSheet).replace("Made", "Again"));
         load([&] { browser_->reload(); });
         QCOMPARE(text(), u"Again (two]"_qs);
-    }
-
-    void missingFileAppears()
-    {
-        const QString path = folder_->filePath(QStringLiteral("late.html"));
-        load([&] { browser_->navigate(path); });
-        write(QStringLiteral("late.html"), "<body>there");
-        load([&] { browser_->reload(); });
-        QCOMPARE(text(), u"there"_qs);
-    }
-
-    void goesBackAndForward()
-    {
-        const QString one = write(QStringLiteral("one.html"), "<body>one");
-        const QString two = write(QStringLiteral("two.html"), "<body>two");
-        load([&] { browser_->navigate(one); });
-        browser_->back(); // nowhere to go
-        load([&] { browser_->navigate(two); });
-        load([&] { browser_->back(); });
-        QCOMPARE(text(), u"one"_qs);
-        load([&] { browser_->forward(); });
-        QCOMPARE(text(), u"two"_qs);
     }
 
     void outlivesACrash()
@@ -222,14 +160,9 @@ private Q_SLOTS:
     }
 
 private:
-    QString write(const QString &name, const QByteArray &bytes)
+    QString write(const QString &name, const QByteArray &bytes) const
     {
-        const QString path = folder_->filePath(name);
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("cannot write %s", qPrintable(path));
-        return path;
+        return browser_test::write(folder_->filePath(name), bytes);
     }
 
     // Waits until what start begins has been loaded, well or not.
@@ -240,19 +173,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(!finished.isEmpty(), kPatience);
     }
 
-    // What ask hands its function, later; maybe when nobody waits any more.
-    template <typename T, typename Ask>
-    T awaited(Ask ask)
-    {
-        const auto answer = std::make_shared<std::optional<T>>();
-        ask([answer](const T &value) { *answer = value; });
-        [&] { QTRY_VERIFY_WITH_TIMEOUT(answer->has_value(), kPatience); }();
-        return answer->value_or(T());
-    }
-    QString text()
-    {
-        return awaited<QString>([this](auto take) { browser_->page()->toPlainText(take); }).simplified();
-    }
+    QString text() { return textOf(browser_->page()); }
     QVariant run(const char *script)
     {
         return awaited<QVariant>(
@@ -264,12 +185,5 @@ private:
     std::unique_ptr<WebBrowser> browser_;
 };
 
-int main(int argc, char **argv)
-{
-    browser::prepareProcess();
-    QApplication application(argc, argv);
-    TestWebBrowser test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+BROWSER_TEST_MAIN(TestWebBrowser)
 #include "test_web_browser.moc"

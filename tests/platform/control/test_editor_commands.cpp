@@ -2,6 +2,7 @@
 #include "platform/control/code_editor.h"
 #include "platform/control/editor_commands.h"
 #include "platform/control/editor_look.h"
+#include "tests/platform/control/marked_text.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -13,29 +14,6 @@ using namespace control;
 using S = QsciScintillaBase;
 
 namespace {
-
-// Texts show the caret as "|", or the selection as "{...}" with the caret at its end.
-void putMarked(CodeEditor &editor, QByteArray marked)
-{
-    const qsizetype caret = marked.indexOf('|');
-    const qsizetype start = marked.indexOf('{');
-    const qsizetype end = marked.indexOf('}') - 1;
-    marked.replace("|", "").replace("{", "").replace("}", "");
-    editor.loadText(marked);
-    if (start >= 0)
-        editor.send(S::SCI_SETSEL, ulong(start), long(end));
-    else
-        editor.send(S::SCI_GOTOPOS, ulong(caret));
-}
-
-QByteArray marked(const CodeEditor &editor)
-{
-    const ByteRange selected = editor.selection();
-    QByteArray text = editor.text();
-    if (selected.length() == 0)
-        return text.insert(selected.end, '|');
-    return text.insert(selected.end, '}').insert(selected.start, '{');
-}
 
 // Everything that a command can change, in one string.
 QByteArray observed(const CodeEditor &editor)
@@ -139,16 +117,12 @@ private Q_SLOTS:
             QVERIFY(!editor.execute(number));
     }
 
-    void commandChangesText_data()
+    void commandChangesText()
     {
-        QTest::addColumn<int>("command");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
         struct Row
         {
             int command;
-            const char *before;
-            const char *after;
+            QByteArray before, after;
         };
         const Row rows[] = {
             {125,
@@ -222,24 +196,42 @@ private Q_SLOTS:
             {148, "{aB\xC3\xA4}", "{Ab\xC3\x84}"},
             {149, "a\r\nb\nc|\rd", "a\r\nb\r\nc|\r\nd"},
         };
-        for (const Row &row : rows)
-            QTest::addRow("%d %s", row.command, row.before)
-                << row.command << QByteArray(row.before) << QByteArray(row.after);
+        for (const auto &[command, before, after] : rows) {
+            CodeEditor editor;
+            editor.setLanguage(Language::Xml);
+            putMarked(editor, before);
+            const QByteArray plain = editor.text();
+            editor.execute(command);
+            QVERIFY2(marked(editor) == after,
+                     QByteArray::number(command) + ' ' + before + ' ' + marked(editor));
+            // One command is one step of undo.
+            editor.undo();
+            QCOMPARE(editor.text(), plain);
+        }
     }
-    void commandChangesText()
+
+    // Many lines are shifted as one edit, and a bookmark among them has them shifted one by one.
+    void manyLinesShiftAsFewDo()
     {
-        QFETCH(int, command);
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, after);
-        CodeEditor editor;
-        editor.setLanguage(Language::Xml);
-        putMarked(editor, before);
-        const QByteArray plain = editor.text();
-        editor.execute(command);
-        QCOMPARE(marked(editor), after);
-        // One command is one step of undo.
-        editor.undo();
-        QCOMPARE(editor.text(), plain);
+        const QByteArray lines = "a\n\tb\r\n  c\r \t d\n\n   \n\xC3\xA4\t\n      <e>\n";
+        for (const int command : {163, 127, 128, 129}) {
+            QByteArrayList results;
+            for (const bool bookmark : {false, true}) {
+                CodeEditor editor;
+                editor.loadText(lines.repeated(200) + "last");
+                editor.placeCaret(700, 0);
+                if (bookmark)
+                    editor.execute(204);
+                editor.send(S::SCI_SETSEL, 1, editor.send(S::SCI_GETLENGTH) - 2);
+                editor.execute(command);
+                results += editor.text();
+                if (command == 163 || command == 127)
+                    results.last() += marked(editor);
+                editor.undo();
+                QCOMPARE(editor.text(), lines.repeated(200) + "last");
+            }
+            QCOMPARE(results.at(0), results.at(1));
+        }
     }
 
     void noCommandIsIdle_data()

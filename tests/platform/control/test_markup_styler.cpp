@@ -2,7 +2,9 @@
 #include "platform/control/code_editor.h"
 #include "platform/control/markup_map.h"
 
+#include <QSignalSpy>
 #include <QTest>
+#include <map>
 #include <random>
 
 using namespace control;
@@ -44,66 +46,37 @@ Reading readInPieces(const QByteArray &text, std::mt19937 &random)
 // One letter for a style, so that a table can be read.
 QByteArray letters(const QByteArray &styles)
 {
-    const std::pair<MarkupStyle, char> names[] = {{TextMarkup, '.'},
-                                                  {NameMarkup, 'n'},
-                                                  {AttributeMarkup, 'a'},
-                                                  {DoubleQuotedMarkup, 's'},
-                                                  {SingleQuotedMarkup, 's'},
-                                                  {TagMarkup, '<'},
-                                                  {CommentMarkup, 'c'},
-                                                  {ReferenceMarkup, '&'},
-                                                  {InstructionMarkup, '?'},
-                                                  {SectionMarkup, 'x'},
-                                                  {BareValueMarkup, 'b'},
-                                                  {DeclarationMarkup, 'd'},
-                                                  {DeclarationStringMarkup, 'q'},
-                                                  {EqualsMarkup, '='}};
+    const std::map<char, char> names = {{TextMarkup, '.'},
+                                        {NameMarkup, 'n'},
+                                        {AttributeMarkup, 'a'},
+                                        {DoubleQuotedMarkup, 's'},
+                                        {SingleQuotedMarkup, 's'},
+                                        {TagMarkup, '<'},
+                                        {CommentMarkup, 'c'},
+                                        {ReferenceMarkup, '&'},
+                                        {InstructionMarkup, '?'},
+                                        {SectionMarkup, 'x'},
+                                        {BareValueMarkup, 'b'},
+                                        {DeclarationMarkup, 'd'},
+                                        {DeclarationStringMarkup, 'q'},
+                                        {EqualsMarkup, '='}};
     QByteArray result = styles;
     for (char &c : result)
-        for (const auto &[style, name] : names)
-            if (c == style) {
-                c = name;
-                break;
-            }
+        c = names.at(c);
     return result;
 }
 
 // Markup and torn markup, one piece after the other.
 QByteArray randomText(std::mt19937 &random, int pieces)
 {
-    static const QByteArray all[] = {"<a>",
-                                     "</a>",
-                                     "<b c=\"d\">",
-                                     "</b>",
-                                     "<e/>",
-                                     "\n",
-                                     "text ",
-                                     "&amp;",
-                                     "<!-- x -->",
-                                     "<!--",
-                                     "-->",
-                                     "--",
-                                     "<![CDATA[",
-                                     "]]>",
-                                     "]",
-                                     "<?p i?>",
-                                     "<?",
-                                     "?>",
-                                     "<!DOCTYPE r [\n<!ENTITY e '<'>\n]>",
-                                     "<!",
-                                     "[",
-                                     "<",
-                                     ">",
-                                     "/",
-                                     "\"",
-                                     "'",
-                                     "=",
-                                     "&",
-                                     "%p;",
-                                     "x='1 &lt; 2'",
-                                     "\r\n",
-                                     "<f g=h",
-                                     ";"};
+    // clang-format off
+    static const QByteArray all[] = {
+        "<a>", "</a>", "<b c=\"d\">", "</b>", "<e/>", "\n", "text ", "&amp;", "<!-- x -->", "<!--",
+        "-->", "--", "<![CDATA[", "]]>", "]", "<?p i?>", "<?", "?>",
+        "<!DOCTYPE r [\n<!ENTITY e '<'>\n]>", "<!", "[", "<", ">", "/", "\"", "'", "=", "&", "%p;",
+        "x='1 &lt; 2'", "\r\n", "<f g=h", ";",
+    };
+    // clang-format on
     QByteArray text;
     for (int i = 0; i < pieces; ++i)
         text += all[random() % std::size(all)];
@@ -208,6 +181,42 @@ private Q_SLOTS:
                 QCOMPARE(styler.state(), place.state);
             }
         }
+    }
+
+    // Long runs are parted into pieces of looks of their own; the styles are otherwise the same.
+    void longLinesArePartedAndStyled()
+    {
+        std::mt19937 random(5);
+        QByteArray text = "<r>";
+        while (text.size() < 1'500'000)
+            text += "<a b='" + QByteArray(int(random() % 90), 'v') + "'>"
+                + QByteArray("w\xC3\xA4rds ").repeated(20)
+                + randomText(random, 3).replace("\n", "").replace("\r", "");
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        QSignalSpy noted(&editor, &CodeEditor::noted);
+        editor.loadText(text);
+        editor.show();
+        for (int round = 0; round < 6; ++round) {
+            editor.send(S::SCI_GOTOPOS,
+                        ulong(editor.send(S::SCI_POSITIONAFTER, random() % ulong(text.size()))));
+            editor.perform({0, round % 2 == 0 ? "<" : "\xC3\xA4"});
+            editor.viewport()->repaint();
+            const QByteArray now = editor.text();
+            const QByteArray styles = readWhole(now).styles;
+            int piece = 0;
+            for (long at = 0; at < now.size(); ++at) {
+                const long style = editor.send(S::SCI_GETSTYLEAT, ulong(at));
+                QCOMPARE(style & 63, long(styles.at(at)));
+                const bool begins = at == 0 || style != editor.send(S::SCI_GETSTYLEAT, ulong(at - 1));
+                QVERIFY(!begins || (uchar(now.at(at)) & 0xC0) != 0x80);
+                piece = begins ? 1 : piece + 1;
+                QVERIFY(piece < 30);
+            }
+            editor.undo();
+            QCOMPARE(editor.text(), text);
+        }
+        QTRY_COMPARE(noted.size(), 1);
     }
 
     void guessesComeRight()

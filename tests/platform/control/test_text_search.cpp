@@ -129,25 +129,18 @@ private Q_SLOTS:
     }
 
     // Pieces of the text are searched one by one; no match may fall between them.
-    void findsTheSameBackwards_data()
-    {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<int>("flags");
-        QTest::newRow("bytes") << QStringLiteral("match") << int(Case);
-        QTest::newRow("word") << QStringLiteral("MATCH") << int(Word);
-        QTest::newRow("expression") << QStringLiteral("\\w*tch$") << int(Regex);
-    }
     void findsTheSameBackwards()
     {
-        QFETCH(QString, pattern);
-        QFETCH(int, flags);
         QByteArray text;
         for (int line = 0; line < 5000; ++line)
             text += QByteArray(line % 37, ' ') + (line % 11 == 0 ? "a match\r\n" : "\xC3\xA4 line\r\n");
-        const TextSearch search(patternOf(pattern, flags));
-        const QString found = forwards(search, SearchArea(text));
-        QCOMPARE(found.count(u' '), 454);
-        QCOMPARE(backwards(search, SearchArea(text)), found);
+        for (const auto &[pattern, flags] : {std::pair("match", int(Case)), std::pair("MATCH", int(Word)),
+                                             std::pair("\\w*tch$", int(Regex))}) {
+            const TextSearch search(patternOf(QString::fromLatin1(pattern), flags));
+            const QString found = forwards(search, SearchArea(text));
+            QCOMPARE(found.count(u' '), 454);
+            QCOMPARE(backwards(search, SearchArea(text)), found);
+        }
     }
 
     void keepsToItsArea()
@@ -163,25 +156,22 @@ private Q_SLOTS:
                  QStringLiteral("1-2 4-5"));
     }
 
-    void tellsFaults_data()
-    {
-        QTest::addColumn<QString>("expression");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<int>("place");
-        QTest::newRow("bracket") << QStringLiteral("\u00E4(b") << int(Regex) << 3;
-        QTest::newRow("bracket closes nothing") << QStringLiteral("a)b") << int(Regex | Word) << 1;
-        QTest::newRow("repeats nothing") << QStringLiteral("ab|*") << int(Regex) << 3;
-        QTest::newRow("single bytes") << QStringLiteral("\\C") << int(Regex) << 2;
-    }
     void tellsFaults()
     {
-        QFETCH(QString, expression);
-        QFETCH(int, flags);
-        const TextSearch search(patternOf(expression, flags));
-        QVERIFY(search.fault());
-        QVERIFY(!search.fault()->message.isEmpty());
-        QTEST(int(search.fault()->place), "place");
-        QVERIFY(!search.next(SearchArea("a)b"), 0));
+        struct Row
+        {
+            const char *expression;
+            int flags, place;
+        };
+        const Row rows[]
+            = {{"\xC3\xA4(b", Regex, 3}, {"a)b", Regex | Word, 1}, {"ab|*", Regex, 3}, {"\\C", Regex, 2}};
+        for (const auto &[expression, flags, place] : rows) {
+            const TextSearch search(patternOf(QString::fromUtf8(expression), flags));
+            QVERIFY(search.fault());
+            QVERIFY(!search.fault()->message.isEmpty());
+            QCOMPARE(int(search.fault()->place), place);
+            QVERIFY(!search.next(SearchArea("a)b"), 0));
+        }
     }
 
     void runawaysEnd()
@@ -211,35 +201,32 @@ private Q_SLOTS:
         }
     }
 
-    void replaces_data()
-    {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QString>("replacement");
-        QTest::addColumn<QByteArray>("result"); // of "ab <é>"
-        const auto row = [](const char *pattern, int flags, const char *replacement, const char *result) {
-            QTest::newRow(replacement) << QString::fromUtf8(pattern) << flags
-                                       << QString::fromUtf8(replacement) << QByteArray(result);
-        };
-        row("ab", Case, "$0\\n", "$0\\n <\xC3\xA9>");
-        row("ab", Case, "", " <\xC3\xA9>");
-        row("(a)(b)", Regex, "$2-${1}\\2", "b-ab <\xC3\xA9>");
-        row("(a)(?<n>b)", Regex, "${n}$10$$$&", "ba0$ab <\xC3\xA9>");
-        row("(x)?b", Regex, "[$1]", "a[] <\xC3\xA9>");
-        row("(\\w)>", Regex, "\\U$1x\\E$1\\>", "ab <\xC3\x89X\xC3\xA9>");
-        row("(\\w+) ", Regex, "\\u$1\\Lx\\UY\\E", "AbxY<\xC3\xA9>");
-        row(" ", Regex, "\\n\\t\\\\\\x41\\x{20AC}", "ab\r\n\t\\A\xE2\x82\xAC<\xC3\xA9>");
-        row("^|$", Regex, "|", "|ab <\xC3\xA9>|");
-    }
     void replaces()
     {
-        QFETCH(QString, pattern);
-        QFETCH(int, flags);
-        QFETCH(QString, replacement);
-        const TextSearch search(patternOf(pattern, flags));
-        const ReplacementText text(replacement, search, "\r\n");
-        QVERIFY(!text.fault());
-        QTEST(replaced(search, text, "ab <\xC3\xA9>"), "result");
+        struct Row
+        {
+            const char *pattern;
+            int flags;
+            const char *replacement;
+            QByteArray result; // of "ab <é>"
+        };
+        const Row rows[] = {
+            {"ab", Case, "$0\\n", "$0\\n <\xC3\xA9>"},
+            {"ab", Case, "", " <\xC3\xA9>"},
+            {"(a)(b)", Regex, "$2-${1}\\2", "b-ab <\xC3\xA9>"},
+            {"(a)(?<n>b)", Regex, "${n}$10$$$&", "ba0$ab <\xC3\xA9>"},
+            {"(x)?b", Regex, "[$1]", "a[] <\xC3\xA9>"},
+            {"(\\w)>", Regex, "\\U$1x\\E$1\\>", "ab <\xC3\x89X\xC3\xA9>"},
+            {"(\\w+) ", Regex, "\\u$1\\Lx\\UY\\E", "AbxY<\xC3\xA9>"},
+            {" ", Regex, "\\n\\t\\\\\\x41\\x{20AC}", "ab\r\n\t\\A\xE2\x82\xAC<\xC3\xA9>"},
+            {"^|$", Regex, "|", "|ab <\xC3\xA9>|"},
+        };
+        for (const auto &[pattern, flags, replacement, result] : rows) {
+            const TextSearch search(patternOf(QString::fromUtf8(pattern), flags));
+            const ReplacementText text(QString::fromUtf8(replacement), search, "\r\n");
+            QVERIFY(!text.fault());
+            QCOMPARE(replaced(search, text, "ab <\xC3\xA9>"), result);
+        }
     }
 
     void tellsFaultyReplacements()

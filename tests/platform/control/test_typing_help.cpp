@@ -1,5 +1,6 @@
 // What is typed along: closing tags, the other tag's name, indentation, and the names offered.
 #include "platform/control/code_editor.h"
+#include "tests/platform/control/marked_text.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -14,22 +15,6 @@ namespace {
 constexpr Language X = Language::Xml;
 constexpr Language H = Language::Html;
 constexpr Language P = Language::Plain;
-
-// Texts show the caret as "|", or the selection as "{...}" with the caret at its end.
-void putMarked(CodeEditor &editor, QByteArray marked)
-{
-    const qsizetype caret = marked.indexOf('|');
-    const qsizetype start = marked.indexOf('{');
-    const qsizetype end = marked.indexOf('}') - 1;
-    marked.replace("|", "").replace("{", "").replace("}", "");
-    editor.loadText(marked);
-    if (start >= 0)
-        editor.send(S::SCI_SETSEL, ulong(start), long(end));
-    else
-        editor.send(S::SCI_GOTOPOS, ulong(caret));
-}
-
-QByteArray marked(const CodeEditor &editor) { return editor.text().insert(editor.selection().end, '|'); }
 
 // Letters are typed; "~" is Backspace, "#" Delete, "@" Return, "^" a paste, "%" overtyping turned on or off.
 Step stepOf(char key)
@@ -54,18 +39,12 @@ class TestTypingHelp : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void keysTypeAlong_data()
+    void keysTypeAlong()
     {
-        QTest::addColumn<int>("language");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("keys");
-        QTest::addColumn<QByteArray>("after");
         struct Row
         {
             Language language;
-            const char *before;
-            const char *keys;
-            const char *after;
+            QByteArray before, keys, after;
         };
         const Row rows[] = {
             // The closing tag on "</".
@@ -139,102 +118,78 @@ private Q_SLOTS:
             {H, "  <br>|", "@", "  <br>\n  |"},
             {P, "  <a>|</a>", "@", "  <a>\n  |</a>"},
         };
-        for (const Row &row : rows)
-            QTest::addRow("%s %s", row.before, row.keys) << int(row.language) << QByteArray(row.before)
-                                                         << QByteArray(row.keys) << QByteArray(row.after);
-    }
-    void keysTypeAlong()
-    {
-        QFETCH(int, language);
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, keys);
-        QFETCH(QByteArray, after);
         QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
-        CodeEditor editor;
-        EditorProperties all;
-        all.closeOnBracket = true;
-        editor.setProperties(all);
-        editor.setLanguage(Language(language));
-        putMarked(editor, before);
-        const QByteArray plain = editor.text();
-        type(editor, keys);
-        QCOMPARE(marked(editor), after);
-        for (qsizetype i = 0; i < keys.size() && editor.canUndo(); ++i)
-            editor.undo();
-        QCOMPARE(editor.text(), plain);
-        while (editor.canRedo())
-            editor.redo();
-        QCOMPARE(editor.text(), QByteArray(after).replace("|", ""));
+        for (const auto &[language, before, keys, after] : rows) {
+            CodeEditor editor;
+            EditorProperties all;
+            all.closeOnBracket = true;
+            editor.setProperties(all);
+            editor.setLanguage(language);
+            putMarked(editor, before);
+            const QByteArray plain = editor.text();
+            type(editor, keys);
+            QVERIFY2(marked(editor) == after, before + ' ' + keys + ' ' + marked(editor));
+            for (qsizetype i = 0; i < keys.size() && editor.canUndo(); ++i)
+                editor.undo();
+            QCOMPARE(editor.text(), plain);
+            while (editor.canRedo())
+                editor.redo();
+            QCOMPARE(editor.text(), QByteArray(after).replace("|", ""));
+        }
     }
 
-    void optionsSwitchItOff_data()
-    {
-        QTest::addColumn<int>("toggle");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("keys");
-        QTest::addColumn<QByteArray>("on");
-        QTest::addColumn<QByteArray>("off");
-        const auto row
-            = [](int toggle, const char *before, const char *keys, const char *on, const char *off) {
-                  QTest::addRow("%d %s", toggle, before) << toggle << QByteArray(before) << QByteArray(keys)
-                                                         << QByteArray(on) << QByteArray(off);
-              };
-        row(228, "<a>|", "</", "<a></a>|", "<a></|");
-        row(230, "<a|>x</a>", "b", "<ab|>x</ab>", "<ab|>x</a>");
-        row(231, "  <a>|</a>", "@", "  <a>\n    |\n  </a>", "  <a>\n|</a>");
-        row(231, "<a>\n\t|", "</", "<a>\n</a>|", "<a>\n\t</a>|");
-        row(229, "<a|", ">", "<a>|", "<a>|</a>"); // off before anybody chose
-    }
     void optionsSwitchItOff()
     {
-        QFETCH(int, toggle);
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, keys);
-        QFETCH(QByteArray, on);
-        QFETCH(QByteArray, off);
-        CodeEditor editor;
-        editor.setLanguage(X);
-        QSignalSpy chosen(&editor, &CodeEditor::propertiesChanged);
-        for (const QByteArray &expected : {on, off, on}) {
-            putMarked(editor, before);
-            type(editor, keys);
-            QCOMPARE(marked(editor), expected);
-            QVERIFY(editor.execute(toggle));
+        struct Row
+        {
+            int toggle;
+            QByteArray before, keys, on, off;
+        };
+        const Row rows[] = {
+            {228, "<a>|", "</", "<a></a>|", "<a></|"},
+            {230, "<a|>x</a>", "b", "<ab|>x</ab>", "<ab|>x</a>"},
+            {231, "  <a>|</a>", "@", "  <a>\n    |\n  </a>", "  <a>\n|</a>"},
+            {231, "<a>\n\t|", "</", "<a>\n</a>|", "<a>\n\t</a>|"},
+            {229, "<a|", ">", "<a>|", "<a>|</a>"}, // off before anybody chose
+        };
+        for (const auto &[toggle, before, keys, on, off] : rows) {
+            CodeEditor editor;
+            editor.setLanguage(X);
+            QSignalSpy chosen(&editor, &CodeEditor::propertiesChanged);
+            for (const QByteArray &expected : {on, off, on}) {
+                putMarked(editor, before);
+                type(editor, keys);
+                QCOMPARE(marked(editor), expected);
+                QVERIFY(editor.execute(toggle));
+            }
+            QCOMPARE(chosen.size(), 3);
         }
-        QCOMPARE(chosen.size(), 3);
     }
 
-    void oneUndoTakesItBack_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("keys");
-        QTest::addColumn<QByteArray>("undone");
-        const auto row = [](const char *before, const char *keys, const char *undone) {
-            QTest::addRow("%s %s", before, keys)
-                << QByteArray(before) << QByteArray(keys) << QByteArray(undone);
-        };
-        row("<a>x<|", "/", "<a>x<");
-        row("<a>|</a>", "@", "<a></a>");
-        row("<a|>x</a>", "bcd", "<a>x</a>");
-        row("<abc>x</abc|>", "~~~", "<abc>x</abc>");
-        row("<abc|>x</abc>", "~~de", "<a>x</a>");
-        row("<{abc}>x</abc>", "^", "<abc>x</abc>");
-    }
     void oneUndoTakesItBack()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, keys);
-        QFETCH(QByteArray, undone);
+        struct Row
+        {
+            QByteArray before, keys, undone;
+        };
+        const Row rows[] = {{"<a>x<|", "/", "<a>x<"},
+                            {"<a>|</a>", "@", "<a></a>"},
+                            {"<a|>x</a>", "bcd", "<a>x</a>"},
+                            {"<abc>x</abc|>", "~~~", "<abc>x</abc>"},
+                            {"<abc|>x</abc>", "~~de", "<a>x</a>"},
+                            {"<{abc}>x</abc>", "^", "<abc>x</abc>"}};
         QGuiApplication::clipboard()->setText(QStringLiteral("z"));
-        CodeEditor editor;
-        editor.setLanguage(X);
-        putMarked(editor, before);
-        type(editor, keys);
-        const QByteArray done = editor.text();
-        editor.execute(100);
-        QCOMPARE(editor.text(), undone);
-        editor.execute(101);
-        QCOMPARE(editor.text(), done);
+        for (const auto &[before, keys, undone] : rows) {
+            CodeEditor editor;
+            editor.setLanguage(X);
+            putMarked(editor, before);
+            type(editor, keys);
+            const QByteArray done = editor.text();
+            editor.execute(100);
+            QCOMPARE(editor.text(), undone);
+            editor.execute(101);
+            QCOMPARE(editor.text(), done);
+        }
     }
 
     // Between the tags lies more than is looked at, and around them more than is read at once.
@@ -252,92 +207,82 @@ private Q_SLOTS:
         QVERIFY(editor.text().endsWith("</a></"));
     }
 
-    void namesAreOffered_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArrayList>("words");
-        const auto row = [](const char *before, const QByteArrayList &words) {
-            QTest::addRow("%s", before) << QByteArray(before) << words;
-        };
-        row("<r><item/><item/><it/><x/><i|</r>", {"item", "it"});
-        row("<r><item/><it/><it|</r>", {"it", "item"});
-        row("<r><b></b><bc></|", {"bc"});
-        row("<a id='1' x='2'/><b idle='3' i='4'/><b i=''/><b i|>", {"i", "idle", "id"});
-        row("<b id='' idle=''/><b id='1' i|>", {"idle"});
-        row("<b id='' idle=''/><b i| id='1'>", {"idle"});
-        row("<b k='one'/><b k='only'/><b l='off'/><b k='o|'>", {"one", "only"});
-        row("<!DOCTYPE r [<!ENTITY ann 'x'><!ENTITY % par ''>]><r>&a|", {"amp", "apos", "ann"});
-        row("<r a='&l|'/>", {"lt"});
-        row("<r>&|</r>", {"lt", "gt", "amp", "quot", "apos"});
-        row("<r><!-- <r| --></r>", {});
-        row("<r><![CDATA[<r|]]></r>", {});
-        row("<r> r|</r>", {});
-        row("<r a=|>", {});
-    }
     void namesAreOffered()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArrayList, words);
-        CodeEditor editor;
-        editor.setLanguage(X);
-        putMarked(editor, before);
-        QCOMPARE(QByteArrayList(editor.typingHelp().namesFitting().words), words);
+        const std::pair<QByteArray, QByteArrayList> rows[] = {
+            {"<r><item/><item/><it/><x/><i|</r>", {"item", "it"}},
+            {"<r><item/><it/><it|</r>", {"it", "item"}},
+            {"<r><b></b><bc></|", {"bc"}},
+            {"<a id='1' x='2'/><b idle='3' i='4'/><b i=''/><b i|>", {"i", "idle", "id"}},
+            {"<b id='' idle=''/><b id='1' i|>", {"idle"}},
+            {"<b id='' idle=''/><b i| id='1'>", {"idle"}},
+            {"<b k='one'/><b k='only'/><b l='off'/><b k='o|'>", {"one", "only"}},
+            {"<!DOCTYPE r [<!ENTITY ann 'x'><!ENTITY % par ''>]><r>&a|", {"amp", "apos", "ann"}},
+            {"<r a='&l|'/>", {"lt"}},
+            {"<r>&|</r>", {"lt", "gt", "amp", "quot", "apos"}},
+            {"<r><!-- <r| --></r>", {}},
+            {"<r><![CDATA[<r|]]></r>", {}},
+            {"<r> r|</r>", {}},
+            {"<r a=|>", {}},
+        };
+        for (const auto &[before, words] : rows) {
+            CodeEditor editor;
+            editor.setLanguage(X);
+            putMarked(editor, before);
+            QCOMPARE(QByteArrayList(editor.typingHelp().namesFitting().words), words);
+        }
     }
 
     // Keys: as above, "!" Tab, "*" Escape, "+" Down, "$" Ctrl+Space, "=" start of the line.
-    void listTakesKeys_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("keys");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char *before, const char *keys, const char *after) {
-            QTest::addRow("%s %s", before, keys)
-                << QByteArray(before) << QByteArray(keys) << QByteArray(after);
-        };
-        row("<item/><it/><it/>|", "<i@", "<item/><it/><it/><it|");
-        row("<item/><it/><it/>|", "<i+@", "<item/><it/><it/><item|");
-        row("<item/><it/><it/>|", "<i+!", "<item/><it/><it/><item|");
-        row("<item/><it/>|", "<it@", "<item/><it/><it\n|");
-        row("<item/><it/>|", "<x@", "<item/><it/><x\n|");
-        row("<item/><it/>|", "<i*@", "<item/><it/><i\n|");
-        row("<item/><it/>|", "<i~$@", "<item/><it/><it|");
-        row("<item/>|", "<i=@", "\n|<item/><i");
-        row("<item/>|", "<item>@", "<item/><item>\n\t|");
-        row("<a>x|</a>", "&a@", "<a>x&amp;|</a>");
-        row("<ab>x|", "</a@", "<ab>x</ab>|");
-        row("<r><ab x='1'/><ab>x</ab></r>|", "<a!", "<r><ab x='1'/><ab>x</ab></r><ab|");
-    }
     void listTakesKeys()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, keys);
-        QFETCH(QByteArray, after);
-        CodeEditor editor;
-        editor.setLanguage(X);
-        EditorProperties noSlash;
-        noSlash.closeOnSlash = false;
-        editor.setProperties(noSlash);
-        editor.show();
-        putMarked(editor, before);
-        Macro recorded;
-        connect(&editor, &CodeEditor::stepped, &editor, [&recorded](const Step &step) { recorded += step; });
-        for (const char key : keys) {
-            const QByteArray list("!*+$=");
-            const int commands[] = {128, 140, 167, 212, 181};
-            if (const qsizetype at = list.indexOf(key); at >= 0)
-                editor.execute(commands[at]);
-            else
-                editor.perform(stepOf(key));
+        struct Row
+        {
+            QByteArray before, keys, after;
+        };
+        const Row rows[] = {
+            {"<item/><it/><it/>|", "<i@", "<item/><it/><it/><it|"},
+            {"<item/><it/><it/>|", "<i+@", "<item/><it/><it/><item|"},
+            {"<item/><it/><it/>|", "<i+!", "<item/><it/><it/><item|"},
+            {"<item/><it/>|", "<it@", "<item/><it/><it\n|"},
+            {"<item/><it/>|", "<x@", "<item/><it/><x\n|"},
+            {"<item/><it/>|", "<i*@", "<item/><it/><i\n|"},
+            {"<item/><it/>|", "<i~$@", "<item/><it/><it|"},
+            {"<item/>|", "<i=@", "\n|<item/><i"},
+            {"<item/>|", "<item>@", "<item/><item>\n\t|"},
+            {"<a>x|</a>", "&a@", "<a>x&amp;|</a>"},
+            {"<ab>x|", "</a@", "<ab>x</ab>|"},
+            {"<r><ab x='1'/><ab>x</ab></r>|", "<a!", "<r><ab x='1'/><ab>x</ab></r><ab|"},
+        };
+        for (const auto &[before, keys, after] : rows) {
+            CodeEditor editor;
+            editor.setLanguage(X);
+            EditorProperties noSlash;
+            noSlash.closeOnSlash = false;
+            editor.setProperties(noSlash);
+            editor.show();
+            putMarked(editor, before);
+            Macro recorded;
+            connect(&editor, &CodeEditor::stepped, &editor,
+                    [&recorded](const Step &step) { recorded += step; });
+            for (const char key : keys) {
+                const QByteArray list("!*+$=");
+                const int commands[] = {128, 140, 167, 212, 181};
+                if (const qsizetype at = list.indexOf(key); at >= 0)
+                    editor.execute(commands[at]);
+                else
+                    editor.perform(stepOf(key));
+            }
+            QCOMPARE(marked(editor), after);
+            // What was recorded gives the same without any list.
+            CodeEditor other;
+            other.setLanguage(X);
+            other.setProperties(noSlash);
+            putMarked(other, before);
+            for (const Step &step : recorded)
+                other.perform(step);
+            QCOMPARE(marked(other), after);
         }
-        QCOMPARE(marked(editor), after);
-        // What was recorded gives the same without any list.
-        CodeEditor other;
-        other.setLanguage(X);
-        other.setProperties(noSlash);
-        putMarked(other, before);
-        for (const Step &step : recorded)
-            other.perform(step);
-        QCOMPARE(marked(other), after);
     }
 
     void offeringCanBeSwitchedOff()

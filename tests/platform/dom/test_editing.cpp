@@ -276,20 +276,6 @@ private Q_SLOTS:
         }
     }
 
-    void creationIsRefused()
-    {
-        Document d;
-        QVERIFY(!d.load("<a/>"));
-        for (const char *name : {"1a", "a b", "a><b", "xmlns:a"})
-            QVERIFY2(!d.createElement(q(name)).ok(), name);
-        QVERIFY(!d.createTextNode(QString(QChar(0xD800))).ok());
-        QVERIFY(!d.createComment(q("--")).ok());
-        for (const char *target : {"XML", "a:b"})
-            QVERIFY2(!d.createProcessingInstruction(q(target), {}).ok(), target);
-        QVERIFY(!d.createProcessingInstruction(q("a"), q("?>")).ok());
-        QVERIFY(!d.createCDATASection(q("]]>")).ok());
-    }
-
     void decodedValues()
     {
         Document document;
@@ -317,19 +303,6 @@ private Q_SLOTS:
         QCOMPARE(element->attributes().first().name.size(), 2);
         QCOMPARE(element->attributes().first().value.size(), 2);
         QCOMPARE(element->child(0)->data().size(), 2);
-    }
-
-    void failedCommandRollsBack()
-    {
-        Document document;
-        QVERIFY(!document.load("<a><b/></a>"));
-        const quint64 revision = document.revision();
-        document.beginCommand();
-        QVERIFY(append("0", "n")(document).ok());
-        QVERIFY(!renamed("", "1")(document).ok());
-        document.rollBack();
-        QCOMPARE(document.xml(), QByteArray("<a><b/></a>"));
-        QCOMPARE(document.revision(), revision);
     }
 
     // A tree may still show the content before a load that failed.

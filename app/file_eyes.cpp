@@ -1,0 +1,57 @@
+#include "app/file_eyes.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <system_error>
+
+namespace app {
+
+namespace {
+
+constexpr int patience = 250; // milliseconds; a program that writes in steps is left to end
+
+} // namespace
+
+std::optional<FileStamp> stampOf(const QString &path)
+{
+    const std::filesystem::path name = QFile::encodeName(path).toStdString();
+    std::error_code error;
+    FileStamp stamp{true, std::filesystem::file_size(name, error), {}};
+    if (!error)
+        stamp.written = std::filesystem::last_write_time(name, error);
+    if (!error)
+        return stamp;
+    const bool gone = error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    return gone ? std::optional(FileStamp()) : std::nullopt;
+}
+
+FileEyes::FileEyes() : watcher_(this), soon_(this)
+{
+    soon_.setSingleShot(true);
+    soon_.setInterval(patience);
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, &soon_, qOverload<>(&QTimer::start));
+    connect(&soon_, &QTimer::timeout, this, &FileEyes::look);
+}
+
+void FileEyes::attend(const QString &path, quint64 age)
+{
+    if (!watcher_.files().isEmpty())
+        watcher_.removePaths(watcher_.files());
+    path_ = path;
+    age_ = age;
+    look();
+}
+
+// A file that was replaced is another one to the watcher, which lets go of the old one by itself.
+void FileEyes::look()
+{
+    if (path_.isEmpty())
+        return;
+    if (!watcher_.files().contains(path_) && QFileInfo::exists(path_))
+        watcher_.addPath(path_);
+    if (const auto stamp = stampOf(path_))
+        Q_EMIT looked(age_, *stamp);
+}
+
+} // namespace app

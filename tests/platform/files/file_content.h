@@ -1,0 +1,17 @@
+// Files as tests make and look at them.
+#pragma once
+
+#include <QFile>
+#include <QTest>
+
+inline QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("?");
+}
+
+inline void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+}
