@@ -1,6 +1,6 @@
 #include "tree/opening_progress.h"
 
-#include "tree/busy_pointer.h"
+#include "platform/busy_pointer.h"
 
 #include <QAbstractItemModel>
 #include <QProgressDialog>
@@ -20,7 +20,7 @@ constexpr qint64 step = 20'000; // rows, some ten milliseconds
 
 Opened runWithProgress(Opening &opening, qint64 total, const QAbstractItemModel &model, QWidget *parent)
 {
-    std::optional<BusyPointer> busy(std::in_place);
+    std::optional<platform::BusyPointer> busy(std::in_place);
     QProgressDialog progress(QProgressDialog::tr("Expanding the tree..."), QProgressDialog::tr("Cancel"), 0,
                              parts, parent->window());
     progress.setObjectName(QStringLiteral("ExpandProgress"));

@@ -1,8 +1,9 @@
 #include "tree/tree_view.h"
 
 #include "tree/accessible_tree.h"
-#include "tree/busy_pointer.h"
 #include "tree/node_delegate.h"
+
+#include "platform/busy_pointer.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -89,7 +90,7 @@ void TreeView::open(const QModelIndex &node)
 {
     if (!node.isValid())
         return;
-    const BusyPointer busy;
+    const platform::BusyPointer busy;
     expand(node);
 }
 

@@ -1,30 +1,18 @@
-// Shows the busy pointer as long as it lives, over work on so much text that somebody could wonder.
+// The busy pointer over work on so much text that somebody could wonder.
 #pragma once
 
-#include <QCursor>
-#include <QGuiApplication>
+#include "platform/busy_pointer.h"
 
 namespace control {
 
-class BusyPointer
+class BusyPointer : public platform::BusyPointer
 {
 public:
     // Bytes that the work is about.
-    explicit BusyPointer(long bytes) : shown_(bytes > muchText)
-    {
-        if (shown_)
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    }
-    ~BusyPointer()
-    {
-        if (shown_)
-            QGuiApplication::restoreOverrideCursor();
-    }
-    Q_DISABLE_COPY_MOVE(BusyPointer)
+    explicit BusyPointer(long bytes) : platform::BusyPointer(bytes > muchText) { }
 
 private:
     static constexpr long muchText = 4L * 1024 * 1024;
-    bool shown_;
 };
 
 } // namespace control
