@@ -22,8 +22,9 @@ Message messageIn(const QString &line)
     for (const QRegularExpression &form : {plain, emacs}) {
         const QRegularExpressionMatch match = form.match(line);
         if (match.hasMatch()) {
-            return {match.captured(1).toInt(), match.captured(2).toInt(), severityNamed(match.captured(3)),
-                    match.captured(4)};
+            const int number = match.captured(1).toInt();
+            const int column = number > 0 ? match.captured(2).toInt() : 0;
+            return {number, column, severityNamed(match.captured(3)), match.captured(4)};
         }
     }
     return {0, 0, Severity::Information, line};

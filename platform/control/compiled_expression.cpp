@@ -47,6 +47,23 @@ QByteArray escaped(const QByteArray &plain)
     return result;
 }
 
+// Whether it may call itself or a group of its own. Taking a plain text for a call does no harm.
+bool mayRecurse(const QByteArray &expression)
+{
+    static constexpr const char *calls[] = {"(?R", "(?&", "(?P>", "\\g<", "\\g'", "(?+"};
+    const auto stands = [&](const char *call) { return expression.contains(call); };
+    const auto numbered = [&](const char *opening) {
+        const QByteArrayView start(opening);
+        for (qsizetype at = expression.indexOf(start); at >= 0; at = expression.indexOf(start, at + 1)) {
+            const qsizetype behind = at + start.size();
+            if (behind < expression.size() && std::isdigit(quint8(expression[behind])))
+                return true;
+        }
+        return false;
+    };
+    return std::any_of(std::begin(calls), std::end(calls), stands) || numbered("(?") || numbered("(?-");
+}
+
 QString messageOf(int error)
 {
     std::array<PCRE2_UCHAR, 256> text{};
@@ -104,8 +121,10 @@ bool CompiledExpression::compile(const QByteArray &expression, qsizetype ownStar
         fault_ = PatternFault{messageOf(error), QString::fromUtf8(before.mid(ownStart)).size()};
         return false;
     }
-    // Where it cannot be translated to machine code it is interpreted, which is slower.
-    pcre2_jit_compile(code_, PCRE2_JIT_COMPLETE);
+    // Where it cannot be translated to machine code it is interpreted, which is slower. So is one that calls
+    // itself: only the interpreter counts every step that it takes.
+    if (!mayRecurse(expression))
+        pcre2_jit_compile(code_, PCRE2_JIT_COMPLETE);
     pcre2_match_data_free(data_);
     data_ = pcre2_match_data_create_from_pattern(code_, nullptr);
     if (context_ == nullptr) {

@@ -206,6 +206,7 @@ private Q_SLOTS:
             {"line 12 column 1 - Warning: missing </p> - odd: yes\r",
              {12, 1, Severity::Warning, u"missing </p> - odd: yes"_qs}},
             {"/a: b/i.txt:8:19: Warning: <td> attribute", {8, 19, Severity::Warning, u"<td> attribute"_qs}},
+            {"line 0 column 2 - Error: nowhere", {0, 0, Severity::Error, u"nowhere"_qs}},
             {"line 1 column 1 - Info: value", {1, 1, Severity::Information, u"value"_qs}},
             {"Config: unknown option: foo",
              {0, 0, Severity::Information, u"Config: unknown option: foo"_qs}}};

@@ -180,6 +180,11 @@ private Q_SLOTS:
         const TextSearch search(patternOf(QStringLiteral("^(a|a?)+$"), Regex));
         QCOMPARE(search.next(SearchArea(text), 0).outcome, SearchOutcome::GaveUp);
         QCOMPARE(search.previous(SearchArea(text), text.size()).outcome, SearchOutcome::GaveUp);
+
+        // Translated to machine code this one would never end.
+        const QByteArray faulty = "aa;+bnnnX\x91&lt;\x91\x8dn";
+        const TextSearch endless(patternOf(u"aa(.+||||||||||||||||(?1)||||)\uFFFD`|"_qs, Regex));
+        QCOMPARE(endless.next(SearchArea(faulty), 0).outcome, SearchOutcome::GaveUp);
     }
 
     void continuesWhereTimeEnded()
