@@ -363,13 +363,12 @@ int FindBar::serviceOf(const QKeyEvent &event) const
 
 bool FindBar::eventFilter(QObject *watched, QEvent *event)
 {
-    const auto *key = static_cast<QKeyEvent *>(event);
-    if (event->type() == QEvent::ShortcutOverride && serviceOf(*key) != 0) {
+    if (event->type() == QEvent::ShortcutOverride && serviceOf(*static_cast<QKeyEvent *>(event)) != 0) {
         event->accept();
         return true;
     }
     const bool inReplacement = watched == cboReplace || watched == cboReplace->lineEdit();
-    if (event->type() == QEvent::KeyPress && keyInField(*key, inReplacement))
+    if (event->type() == QEvent::KeyPress && keyInField(*static_cast<QKeyEvent *>(event), inReplacement))
         return true;
     return QWidget::eventFilter(watched, event);
 }

@@ -72,9 +72,10 @@ bool MacroPlayer::play(const Macro &macro)
     qsizetype at = 0;
     while (at < macro.size() && goesOn(whole, at, macro.size()) && does(macro[at]))
         ++at;
+    const bool finished = at == macro.size();
     span_ = whole;
-    leave();
-    return at == macro.size();
+    leave(); // whoever is told of the end may let go of the macro
+    return finished;
 }
 
 bool MacroPlayer::repeat(const Step &step)
