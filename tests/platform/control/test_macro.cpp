@@ -67,9 +67,8 @@ private Q_SLOTS:
     {
         const QByteArray bytes = bytesOf(sample);
         QCOMPARE(macroOf(bytes), sample);
-        for (const char *rest : {"\0", "XEM1", "\xFF\xFF\xFF\xFF\xFF\xFF"}) {
-            QCOMPARE(macroOf(bytes + QByteArray(rest, 4)), sample);
-        }
+        for (const QByteArray &rest : {QByteArray(4, '\0'), QByteArray("XEM1"), QByteArray(6, '\xFF')})
+            QCOMPARE(macroOf(bytes + rest), sample);
         MacroSlots macros;
         QVERIFY(macros.setMacro(9, bytes + '\0'));
         QCOMPARE(macros.macro(9), bytes);
