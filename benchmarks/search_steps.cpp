@@ -23,7 +23,7 @@ constexpr int mostReplaced = 100'000;
 void find(const control::CodeEditor &editor, bool matchCase, double scan, const Report &report)
 {
     const control::TextSearch search({.text = QString::fromLatin1(rare), .matchCase = matchCase});
-    const control::SearchArea area(editor::textInPlace(editor));
+    const control::SearchArea area(editor.textInPlace());
     qsizetype place = -1;
     const double time = milliseconds([&] { place = search.next(area, 0).match.start; }, 3);
     report.row(matchCase ? QStringLiteral("find a rare text, case and all")
@@ -36,7 +36,7 @@ void find(const control::CodeEditor &editor, bool matchCase, double scan, const 
 // From the start to the end of so many matches.
 control::TextMatch areaOf(const control::CodeEditor &editor, const control::TextSearch &search)
 {
-    const control::SearchArea area(editor::textInPlace(editor));
+    const control::SearchArea area(editor.textInPlace());
     control::TextMatch covered;
     for (int count = 0; count < mostReplaced; ++count) {
         const auto found = search.next(area, covered.end);
@@ -76,7 +76,7 @@ void replaceAll(control::CodeEditor &editor, const char *frequent, const Report 
 
 void measureSearch(control::CodeEditor &editor, const Shape &shape, const Report &report)
 {
-    const QByteArrayView text = editor::textInPlace(editor);
+    const QByteArrayView text = editor.textInPlace();
     const void *found = nullptr;
     const double scan
         = milliseconds([&] { found = memmem(text.data(), size_t(text.size()), rare, sizeof rare - 1); }, 3);

@@ -26,7 +26,7 @@ TextCounts countAll(QByteArrayView utf8, qint64 lines)
 
 TextCounts countAll(const control::CodeEditor &editor)
 {
-    return countAll(textInPlace(editor), editor.lineCount());
+    return countAll(editor.textInPlace(), editor.lineCount());
 }
 
 QString countTitle() { return QStringLiteral("Count All"); }

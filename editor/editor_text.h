@@ -1,13 +1,10 @@
-// The text of a code editor where it stands, without a copy.
+// The selection of a code editor, as the searches take it.
 #pragma once
 
 #include "platform/control/code_editor.h"
 #include "platform/control/text_search.h"
 
 namespace editor {
-
-// Valid until the text changes.
-inline QByteArrayView textInPlace(const control::CodeEditor &editor) { return editor.textInPlace(); }
 
 inline control::TextMatch selectionOf(const control::CodeEditor &editor)
 {

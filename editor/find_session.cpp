@@ -46,7 +46,7 @@ Finding FindSession::find(Direction direction)
     const bool current = current_ == selected && revision_ == editor_.revision();
     qsizetype from = forwards ? selected.end : selected.start;
     if (forwards && current)
-        from = control::TextSearch::behind(textInPlace(editor_), selected);
+        from = control::TextSearch::behind(editor_.textInPlace(), selected);
     const QDeadlineTimer deadline(patience);
     const control::SearchResult ahead = look(direction, from, deadline);
     if (ahead.outcome != control::SearchOutcome::Missing)
@@ -118,7 +118,7 @@ bool FindSession::replace(const control::ReplacementText &replacement)
         return false;
     const control::TextMatch match = selectionOf(editor_);
     QByteArray text;
-    replacement.appendTo(text, textInPlace(editor_), *search_);
+    replacement.appendTo(text, editor_.textInPlace(), *search_);
     editor_.send(S::SCI_BEGINUNDOACTION);
     editor_.send(S::SCI_SETTARGETRANGE, ulong(match.start), long(match.end));
     editor_.SendScintilla(S::SCI_REPLACETARGET, uintptr_t(text.size()), text.constData());

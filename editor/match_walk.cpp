@@ -18,7 +18,7 @@ MatchWalk::State MatchWalk::advance(int milliseconds, const Visit &visit)
 {
     if (editor_->revision() != revision_)
         return State::TextChanged;
-    const control::SearchArea area(textInPlace(*editor_), range_);
+    const control::SearchArea area(editor_->textInPlace(), range_);
     const QDeadlineTimer deadline(milliseconds);
     for (int visited = 1;; ++visited) {
         const control::SearchResult found = search_->next(area, place_, deadline);

@@ -1,6 +1,6 @@
 #include "editor/replace_all.h"
 
-#include <QGuiApplication>
+#include "platform/busy_pointer.h"
 
 namespace editor {
 
@@ -45,9 +45,7 @@ void ReplaceAll::advance(int milliseconds)
         Q_EMIT progressed(walk_->progress());
         break;
     case MatchWalk::State::Done:
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        text_->commit();
-        QGuiApplication::restoreOverrideCursor();
+        commit();
         finish(Outcome::Replaced);
         break;
     case MatchWalk::State::TextChanged:
@@ -57,6 +55,12 @@ void ReplaceAll::advance(int milliseconds)
         finish(Outcome::GaveUp);
         break;
     }
+}
+
+void ReplaceAll::commit()
+{
+    const platform::BusyPointer busy;
+    text_->commit();
 }
 
 void ReplaceAll::finish(Outcome outcome)

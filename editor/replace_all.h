@@ -42,6 +42,7 @@ Q_SIGNALS:
 
 private:
     void advance(int milliseconds);
+    void commit();
     void finish(Outcome outcome);
 
     control::CodeEditor &editor_;

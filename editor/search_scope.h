@@ -20,7 +20,7 @@ public:
     // The range, or all the text.
     control::TextMatch range() const;
     // The text with the limits.
-    control::SearchArea area() const { return {textInPlace(editor_), range()}; }
+    control::SearchArea area() const { return {editor_.textInPlace(), range()}; }
     // To be called when the text was edited. A new document lifts the limit.
     void followText();
     // Colours for the ground of the text.

@@ -89,8 +89,8 @@ public:
     // The rows to be seen, from 0: those whose parents are open, all the way up.
     qint64 shownCount() const;
     QModelIndex shownAt(qint64 position) const; // invalid when out of range
-    QModelIndex
-    shownAfter(const QModelIndex &node) const; // the one after a row to be seen; invalid at the end
+    // The one after a row to be seen; invalid at the end.
+    QModelIndex shownAfter(const QModelIndex &node) const;
     qint64 positionOf(const QModelIndex &node) const; // -1 when it is not to be seen
     int levelOf(const QModelIndex &node) const; // 0 for the root
 

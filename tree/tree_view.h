@@ -44,15 +44,10 @@ public:
     QModelIndex indexAbove(const QModelIndex &node) const;
     QModelIndex indexBelow(const QModelIndex &node) const;
 
+    // The rows to be seen, from 0 at the top. The position is -1 of what is not to be seen.
     int shownRows() const { return int(model_.shownCount()); }
-    QModelIndex shownRow(int position) const
-    {
-        return model_.shownAt(position);
-    } // from 0, as seen from the top
-    int positionOf(const QModelIndex &node) const
-    {
-        return int(model_.positionOf(node));
-    } // -1: not to be seen
+    QModelIndex shownRow(int position) const { return model_.shownAt(position); }
+    int positionOf(const QModelIndex &node) const { return int(model_.positionOf(node)); }
 
     // Expands a node, under the busy pointer: its children may be many.
     void open(const QModelIndex &node);

@@ -13,9 +13,11 @@ bool copySelection(CodeEditor &editor);
 bool pasteClipboard(CodeEditor &editor);
 bool deleteSelectionOrCharacter(CodeEditor &editor);
 
-// All lines that the selection touches, blank ones excepted.
+// What the tabulator does: shifts the lines of a selection that reaches over several, else types.
 bool tabForward(CodeEditor &editor);
 bool tabBackward(CodeEditor &editor);
+
+// All lines that the selection touches, blank ones excepted.
 bool increaseIndent(CodeEditor &editor);
 bool decreaseIndent(CodeEditor &editor);
 
