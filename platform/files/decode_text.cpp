@@ -169,4 +169,15 @@ DecodedText decodeText(QByteArray bytes)
     return text;
 }
 
+QByteArray decodePlainText(QByteArray bytes)
+{
+    for (const Signature &signature : signatures) {
+        if (!signature.mark || !bytes.startsWith(signature.bytes))
+            continue;
+        if (std::optional<DecodedText> text = decodeSigned(bytes, signature))
+            return std::move(text->utf8);
+    }
+    return decodeByBytes(std::move(bytes)).utf8;
+}
+
 } // namespace files

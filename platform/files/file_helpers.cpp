@@ -75,11 +75,12 @@ platform::Result<QString> createFolder(const QString &path)
 
 QStringList nonEmptyLines(const QString &path)
 {
-    const platform::Result<LoadedText> text = readTextFile(path);
+    const platform::Result<QByteArray> text = readPlainText(path);
     if (!text)
         return {};
     static const QRegularExpression lineEnd(QStringLiteral("\r\n|\n|\r"));
-    return QString::fromUtf8(text->utf8).split(lineEnd, Qt::SkipEmptyParts);
+    // A byte order mark is no part of a line, wherever joined files have left one.
+    return QString::fromUtf8(*text).remove(QChar::ByteOrderMark).split(lineEnd, Qt::SkipEmptyParts);
 }
 
 bool deleteIfExists(const QString &path)

@@ -18,7 +18,7 @@ QString extensionOf(const QString &path); // without the dot; empty when the las
 QString fileNameOf(const QString &path); // last component
 QString parentFolderOf(const QString &path);
 platform::Result<QString> createFolder(const QString &path); // the new folder's path
-QStringList nonEmptyLines(const QString &path); // empty when the file cannot be read
+QStringList nonEmptyLines(const QString &path); // of a file that is no document; empty when it cannot be read
 bool deleteIfExists(const QString &path); // false when a file of that name is still there
 
 // The smallest N >= 0 for which no file named path followed by N's digits exists.

@@ -29,6 +29,10 @@ struct DecodedText
 // Never fails; a file that is no text is shown as Windows-1252.
 DecodedText decodeText(QByteArray bytes);
 
+// Reads bytes that are no document, whatever they seem to declare: by their byte order mark, else as UTF-8
+// when valid, else as Windows-1252.
+QByteArray decodePlainText(QByteArray bytes);
+
 // The encoding that the text itself declares (XML declaration, else HTML meta charset), upper-case IANA
 // name; empty when it declares none or one that this system cannot write.
 QByteArray declaredEncoding(const QByteArray &utf8);

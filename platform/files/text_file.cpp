@@ -80,6 +80,14 @@ platform::Result<LoadedText> readTextFile(const QString &path)
     return loaded;
 }
 
+platform::Result<QByteArray> readPlainText(const QString &path)
+{
+    platform::Result<QByteArray> bytes = readBytes(systemPath(path));
+    if (!bytes)
+        return bytes;
+    return decodePlainText(std::move(*bytes));
+}
+
 platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,
                                          const std::function<void()> &writesOver)
 {

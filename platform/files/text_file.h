@@ -35,6 +35,9 @@ struct LoadedText
 // Reads a whole file as text. Fails for what is missing, unreadable, not a regular file or over 2 GiB.
 platform::Result<LoadedText> readTextFile(const QString &path);
 
+// Reads a whole file that is no document, as UTF-8 and with all its line ends. Fails as above.
+platform::Result<QByteArray> readPlainText(const QString &path);
+
 // Writes a document: encoded as it declares (or came with), followed by the form's line end; atomically, or
 // else writesOver is called before the old file is written over (see atomic_write.h).
 platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,

@@ -81,6 +81,30 @@ private Q_SLOTS:
         QCOMPARE(nonEmptyLines(folder.path()), QStringList());
     }
 
+    // Lines are no document: what looks like the beginning of one does not change how they are read.
+    void nonEmptyLinesOfAnyBytes_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("lines");
+        const QString marked = QString::fromUtf16(u"ä: 1");
+        QTest::newRow("wide, marked") << QByteArray("\xFE\xFF\0\xE4\0:\0 \0001", 10) << QStringList{marked};
+        QTest::newRow("marked twice")
+            << QByteArray("\xEF\xBB\xBF\n\xEF\xBB\xBF\xC3\xA4: 1") << QStringList{marked};
+        QTest::newRow("one byte a character") << QByteArray("\xE4: 1") << QStringList{marked};
+        QTest::newRow("like wide markup")
+            << QByteArray("\0<\0?a", 5) << QStringList{QString::fromUtf16(u"\0<\0?a", 5)};
+        const QByteArray declaring("<?xml version='1.0' encoding='ISO-8859-5'?>\xC3\xA4");
+        QTest::newRow("declaring") << declaring << QStringList{QString::fromUtf8(declaring)};
+    }
+    void nonEmptyLinesOfAnyBytes()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("a"));
+        QFETCH(QByteArray, bytes);
+        write(file, bytes);
+        QTEST(nonEmptyLines(file), "lines");
+    }
+
     void firstFreeNumberSkipsFiles()
     {
         const QTemporaryDir folder;
