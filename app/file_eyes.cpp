@@ -1,9 +1,6 @@
 #include "app/file_eyes.h"
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <system_error>
 
 namespace app {
 
@@ -12,19 +9,6 @@ namespace {
 constexpr int patience = 250; // milliseconds; a program that writes in steps is left to end
 
 } // namespace
-
-std::optional<FileStamp> stampOf(const QString &path)
-{
-    const std::filesystem::path name = QFile::encodeName(path).toStdString();
-    std::error_code error;
-    FileStamp stamp{true, std::filesystem::file_size(name, error), {}};
-    if (!error)
-        stamp.written = std::filesystem::last_write_time(name, error);
-    if (!error)
-        return stamp;
-    const bool gone = error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
-    return gone ? std::optional(FileStamp()) : std::nullopt;
-}
 
 FileEyes::FileEyes() : watcher_(this), soon_(this)
 {
@@ -50,7 +34,7 @@ void FileEyes::look()
         return;
     if (!watcher_.files().contains(path_) && QFileInfo::exists(path_))
         watcher_.addPath(path_);
-    if (const auto stamp = stampOf(path_))
+    if (const auto stamp = files::stampOf(path_))
         Q_EMIT looked(age_, *stamp);
 }
 

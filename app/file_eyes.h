@@ -2,28 +2,14 @@
 // time.
 #pragma once
 
+#include "platform/files/file_stamp.h"
+
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
-#include <filesystem>
-#include <optional>
-
 namespace app {
-
-// What tells a file from its former self.
-struct FileStamp
-{
-    bool exists = false;
-    std::uintmax_t size = 0;
-    std::filesystem::file_time_type written;
-    bool operator==(const FileStamp &) const = default;
-};
-
-// What stands at path now. Nothing where it cannot be told: a file that is out of reach for a while is not
-// gone.
-std::optional<FileStamp> stampOf(const QString &path);
 
 class FileEyes : public QObject
 {
@@ -37,7 +23,7 @@ public:
     void look();
 
 Q_SIGNALS:
-    void looked(quint64 age, const app::FileStamp &stamp);
+    void looked(quint64 age, const files::FileStamp &stamp);
 
 private:
     QString path_;

@@ -25,16 +25,21 @@ FileWatch::~FileWatch()
         (void)thread_.release();
 }
 
-void FileWatch::watch(const QString &path)
+void FileWatch::watch(const QString &path, const files::FileStamp &read)
 {
     path_ = path;
-    known_ = {};
-    remember();
+    known_ = read;
+    attend();
 }
 
 void FileWatch::remember()
 {
-    known_ = stampOf(path_).value_or(known_);
+    known_ = files::stampOf(path_).value_or(known_);
+    attend();
+}
+
+void FileWatch::attend()
+{
     found_.reset();
     ++age_;
     QMetaObject::invokeMethod(eyes_, [eyes = eyes_, path = path_, age = age_] { eyes->attend(path, age); });
@@ -55,14 +60,14 @@ void FileWatch::check()
 
 FileWatch::Found FileWatch::checkNow()
 {
-    const FileStamp former = known_;
+    const files::FileStamp former = known_;
     remember();
     if (known_ == former)
         return Found::AsKnown;
     return known_.exists ? Found::Changed : Found::Gone;
 }
 
-void FileWatch::seen(quint64 age, const FileStamp &stamp)
+void FileWatch::seen(quint64 age, const files::FileStamp &stamp)
 {
     if (age != age_ || stamp == known_)
         return;

@@ -20,8 +20,8 @@ public:
     FileWatch(const FileWatch &) = delete;
     FileWatch &operator=(const FileWatch &) = delete;
 
-    // From now on this file, as it is now; none for an empty path.
-    void watch(const QString &path);
+    // From now on this file, held against what it was when it was read; none for an empty path.
+    void watch(const QString &path, const files::FileStamp &read);
 
     // What the file is now is known: it was just read, written or asked about.
     void remember();
@@ -46,11 +46,12 @@ Q_SIGNALS:
     void gone(); // there is no such file any more; told once
 
 private:
-    void seen(quint64 age, const FileStamp &stamp);
+    void attend();
+    void seen(quint64 age, const files::FileStamp &stamp);
 
     QString path_;
-    FileStamp known_;
-    std::optional<FileStamp> found_; // while touched() is told
+    files::FileStamp known_;
+    std::optional<files::FileStamp> found_; // while touched() is told
     quint64 age_ = 0; // counts what was remembered; a look from before that tells nothing
     FileEyes *eyes_; // goes with its thread
     std::unique_ptr<QThread> thread_;

@@ -338,7 +338,7 @@ void mainfrm::setTitleLine(const QString &text)
     const QString path = session_->files().istmppath() ? QString() : session_->state().CurrentFilePath;
     if (!path.isEmpty())
         recent_->add(path);
-    watch_->watch(path);
+    watch_->watch(path, session_->state().stamp);
     mark_->refresh();
     recovery_->settled();
 }

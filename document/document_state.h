@@ -28,6 +28,7 @@ struct DocumentState
     int PreviewCopyNumber = 0;
     QString PreviewFilePath;
     QString temporaryFolder; // where new documents live
+    files::FileStamp stamp; // of that file, from before it was read or after it was written
     files::FileForm form; // how the document stood in its file, and so how it is written
 
     dom::Document Document; // the truth while the tree is shown

@@ -41,6 +41,7 @@ bool Life::loadAs(const QString &path, const files::LoadedText &file)
 {
     files_.setCurrentFile(path);
     state_.form = file.form;
+    state_.stamp = file.stamp;
     around_.editor.setLanguage(languageOf(path, file.utf8));
     const QString former = files::leftOfCutShort(path);
     if (!former.isEmpty())
@@ -168,6 +169,7 @@ void Life::keepOver()
 {
     const auto file = files::readTextFile(state_.CurrentFilePath);
     state_.SavedXml = file ? file->utf8 : QByteArray();
+    state_.stamp = file ? file->stamp : files::FileStamp();
     state_.known.forgetSaved();
 }
 

@@ -90,6 +90,7 @@ SaveResult Saving::save(const QString &path)
         return SaveResult::Failed;
     }
     files_.spare(path);
+    state_.stamp = files::stampOf(path).value_or(files::FileStamp());
     state_.SavedXml = text;
     knowSaved();
     around_.workspace.setSaveEnabled(true);

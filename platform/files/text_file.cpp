@@ -69,11 +69,12 @@ FileEnd takeFileEnd(QByteArray &utf8)
 
 platform::Result<LoadedText> readTextFile(const QString &path)
 {
+    LoadedText loaded;
+    loaded.stamp = stampOf(systemPath(path)).value_or(FileStamp());
     platform::Result<QByteArray> bytes = readBytes(systemPath(path));
     if (!bytes)
         return platform::Failure{bytes.reason()};
     DecodedText decoded = decodeText(std::move(*bytes));
-    LoadedText loaded;
     loaded.utf8 = std::move(decoded.utf8);
     loaded.form = {decoded.encoding, takeFileEnd(loaded.utf8)};
     loaded.note = decoded.note;

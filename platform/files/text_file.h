@@ -1,6 +1,7 @@
 // Whole text files: read with their encoding, written atomically.
 #pragma once
 
+#include "platform/files/file_stamp.h"
 #include "platform/files/text_encoding.h"
 #include "platform/result.h"
 
@@ -29,6 +30,7 @@ struct LoadedText
 {
     QByteArray utf8; // without the one final line end that terminates the file
     FileForm form;
+    FileStamp stamp; // from before the reading: what is written meanwhile does not pass for read
     QString note; // one line for the status bar, or empty
 };
 

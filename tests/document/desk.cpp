@@ -50,6 +50,7 @@ void Desk::step(const QString &verb, const QString &rest)
     auto &dom = session.state().Document;
     const std::map<QString, std::function<void()>> verbs{
         {u"file"_s, [&] { makeFile(rest); }},
+        {u"meanwhile"_s, [&] { workspace.meanwhile = [this, rest] { makeFile(rest); }; }},
         {u"remove"_s, [&] { QFile::remove(path(rest)) || QDir(path(rest)).removeRecursively(); }},
         {u"start"_s, [&] { life.prelodr(rest.isEmpty() ? QStringList() : QStringList{path(rest)}); }},
         {u"new"_s, [&] { life.newDocument(); }},
@@ -126,6 +127,7 @@ QString Desk::seen(const QString &key)
         {u"editor"_s, [&] { return text(editor.text()); }},
         {u"dom"_s, [&] { return text(state.Document.xml()); }},
         {u"name"_s, [&] { return QFileInfo(state.CurrentFilePath).fileName(); }},
+        {u"overtaken"_s, [&] { return number(state.stamp != files::stampOf(state.CurrentFilePath)); }},
         {u"new"_s, [&] { return number(session.files().istmppath()); }},
         {u"copy"_s, [&] { return QFileInfo(state.previewCopyPath()).fileName(); }},
         {u"shown"_s, [&] { return text(browser.shown); }},

@@ -15,6 +15,7 @@ inline QStringList linesOf(const char *lines)
 
 // Steps, parted by " | ":
 //   file NAME=TEXT, remove NAME             make or remove a file beside the documents
+//   meanwhile NAME=TEXT                     the same, while the next file is being parsed
 //   start NAME                              start-up with that file on the command line
 //   new, open, drop NAME, save, saveas, leave, check
 //   normal, xml, preview                    select a tab

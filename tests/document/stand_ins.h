@@ -6,6 +6,8 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+
 namespace document_test {
 
 class PlainEditor : public control::EditorControl
@@ -87,6 +89,10 @@ public:
         const int previous = std::exchange(tab, wanted);
         session->views().enteredTab(wanted, previous);
     }
+    void documentGoing() override
+    {
+        std::exchange(meanwhile, [] {})();
+    }
     void rebuildTree() override { ++rebuilds; }
     void setSaveEnabled(bool enabled) override { saveEnabled = enabled; }
     void setTitleLine(const QString &text) override { title = text; }
@@ -103,6 +109,7 @@ public:
     void showBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
 
     document::Session *session = nullptr;
+    std::function<void()> meanwhile = [] {}; // done once, between reading a file and parsing it
     int tab = 0;
     int rebuilds = 0;
     bool saveEnabled = false;

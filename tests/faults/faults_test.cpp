@@ -163,7 +163,7 @@ private Q_SLOTS:
     void outOfReach()
     {
         app::FileWatch watch;
-        watch.watch(path_);
+        watch.watch(path_, files::stampOf(path_).value());
         setRules("* 0 9999 116");
         QCOMPARE(watch.checkNow(), app::FileWatch::Found::AsKnown);
         setRules({});
