@@ -129,7 +129,7 @@ void mainfrm::connectTree()
 
 void mainfrm::editNodes()
 {
-    nodes_->setStartAnew([this] { session_->parsing().LoadXml(document::newDocumentTemplate()); });
+    nodes_->setNewDocument(document::newDocumentTemplate());
     nodeEditing_ = std::make_unique<NodeEditing>(NodeEditing::Around{
         .nodes = *nodes_,
         .model = *model_,

@@ -97,6 +97,8 @@ void NodeEditing::bindCommands()
         commands.bind(row.name, [this, row] { (around_.nodes.*row.run)(); });
     for (const Move &row : moves)
         commands.bind(row.name, [this, row] { around_.nodes.MoveNode(row.direction); });
+    // A key held down would climb from the node to the root.
+    commands.action(text("mnudeletetag"))->setAutoRepeat(false);
     for (const char *name : {"mnueditnod", "mnueditnod4"})
         commands.bind(name, [this] { EditNode(); });
     commands.bind("mnutagselectedonly", [this] { smartSelect(); });
@@ -124,9 +126,14 @@ void NodeEditing::insert(dom::NodeKind kind)
         if (row.kind == kind && !inTree)
             return insertMarkup(row);
     }
+    const quint64 before = around_.document.revision();
     around_.nodes.insert(kind);
-    if (!inTree)
-        around_.note(QStringLiteral("Inserted into the tree, not into this text"));
+    if (around_.document.revision() == before)
+        return;
+    if (around_.currentTab() == document::XmlMode)
+        around_.note(QStringLiteral("Inserted into the tree; going back there takes this text"));
+    else if (!inTree)
+        around_.note(QStringLiteral("Inserted into the tree, not into this preview"));
 }
 
 void NodeEditing::insertMarkup(const Skeleton &skeleton)

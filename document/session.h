@@ -12,7 +12,6 @@
 //   Help menu                             session.life().openHelp(HelpPage::Index)
 //   any change of SSTab1's tab            session.views().enteredTab(newTab, previousTab)
 //   "Check for Errors"                    session.parsing().xmlerr(true, true)
-//   deleting the root (template)          session.parsing().LoadXml(newDocumentTemplate())
 //   Assigned file Preview                 session.saving().currentText(),
 //   session.files().writePreviewCopy(text)
 //

@@ -7,8 +7,9 @@
 #include "tree/propfrm.h"
 
 #include <QCheckBox>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -34,8 +35,17 @@ QPushButton *makeButton(const QString &name, const QString &caption, QWidget *pa
 {
     auto *button = new QPushButton(caption, parent);
     button->setObjectName(name);
-    button->setAutoDefault(false);
     return button;
+}
+
+bool isAnotherWindows(const QFocusEvent &event)
+{
+    return event.reason() == Qt::ActiveWindowFocusReason || event.reason() == Qt::PopupFocusReason;
+}
+
+bool isForFocus(int key)
+{
+    return key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Alt || key == Qt::Key_Shift;
 }
 
 } // namespace
@@ -112,6 +122,8 @@ void attpropfrm::start(const QString &name, const QString &value, QLineEdit *fir
     refuse(txtname, nameReason_, {});
     refuse(txtvalue, valueReason_, {});
     lastField_ = first;
+    touched_ = false;
+    selectionStart_ = -1;
     first->setFocus();
     first->selectAll();
     open();
@@ -167,12 +179,42 @@ void attpropfrm::cmdsynbols_Click()
     services_.showSymbols(services_.symbolTarget, this);
 }
 
-void attpropfrm::insertSymbols(const QString &text) { lastField_->insert(text); }
+void attpropfrm::insertSymbols(const QString &text)
+{
+    if (selectionStart_ >= 0)
+        lastField_->setSelection(selectionStart_, selectionLength_);
+    selectionStart_ = -1;
+    lastField_->insert(text);
+}
+
+// A field that loses the focus loses its selection too, unless to another window.
+void attpropfrm::rememberSelection()
+{
+    selectionStart_ = touched_ ? lastField_->selectionStart() : -1;
+    selectionLength_ = lastField_->selectionLength();
+}
 
 bool attpropfrm::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn)
+    switch (event->type()) {
+    case QEvent::FocusIn:
         lastField_ = watched == txtname ? txtname : txtvalue;
+        selectionStart_ = -1;
+        touched_ = touched_ && isAnotherWindows(*static_cast<QFocusEvent *>(event));
+        break;
+    case QEvent::FocusOut:
+        if (!isAnotherWindows(*static_cast<QFocusEvent *>(event)))
+            rememberSelection();
+        break;
+    case QEvent::KeyPress:
+        touched_ = touched_ || !isForFocus(static_cast<QKeyEvent *>(event)->key());
+        break;
+    case QEvent::MouseButtonPress:
+        touched_ = true;
+        break;
+    default:
+        break;
+    }
     return QDialog::eventFilter(watched, event);
 }
 

@@ -41,6 +41,7 @@ private:
     bool isRefused();
     void refuse(QLineEdit *field, QLabel *label, const QString &reason);
     void cmdsynbols_Click();
+    void rememberSelection();
 
     PropertyServices &services_;
     AttributeList &list_;
@@ -53,6 +54,9 @@ private:
     QPushButton *cmdOK;
     QPushButton *cmdcancel;
     QLineEdit *lastField_;
+    bool touched_ = false; // by the user, since it got the focus: its selection is meant
+    int selectionStart_ = -1; // of the last field when it lost the focus; -1 when none was meant
+    int selectionLength_ = 0;
 };
 
 } // namespace tree

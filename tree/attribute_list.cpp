@@ -195,6 +195,17 @@ void AttributeList::mouseDoubleClickEvent(QMouseEvent *event)
     event->accept();
 }
 
+// The buttons act on the current row, so that is the selected one.
+QItemSelectionModel::SelectionFlags AttributeList::selectionCommand(const QModelIndex &index,
+                                                                    const QEvent *event) const
+{
+    if (!index.isValid())
+        return QItemSelectionModel::NoUpdate;
+    const auto command = QTreeWidget::selectionCommand(index, event);
+    const bool mayDeselect = command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle);
+    return mayDeselect ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows : command;
+}
+
 // Names get two fifths, until somebody wants it otherwise; the columns keep their shares.
 void AttributeList::resizeEvent(QResizeEvent *event)
 {

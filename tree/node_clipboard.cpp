@@ -9,8 +9,9 @@ platform::Result<void> NodeClipboard::keep(dom::Node *node)
         return platform::Failure{copy.reason()};
     copy_ = *copy;
     kind_ = node->kind();
-    scope_ = kind_ == dom::NodeKind::Element ? scopeOf(node->parent()) : Scope();
-    markup_ = scope_.isEmpty() ? node->xml() : withScope(*node, scope_);
+    const bool hasScope = kind_ == dom::NodeKind::Element || kind_ == dom::NodeKind::EntityReference;
+    scope_ = hasScope ? scopeOf(node->parent()) : Scope();
+    markup_ = kind_ != dom::NodeKind::Element ? node->xml() : withScope(*node, scope_, document_.entities());
     return {};
 }
 
@@ -21,7 +22,9 @@ platform::Result<dom::Node *> NodeClipboard::paste()
         if (!imported)
             return imported;
         copy_ = *imported;
-        scope_.clear(); // the markup declares what it needs
+        scope_.clear(); // the markup declares what it needs, but for no namespace
+        if (kind_ == dom::NodeKind::Element)
+            scope_.insert(QString(), QString());
     }
     if (!copy_)
         return platform::Failure{QStringLiteral("Nothing was copied yet")};

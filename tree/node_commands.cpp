@@ -23,14 +23,14 @@ NodeCommands::NodeCommands(TreeModel &model, dom::Document &document, TreeFace &
                            dialogs::Dialogs &dialogs)
     : model_(model), document_(document), face_(face), dialogs_(dialogs), clipboard_(document)
 {
-    connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, &NodeCommands::forget);
+    connect(&model_, &TreeModel::aboutToRebuild, this, &NodeCommands::forget);
+    connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, [this] { clipboard_.letGo(); });
 }
 
-// The nodes that steps and clipboard point to are about to go.
+// The nodes that steps point to are about to go.
 void NodeCommands::forget()
 {
     history_.clear();
-    clipboard_.letGo();
     Q_EMIT stepsChanged();
 }
 

@@ -35,8 +35,8 @@ public:
     // All of them outlive this.
     NodeCommands(TreeModel &model, dom::Document &document, TreeFace &face, dialogs::Dialogs &dialogs);
 
-    // What deleting the root does: the document becomes that of a new one, and the tree is rebuilt.
-    void setStartAnew(std::function<void()> startAnew) { startAnew_ = std::move(startAnew); }
+    // What the document becomes when its root is deleted; without one the root stays.
+    void setNewDocument(const QByteArray &text) { newDocument_ = text; }
 
     // A new node with the content of its kind: the last child of a selected element, else right after the
     // selected node. For elements, texts, CDATA sections, comments and processing instructions.
@@ -100,7 +100,7 @@ private:
     dialogs::Dialogs &dialogs_;
     NodeClipboard clipboard_;
     NodeHistory history_;
-    std::function<void()> startAnew_;
+    QByteArray newDocument_;
     bool smartSelect_ = false;
 };
 

@@ -26,7 +26,7 @@ void NodeCommands::Paste()
                          QStringLiteral("You can only paste into a Topic"));
         return;
     }
-    report(run(QStringLiteral("Paste"), [&](NodeStep &) -> platform::Result<void> {
+    report(run(QStringLiteral("Paste"), [&](NodeStep &step) -> platform::Result<void> {
         const auto copy = clipboard_.paste();
         if (!copy)
             return platform::Failure{copy.reason()};
@@ -39,6 +39,8 @@ void NodeCommands::Paste()
                 return done;
         }
         model_.insertLast(target, *copy);
+        if (!face_.isOpen(target))
+            setOpen(target, true, step); // what was pasted is in sight
         return {};
     }));
 }
@@ -49,11 +51,8 @@ void NodeCommands::Delete()
     dom::Node *node = model_.GetNodepar(selected);
     if (!node)
         return;
-    if (!selected.parent().isValid()) {
-        if (startAnew_)
-            startAnew_();
-        return;
-    }
+    if (!selected.parent().isValid())
+        return deleteRoot();
     report(run(QStringLiteral("Delete"), [&](NodeStep &step) -> platform::Result<void> {
         step.before.opened = openBelow(selected);
         {
@@ -68,6 +67,22 @@ void NodeCommands::Delete()
         model_.remove(selected);
         return {};
     }));
+}
+
+// The former document stays as it is, nodes, rows and all: so the steps before this one hold too.
+void NodeCommands::deleteRoot()
+{
+    if (newDocument_.isEmpty())
+        return;
+    const auto done = run(QStringLiteral("Delete"), [&](NodeStep &) {
+        auto replaced = document_.replaceContent(newDocument_);
+        if (replaced)
+            model_.exchangeTree();
+        return replaced;
+    });
+    report(done);
+    if (done)
+        Q_EMIT noted(QStringLiteral("The whole document was deleted; Undo brings it back"));
 }
 
 } // namespace tree

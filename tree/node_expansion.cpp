@@ -9,8 +9,13 @@ void NodeCommands::Collapse()
 {
     face_.showBusy(true);
     face_.freeze(true);
+    QModelIndex seen = face_.selected(); // commands act on what can be seen
+    while (seen.parent().parent().isValid())
+        seen = seen.parent();
     face_.closeAll();
     face_.setOpen(model_.index(0, 0), true);
+    if (seen.isValid())
+        face_.select(seen);
     face_.freeze(false);
     face_.showBusy(false);
 }

@@ -1,14 +1,21 @@
 #include "tree/node_scope.h"
 
 #include "platform/dom/document.h"
+#include "platform/dom/markup_reader.h"
+#include "platform/dom/start_tag.h"
 
+#include <QSet>
 #include <cctype>
 
 namespace tree {
 
 namespace {
 
-const QString declares = QStringLiteral("xmlns:");
+// The attribute that binds a prefix, or the default namespace.
+QString declaration(const QString &prefix)
+{
+    return prefix.isEmpty() ? QStringLiteral("xmlns") : QStringLiteral("xmlns:") + prefix;
+}
 
 bool isNameByte(char c)
 {
@@ -17,7 +24,7 @@ bool isNameByte(char c)
 }
 
 // In names, or within values, as XPath has it.
-bool uses(const QByteArray &markup, const QString &prefix)
+bool usesPrefix(const QByteArray &markup, const QString &prefix)
 {
     const QByteArray name = prefix.toUtf8() + ':';
     for (qsizetype at = markup.indexOf(name); at >= 0; at = markup.indexOf(name, at + 1)) {
@@ -29,20 +36,76 @@ bool uses(const QByteArray &markup, const QString &prefix)
     return false;
 }
 
+// Whether an element without a prefix has its namespace from around the markup.
+bool usesDefault(const QByteArray &markup)
+{
+    int depth = 0;
+    int declaredAt = 0; // the depth from which on none has; 0 for none
+    dom::MarkupReader reader(markup);
+    while (const auto tag = reader.nextTag()) {
+        if (tag->kind != dom::MarkupReader::Tag::End && ++depth && declaredAt == 0) {
+            const dom::StartTag start(tag->text);
+            if (start.find("xmlns"))
+                declaredAt = depth;
+            else if (!start.name().contains(':'))
+                return true;
+        }
+        if (tag->kind != dom::MarkupReader::Tag::Start && depth-- == declaredAt)
+            declaredAt = 0;
+    }
+    return false;
+}
+
+bool uses(const QByteArray &markup, const QString &prefix)
+{
+    return prefix.isEmpty() ? usesDefault(markup) : usesPrefix(markup, prefix);
+}
+
+// The replacement texts of the entities that markup refers to, directly or through others; of each once.
+QByteArray entityTexts(const QByteArray &markup, const dom::Entities &entities)
+{
+    QByteArray texts;
+    QSet<QByteArray> seen;
+    const auto gather = [&](const QByteArray &from, qsizetype at) {
+        for (at = from.indexOf('&', at); at >= 0; at = from.indexOf('&', at + 1)) {
+            const QByteArray name = from.sliced(at + 1, qMax<qsizetype>(0, from.indexOf(';', at) - at - 1));
+            if (!entities.contains(name) || seen.contains(name))
+                continue;
+            seen.insert(name);
+            texts += entities.value(name);
+        }
+    };
+    if (!entities.isEmpty())
+        gather(markup, 0);
+    for (qsizetype at = 0; at < texts.size();) {
+        const qsizetype end = texts.size();
+        gather(QByteArray(texts), at);
+        at = end;
+    }
+    return texts;
+}
+
+QByteArray withEntities(const QByteArray &markup, const dom::Entities &entities)
+{
+    return markup + entityTexts(markup, entities);
+}
+
 } // namespace
 
 Scope scopeOf(const dom::Node *element)
 {
     Scope scope;
     for (; element && element->kind() == dom::NodeKind::Element; element = element->parent()) {
-        if (!element->startTag().contains("xmlns:"))
+        if (!element->startTag().contains("xmlns"))
             continue;
         for (const dom::Attribute &attribute : element->attributes()) {
-            const QString prefix = attribute.name.mid(declares.size());
-            if (attribute.name.startsWith(declares) && !scope.contains(prefix))
+            const QString prefix = attribute.name.section(u':', 1);
+            if (attribute.name == declaration(prefix) && !scope.contains(prefix))
                 scope.insert(prefix, attribute.value);
         }
     }
+    if (!scope.contains(QString()))
+        scope.insert(QString(), QString());
     return scope;
 }
 
@@ -55,37 +118,49 @@ bool isPrefixBound(const dom::Node *element, const QString &name)
 
 platform::Result<void> takeScopeAlong(dom::Document &document, dom::Node *node, const Scope &from)
 {
-    if (node->kind() != dom::NodeKind::Element || from.isEmpty())
+    const bool isElement = node->kind() == dom::NodeKind::Element;
+    if (!isElement && node->kind() != dom::NodeKind::EntityReference)
         return {};
     const Scope here = scopeOf(node->parent());
     QByteArray markup;
     for (auto binding = from.cbegin(); binding != from.cend(); ++binding) {
-        if (here.value(binding.key()) == binding.value() || node->attribute(declares + binding.key()))
+        const QString name = declaration(binding.key());
+        if (here.value(binding.key()) == binding.value() || node->attribute(name))
             continue;
         if (markup.isEmpty())
-            markup = node->xml();
+            markup = withEntities(node->xml(), document.entities());
         if (!uses(markup, binding.key()))
             continue;
-        auto done = document.setAttribute(node, declares + binding.key(), binding.value());
+        if (!isElement)
+            return platform::Failure{
+                QStringLiteral("\"&%1;\" needs the declaration %2, which does not hold there")
+                    .arg(node->name(), name)};
+        auto done = document.setAttribute(node, name, binding.value());
         if (!done)
             return done;
     }
     return {};
 }
 
-QByteArray withScope(const dom::Node &element, const Scope &scope)
+QByteArray withScope(const dom::Node &element, const Scope &scope, const dom::Entities &entities)
 {
     const QByteArray markup = element.xml();
+    const QByteArray used = withEntities(markup, entities);
     QByteArray declarations;
     for (auto binding = scope.cbegin(); binding != scope.cend(); ++binding) {
-        if (element.attribute(declares + binding.key()) || !uses(markup, binding.key()))
+        const QString name = declaration(binding.key());
+        if (binding.value().isEmpty() || element.attribute(name) || !uses(used, binding.key()))
             continue;
-        const QString value = binding.value().toHtmlEscaped();
-        declarations += QStringLiteral(" xmlns:%1=\"%2\"").arg(binding.key(), value).toUtf8();
+        declarations += QStringLiteral(" %1=\"%2\"").arg(name, binding.value().toHtmlEscaped()).toUtf8();
     }
     if (declarations.isEmpty())
         return markup;
     return QByteArray(markup).insert(1 + element.name().toUtf8().size(), declarations);
+}
+
+bool entitiesUse(const dom::Node &node, const QString &prefix, const dom::Entities &entities)
+{
+    return !entities.isEmpty() && usesPrefix(entityTexts(node.xml(), entities), prefix);
 }
 
 } // namespace tree

@@ -1,6 +1,8 @@
-// Namespace prefixes of nodes that go elsewhere: a document in which a prefix is not declared does not parse.
+// Namespaces of nodes that go elsewhere: they stay what they are, and a document in which a prefix is not
+// declared does not parse.
 #pragma once
 
+#include "platform/dom/verdict.h"
 #include "platform/result.h"
 
 #include <QByteArray>
@@ -14,7 +16,8 @@ class Node;
 
 namespace tree {
 
-// The prefixes that are bound at a place in the document, and to what.
+// The prefixes that are bound at a place in the document, and to what. The empty one, always there, is the
+// default namespace.
 using Scope = QMap<QString, QString>;
 
 Scope scopeOf(const dom::Node *element);
@@ -22,12 +25,15 @@ Scope scopeOf(const dom::Node *element);
 // Whether the prefix of a name, if it has one, is bound there.
 bool isPrefixBound(const dom::Node *element, const QString &name);
 
-// Declares, on a node that has come from a place with the scope from to the place where it is now, the
-// prefixes used in it that were bound otherwise there. Costs a look at the node's markup only when scopes
-// differ.
+// Declares, on a node that has come from a place with the scope from to the place where it is now, what is
+// used in it, or in the entities it refers to, and was bound otherwise there. Fails for an entity that would
+// need it. Costs a look at the node's markup only when scopes differ.
 platform::Result<void> takeScopeAlong(dom::Document &document, dom::Node *node, const Scope &from);
 
-// An element's markup that declares all prefixes of scope that it uses and does not declare itself.
-QByteArray withScope(const dom::Node &element, const Scope &scope);
+// An element's markup that declares all of scope that it uses and does not declare itself.
+QByteArray withScope(const dom::Node &element, const Scope &scope, const dom::Entities &entities);
+
+// Whether entities that the node refers to use a prefix.
+bool entitiesUse(const dom::Node &node, const QString &prefix, const dom::Entities &entities);
 
 } // namespace tree

@@ -96,11 +96,20 @@ private:
 };
 
 // What the element's subtree needs of the prefixes that the element declares no longer.
-platform::Result<void> keepsPrefixes(const dom::Node &element, const QList<dom::Attribute> &before)
+platform::Result<void> keepsPrefixes(const dom::Node &element, const QList<dom::Attribute> &before,
+                                     const dom::Entities &entities)
 {
-    const bool lost = std::any_of(before.begin(), before.end(), [&element](const dom::Attribute &attribute) {
-        return attribute.name.startsWith(QStringLiteral("xmlns:")) && !element.attribute(attribute.name);
-    });
+    bool lost = false;
+    for (const dom::Attribute &attribute : before) {
+        if (!attribute.name.startsWith(QStringLiteral("xmlns:")) || element.attribute(attribute.name))
+            continue;
+        lost = true;
+        const QString prefix = attribute.name.section(u':', 1);
+        const bool bound = scopeOf(element.parent()).contains(prefix);
+        if (!bound && entitiesUse(element, prefix, entities))
+            return platform::Failure{
+                QStringLiteral("The prefix \"%1\" is used by an entity, and is not declared").arg(prefix)};
+    }
     const QByteArray markup = lost ? element.xml() : element.startTag();
     const QString name = UndeclaredFinder(element.parent()).run(markup);
     return name.isEmpty() ? platform::Result<void>() : undeclared(name);
@@ -149,7 +158,7 @@ platform::Result<void> setProperties(dom::Document &document, dom::Node *node,
     auto done = document.renameElement(node, properties.name);
     if (done)
         done = document.setAttributes(node, properties.attributes);
-    return done ? keepsPrefixes(*node, before) : done;
+    return done ? keepsPrefixes(*node, before, document.entities()) : done;
 }
 
 } // namespace tree

@@ -86,18 +86,25 @@ constexpr AttributeButton attributeButtons[] = {
      isAboveAnother},
 };
 
+// A button that has the focus does not take it along: by default some other button would get it.
+void enable(QPushButton &button, bool enabled, AttributeList &list)
+{
+    if (!enabled && button.hasFocus())
+        list.setFocus();
+    button.setEnabled(enabled);
+}
+
 QPushButton *makeButton(const AttributeButton &row, AttributeList &list, QWidget *parent)
 {
     auto *button = new QPushButton(latin1(row.caption), parent);
     button->setObjectName(latin1(row.name));
     button->setToolTip(latin1(row.tip));
     button->setAccessibleName(latin1(row.spoken));
-    button->setAutoDefault(false);
     if (*row.icon != 0)
         button->setIcon(dialogs::themeIcon(latin1(row.icon)));
     QObject::connect(button, &QPushButton::clicked, &list, [&row, &list] { row.act(list); });
     QObject::connect(&list, &AttributeList::ItemClick, button,
-                     [button, &row, &list] { button->setEnabled(row.enabled(list)); });
+                     [button, &row, &list] { enable(*button, row.enabled(list), list); });
     return button;
 }
 

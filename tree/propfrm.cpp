@@ -29,7 +29,6 @@ QPushButton *makeButton(const QString &name, const QString &caption, QWidget *pa
 {
     auto *button = new QPushButton(caption, parent);
     button->setObjectName(name);
-    button->setAutoDefault(false);
     return button;
 }
 
@@ -153,7 +152,9 @@ void Propfrm::cmdsynbols_Click()
 
 void Propfrm::insertSymbols(int target, const QString &text)
 {
-    if (target == 0 && attribute_ && attribute_->isVisible())
+    if (attribute_ && !attribute_->isVisible())
+        page_->nameField()->insert(text);
+    else if (attribute_ && target == 0)
         attribute_->insertSymbols(text);
     for (int i = 0; i < pages_->count(); ++i) {
         const auto *page = static_cast<PropertiesPage *>(pages_->widget(i));

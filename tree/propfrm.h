@@ -54,7 +54,7 @@ public:
     static Propfrm *around(QWidget *inside);
 
     // Replaces the selection of the box that the code names; other codes, and a box that is not open,
-    // receive nothing.
+    // receive nothing. The element page has no box: there the name does, unless the Attribute dialog is open.
     void insertSymbols(int target, const QString &text);
 
     void accept() override; // OK; stays open when the document refuses

@@ -5,9 +5,12 @@
 
 #include "tree/label.h"
 
+#include <memory>
 #include <vector>
 
 namespace tree {
+
+class TreeRows;
 
 struct RowEdit
 {
@@ -17,16 +20,19 @@ struct RowEdit
         Removed, // from from, fromRow
         Moved, // rows counted without the moved one
         Relabelled, // the row at to, toRow
-        KeysLengthened // of all below the row at to, toRow
+        KeysLengthened, // of all below the row at to, toRow
+        TreeExchanged // all rows for others
     };
 
     Kind kind;
-    dom::Node *node;
+    dom::Node *node = nullptr;
     dom::Node *from = nullptr; // parents, as nodes of the document: rows come and go with them
     int fromRow = 0;
     dom::Node *to = nullptr;
     int toRow = 0;
     TagRule ruleBefore = TagRule::WithoutOwnNamespace; // Relabelled
+    std::shared_ptr<TreeRows> treeBefore = nullptr; // TreeExchanged
+    std::shared_ptr<TreeRows> treeAfter = nullptr;
 };
 
 using RowEdits = std::vector<RowEdit>;

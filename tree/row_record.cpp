@@ -77,6 +77,9 @@ void TreeModel::revert(const RowEdits &edits, const std::function<void()> &turnD
         case RowEdit::Kind::KeysLengthened:
             addToKeysBelow(*nodeAt(on(*edit)), -1);
             break;
+        case RowEdit::Kind::TreeExchanged:
+            show(edit->treeBefore);
+            break;
         }
     }
 }
@@ -103,6 +106,9 @@ void TreeModel::reapply(const RowEdits &edits, const std::function<void()> &turn
             break;
         case RowEdit::Kind::KeysLengthened:
             addToKeysBelow(*nodeAt(on(edit)), 1);
+            break;
+        case RowEdit::Kind::TreeExchanged:
+            show(edit.treeAfter);
             break;
         }
     }

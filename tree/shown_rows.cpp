@@ -136,21 +136,28 @@ QModelIndex TreeModel::shownAt(qint64 position) const
     }
 }
 
-QModelIndex TreeModel::shownAfter(const QModelIndex &node) const
+QModelIndex TreeModel::shownAfter(const QModelIndex &node, int *level) const
 {
     RowList *list = static_cast<RowList *>(node.internalPointer());
     const TreeNode *at = list->made(node.row());
-    if (at && at->shownBelow() > 0)
-        return createIndex(0, 0, at->children.get());
-    qint64 row = node.row();
-    while (row + 1 >= list->count()) {
+    int steps = 0;
+    qint64 next = node.row() + 1;
+    if (at && at->shownBelow() > 0) {
+        next = 0;
+        list = at->children.get();
+        ++steps;
+    }
+    while (next >= list->count()) {
         const TreeNode *owner = list->owner();
         if (!owner)
             return {};
-        row = owner->run->rowOf(owner);
+        next = owner->run->rowOf(owner) + 1;
         list = owner->run->list;
+        --steps;
     }
-    return createIndex(int(row + 1), 0, list);
+    if (level)
+        *level += steps;
+    return createIndex(int(next), 0, list);
 }
 
 qint64 TreeModel::positionOf(const QModelIndex &node) const

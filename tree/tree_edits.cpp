@@ -184,6 +184,26 @@ void TreeModel::lengthenKeysBelow(const QModelIndex &node)
     addToKeysBelow(*top, 1);
 }
 
+void TreeModel::exchangeTree()
+{
+    auto fresh = std::make_shared<TreeRows>();
+    fresh->numberOnFrom(*rows_);
+    fresh->rebuild(document_.documentElement(), true);
+    record({.kind = RowEdit::Kind::TreeExchanged, .treeBefore = rows_, .treeAfter = fresh});
+    show(fresh);
+}
+
+void TreeModel::show(const std::shared_ptr<TreeRows> &rows)
+{
+    beginResetModel();
+    endDrag();
+    rows->numberOnFrom(*rows_);
+    rows_ = rows;
+    builtFrom_ = document_.documentNode();
+    topLevelCount_ = builtFrom_->childCount();
+    endResetModel();
+}
+
 platform::Result<void> TreeModel::drop(const QModelIndex &dragged, const QModelIndex &target)
 {
     const QString refusal = dropRefusal(dragged, target);

@@ -16,7 +16,7 @@ RowList *listIn(const QModelIndex &index) { return static_cast<RowList *>(index.
 } // namespace
 
 TreeModel::TreeModel(dom::Document &document, QObject *parent)
-    : QAbstractItemModel(parent), document_(document), rows_(std::make_unique<TreeRows>())
+    : QAbstractItemModel(parent), document_(document), rows_(std::make_shared<TreeRows>())
 {
     document_.setObserver(this);
 }
@@ -25,6 +25,7 @@ TreeModel::~TreeModel() { document_.setObserver(nullptr); }
 
 void TreeModel::nametree(dom::Node *domNode)
 {
+    Q_EMIT aboutToRebuild();
     beginResetModel();
     endDrag();
     const dom::Node *top = document_.documentNode();

@@ -67,6 +67,10 @@ public:
     QModelIndex move(const QModelIndex &node, const QModelIndex &parent, int row); // row as before the move
     void remove(const QModelIndex &node);
 
+    // The document's content was replaced by an edit: builds its rows from there. Those so far are kept on
+    // record. Unlike a rebuild this is a change that can be taken back.
+    void exchangeTree();
+
     // The row that shows a node; invalid when that is not below the document element, or nobody has looked at
     // the rows around it. With reach those are listed first.
     QModelIndex find(const dom::Node *node) const;
@@ -89,8 +93,8 @@ public:
     // The rows to be seen, from 0: those whose parents are open, all the way up.
     qint64 shownCount() const;
     QModelIndex shownAt(qint64 position) const; // invalid when out of range
-    // The one after a row to be seen; invalid at the end.
-    QModelIndex shownAfter(const QModelIndex &node) const;
+    // The one after a row to be seen; invalid at the end. level, that of the row, becomes that of the next.
+    QModelIndex shownAfter(const QModelIndex &node, int *level = nullptr) const;
     qint64 positionOf(const QModelIndex &node) const; // -1 when it is not to be seen
     int levelOf(const QModelIndex &node) const; // 0 for the root
 
@@ -120,6 +124,9 @@ public:
     bool dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
                       const QModelIndex &parent) override;
 
+Q_SIGNALS:
+    void aboutToRebuild(); // the nodes shown so far are about to go, for good
+
 private:
     friend class RowsByHand;
 
@@ -141,12 +148,13 @@ private:
     void takeAway(dom::Node *parent, int row);
     void shift(dom::Node *from, int fromRow, dom::Node *to, int toRow);
     void relabel(const QModelIndex &node, TagRule rule);
+    void show(const std::shared_ptr<TreeRows> &rows);
     void addToKeysBelow(TreeNode &top, int underscores);
     void record(const RowEdit &edit);
     QString dropRefusal(const QModelIndex &dragged, const QModelIndex &target) const;
 
     dom::Document &document_;
-    std::unique_ptr<TreeRows> rows_; // filled by asking
+    std::shared_ptr<TreeRows> rows_; // filled by asking; shared with the edits that exchange it
     const dom::Node *builtFrom_ = nullptr; // the document node at the last rebuild; a load makes another
     QPersistentModelIndex draggedNode_;
     qint64 topLevelCount_ = 0;

@@ -24,6 +24,9 @@ public:
     // Starts anew with root (null: an empty tree). loaded: its document was parsed since the last rebuild.
     void rebuild(dom::Node *root, bool loaded);
 
+    // Never gives a number out that other has given.
+    void numberOnFrom(const TreeRows &other) { counter_ = qMax(counter_, other.counter_); }
+
     RowList &top() { return top_; }
     TreeNode *node(RowList &list, qint64 row); // made if need be; null when out of range
     RowList &below(TreeNode &node); // listed if need be

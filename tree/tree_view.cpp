@@ -103,11 +103,12 @@ bool TreeView::isExpandable(const QModelIndex &node) const
 // for their labels. Only rows in view count.
 void TreeView::fitColumn()
 {
-    for (QModelIndex row = indexAt(QPoint(0, 0)); row.isValid(); row = indexBelow(row)) {
-        const QRect place = visualRect(row);
-        if (place.top() > viewport()->height())
-            break;
-        columnNeeds_ = qMax(columnNeeds_, place.left() + horizontalOffset() + labelRoom());
+    executeDelayedItemsLayout();
+    QModelIndex row = model_.shownAt(verticalScrollBar()->value());
+    int level = row.isValid() ? model_.levelOf(row) : 0;
+    for (int rows = 0; row.isValid() && rows <= rowsInView(); ++rows) {
+        columnNeeds_ = qMax(columnNeeds_, (level + 1) * indentation() + labelRoom());
+        row = model_.shownAfter(row, &level);
     }
     const int width = qMax(columnNeeds_, viewport()->width());
     if (columnWidth(0) == width)
@@ -139,6 +140,7 @@ void TreeView::mousePressEvent(QMouseEvent *event)
         return;
     }
     pressedBranch_ = isBranchAt(event->position().toPoint());
+    pressedNode_ = pressedBranch_ ? QModelIndex() : node;
     if (togglesAt(QEvent::MouseButtonPress, *event))
         toggle(node);
     if (!pressedBranch_)
@@ -176,11 +178,11 @@ void TreeView::toggle(const QModelIndex &node)
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (isBranchAt(event->position().toPoint())) {
+    const QModelIndex node = pressedNode_; // what the first click did may have moved the rows since
+    if (!node.isValid() && isBranchAt(event->position().toPoint())) {
         mousePressEvent(event);
         return;
     }
-    const QModelIndex node = indexAt(event->position().toPoint());
     if (event->button() != Qt::LeftButton || !node.isValid())
         return;
     event->accept();

@@ -109,13 +109,14 @@ protected:
     void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
     void paintEvent(QPaintEvent *event) override;
-    void drawRow(QPainter *painter, const QStyleOptionViewItem &options,
-                 const QModelIndex &index) const override;
     void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event) const override;
 
 private:
+    void drawRowAt(QPainter *painter, const QStyleOptionViewItem &options, const QRect &label,
+                   const QModelIndex &index) const;
+    QRect labelPlace(int level, int top) const; // in the viewport, from the row's branch to its end
     void showRoot();
     int rowsInView() const; // whole ones
     int columnLeft() const; // where the column begins, in the viewport
@@ -141,6 +142,7 @@ private:
     QTimer openSoon_; // for the node that a drag rests on
     int rowHeight_ = 1; // pixels, of every row
     bool pressedBranch_ = false;
+    QPersistentModelIndex pressedNode_; // not by its branch
     int columnNeeds_ = 0; // pixels; grows as deeper rows come into view
     QString typed_; // for keyboardSearch
     QElapsedTimer lastTyped_;

@@ -17,17 +17,18 @@ void TreeView::paintEvent(QPaintEvent *event)
     const QRect area = event->rect();
     const int skipped = qMax(0, area.top()) / rowHeight_;
     QModelIndex row = model_.shownAt(verticalScrollBar()->value() + skipped);
+    int level = row.isValid() ? model_.levelOf(row) : 0;
     for (int top = skipped * rowHeight_; row.isValid() && top <= area.bottom(); top += rowHeight_) {
         options.rect = QRect(columnLeft(), top, columnWidth(0), rowHeight_);
-        drawRow(&painter, options, row);
-        row = model_.shownAfter(row);
+        drawRowAt(&painter, options, labelPlace(level, top), row);
+        row = model_.shownAfter(row, &level);
     }
 }
 
-void TreeView::drawRow(QPainter *painter, const QStyleOptionViewItem &options, const QModelIndex &index) const
+void TreeView::drawRowAt(QPainter *painter, const QStyleOptionViewItem &options, const QRect &label,
+                         const QModelIndex &index) const
 {
     QStyleOptionViewItem option = options;
-    const QRect label = visualRect(index);
     const int indent = options.rect.width() - label.width();
     const QPoint pointer = viewport()->mapFromGlobal(QCursor::pos());
     option.state.setFlag(QStyle::State_Open, isExpanded(index));

@@ -68,10 +68,14 @@ QRect TreeView::visualRect(const QModelIndex &node) const
     const qint64 position = model_.positionOf(node);
     if (position < 0 || columnWidth(0) == 0)
         return {};
-    const int indent = (model_.levelOf(node) + 1) * indentation();
     const qint64 top = (position - verticalScrollBar()->value()) * rowHeight_;
-    return {columnLeft() + (isRightToLeft() ? 0 : indent),
-            int(qBound(qint64(INT_MIN / 2), top, qint64(INT_MAX / 2))), columnWidth(0) - indent, rowHeight_};
+    return labelPlace(model_.levelOf(node), int(qBound(qint64(INT_MIN / 2), top, qint64(INT_MAX / 2))));
+}
+
+QRect TreeView::labelPlace(int level, int top) const
+{
+    const int indent = (level + 1) * indentation();
+    return {columnLeft() + (isRightToLeft() ? 0 : indent), top, columnWidth(0) - indent, rowHeight_};
 }
 
 QModelIndex TreeView::indexAt(const QPoint &position) const

@@ -5,8 +5,9 @@
 #include "platform/dom/rules.h"
 #include "platform/dom/start_tag.h"
 
+#include <QHash>
 #include <QMap>
-#include <algorithm>
+#include <vector>
 
 namespace dom {
 
@@ -18,14 +19,15 @@ namespace {
 QList<AttributeEdit> onePerName(const QList<AttributeEdit> &attributes)
 {
     QList<AttributeEdit> out;
+    QHash<QString, qsizetype> places;
     for (const AttributeEdit &attribute : attributes) {
-        const auto earlier = std::find_if(out.begin(), out.end(), [&attribute](const AttributeEdit &other) {
-            return other.name == attribute.name;
-        });
-        if (earlier == out.end())
-            out.append(attribute);
-        else
-            *earlier = attribute;
+        const auto earlier = places.constFind(attribute.name);
+        if (earlier != places.constEnd()) {
+            out[*earlier] = attribute;
+            continue;
+        }
+        places.insert(attribute.name, out.size());
+        out.append(attribute);
     }
     return out;
 }
@@ -45,8 +47,12 @@ Result<void> areAttributes(const Node &element, const QList<AttributeEdit> &attr
 {
     Document scratch;
     const Node *bare = *scratch.createElement(QStringLiteral("a"));
+    QHash<QString, QString> before;
+    for (const Attribute &attribute : element.attributes())
+        before.insert(attribute.name, attribute.value);
     for (const AttributeEdit &attribute : attributes) {
-        if (attribute.name == attribute.original && element.attribute(attribute.name) == attribute.value)
+        const auto was = before.constFind(attribute.name);
+        if (attribute.name == attribute.original && was != before.constEnd() && *was == attribute.value)
             continue;
         if (auto verdict = Rules::isAttribute(bare, attribute.name, attribute.value); !verdict)
             return verdict;
@@ -54,20 +60,34 @@ Result<void> areAttributes(const Node &element, const QList<AttributeEdit> &attr
     return {};
 }
 
-} // namespace
-
-// Name, sign and quoted value, as they were written as far as they are the same.
-QByteArray Document::spelled(const StartTag &tag, const AttributeEdit &attribute) const
+// Name, sign and quoted value, as they were written (null: nowhere) as far as they are the same.
+QByteArray spelled(const StartTag &tag, const StartTag::AttributeSpan *was, const AttributeEdit &attribute,
+                   const Entities &entities)
 {
-    const StartTag::AttributeSpan *was = tag.find(attribute.original.toUtf8());
     if (!was)
         return attribute.name.toUtf8() + "=\"" + encodeAttribute(attribute.value, '"') + '"';
     const QByteArrayView written = tag.valueOf(*was);
     const char quote = written.data()[-1];
-    const bool same = decodeAttribute(written, d->content->entities) == attribute.value;
+    const bool same = decodeAttribute(written, entities) == attribute.value;
     return attribute.name.toUtf8() + tag.signOf(*was).toByteArray() + quote
         + (same ? written.toByteArray() : encodeAttribute(attribute.value, quote)) + quote;
 }
+
+// The tag with these attributes. Looks none of them up by going through all.
+QByteArray tagWith(const StartTag &tag, const QList<AttributeEdit> &attributes, const Entities &entities)
+{
+    QHash<QByteArrayView, const StartTag::AttributeSpan *> spans;
+    for (const StartTag::AttributeSpan &span : tag.attributes())
+        spans.insert(tag.nameOf(span), &span);
+    std::vector<StartTag::Spelled> all;
+    for (const AttributeEdit &attribute : attributes) {
+        const StartTag::AttributeSpan *was = spans.value(attribute.original.toUtf8());
+        all.push_back({was, spelled(tag, was, attribute, entities)});
+    }
+    return tag.withAttributes(all);
+}
+
+} // namespace
 
 Result<void> Document::setAttributes(Node *element, const QList<AttributeEdit> &attributes)
 {
@@ -78,11 +98,7 @@ Result<void> Document::setAttributes(Node *element, const QList<AttributeEdit> &
         return verdict;
     return edit([&]() -> Result<void> {
         const QMap<QString, QString> bindings = bindingsOf(*element);
-        const StartTag tag(element->head());
-        std::vector<StartTag::Spelled> all;
-        for (const AttributeEdit &attribute : wanted)
-            all.push_back({tag.find(attribute.original.toUtf8()), spelled(tag, attribute)});
-        const QByteArray markup = tag.withAttributes(all);
+        const QByteArray markup = tagWith(StartTag(element->head()), wanted, d->content->entities);
         if (markup == element->head())
             return {};
         setHead(element, markup);

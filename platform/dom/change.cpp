@@ -9,19 +9,32 @@ namespace dom {
 
 void Changes::insertChild(Node *parent, qsizetype index, Node *node)
 {
-    log_.push_back({Change::Kind::Inserted, node, parent, index, Piece::Lead, {}, {}});
+    log_.push_back({.kind = Change::Kind::Inserted, .node = node, .parent = parent, .index = index});
     apply(log_.back());
 }
 
 void Changes::removeChild(Node *parent, qsizetype index)
 {
-    log_.push_back({Change::Kind::Removed, parent->child(index), parent, index, Piece::Lead, {}, {}});
+    log_.push_back(
+        {.kind = Change::Kind::Removed, .node = parent->child(index), .parent = parent, .index = index});
     apply(log_.back());
 }
 
 void Changes::setPiece(Node *node, Piece piece, Text text)
 {
-    log_.push_back({Change::Kind::PieceSet, node, nullptr, 0, piece, node->piece(piece), std::move(text)});
+    log_.push_back({.kind = Change::Kind::PieceSet,
+                    .node = node,
+                    .piece = piece,
+                    .before = node->piece(piece),
+                    .after = std::move(text)});
+    apply(log_.back());
+}
+
+void Changes::setContent(std::shared_ptr<Content> content)
+{
+    log_.push_back({.kind = Change::Kind::ContentSet,
+                    .contentBefore = document_.d->content,
+                    .contentAfter = std::move(content)});
     apply(log_.back());
 }
 
@@ -56,6 +69,8 @@ void Changes::apply(const Change &change)
         return doRemove(change.parent, change.index, change.node);
     case Change::Kind::PieceSet:
         return doSetPiece(change.node, change.piece, change.after);
+    case Change::Kind::ContentSet:
+        document_.d->content = change.contentAfter;
     }
 }
 
@@ -68,6 +83,8 @@ void Changes::revert(const Change &change)
         return doInsert(change.parent, change.index, change.node);
     case Change::Kind::PieceSet:
         return doSetPiece(change.node, change.piece, change.before);
+    case Change::Kind::ContentSet:
+        document_.d->content = change.contentBefore;
     }
 }
 

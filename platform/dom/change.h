@@ -8,12 +8,14 @@
 #include "platform/dom/text.h"
 
 #include <QtGlobal>
+#include <memory>
 #include <vector>
 
 namespace dom {
 
 class Document;
 class Node;
+struct Content;
 
 struct Change
 {
@@ -21,16 +23,19 @@ struct Change
     {
         Inserted,
         Removed,
-        PieceSet
+        PieceSet,
+        ContentSet
     };
 
     Kind kind;
-    Node *node;
+    Node *node = nullptr;
     Node *parent = nullptr; // Inserted, Removed
     qsizetype index = 0;
     Piece piece = Piece::Head; // PieceSet
-    Text before;
-    Text after;
+    Text before = {};
+    Text after = {};
+    std::shared_ptr<Content> contentBefore = nullptr; // ContentSet
+    std::shared_ptr<Content> contentAfter = nullptr;
 };
 
 // What one command did, in order; enough to take it back and to do it again.
@@ -55,6 +60,7 @@ public:
     void insertChild(Node *parent, qsizetype index, Node *node);
     void removeChild(Node *parent, qsizetype index);
     void setPiece(Node *node, Piece piece, Text text);
+    void setContent(std::shared_ptr<Content> content); // of which no observer is told
 
     // The log since it was last taken; mark and undoTo make a failed operation harmless.
     qsizetype mark() const { return qsizetype(log_.size()); }

@@ -28,6 +28,14 @@ QByteArray declarationsOf(const Entities &entities)
     return out.isEmpty() ? out : "<!DOCTYPE x [" + out + "]>";
 }
 
+qsizetype endingBrackets(QByteArrayView text)
+{
+    qsizetype start = text.size();
+    while (start > 0 && text[start - 1] == ']')
+        --start;
+    return text.size() - start;
+}
+
 } // namespace
 
 void Document::Private::startAfresh()
@@ -35,11 +43,23 @@ void Document::Private::startAfresh()
     changes.take();
     if (content && !owner->isEmpty())
         former = std::move(content);
-    content = std::make_unique<Content>();
-    content->documentNode = newNode();
-    NodeFactory::makeDocumentNode(*content->documentNode, noSource);
+    content = emptyContent();
     inCommand = false;
     revision = ++lastRevision;
+}
+
+std::shared_ptr<Content> Document::Private::emptyContent()
+{
+    auto made = std::make_shared<Content>();
+    made->documentNode = &made->nodes.emplace_back();
+    NodeFactory::makeDocumentNode(*made->documentNode, noSource);
+    return made;
+}
+
+void Document::Private::fill(const QByteArray &utf8, const Entities &entities)
+{
+    content->entities = entities;
+    NodeFactory::parse(*newSource(utf8), *content->documentNode);
 }
 
 Document::Document() : d(std::make_unique<Private>(*this)) { d->startAfresh(); }
@@ -60,8 +80,7 @@ std::optional<ParseError> Document::load(const QByteArray &utf8, const QString &
 void Document::loadAccepted(const QByteArray &utf8, const Entities &entities)
 {
     d->startAfresh();
-    d->content->entities = entities;
-    NodeFactory::parse(*d->newSource(utf8), *d->content->documentNode);
+    d->fill(utf8, entities);
 }
 
 void Document::releaseFormer() { d->former.reset(); }
@@ -183,6 +202,7 @@ Result<void> Document::insertBefore(Node *parent, Node *node, Node *reference)
     if (auto verdict = Rules::mayInsert(parent, node, reference, nullptr); !verdict)
         return verdict;
     return edit([&]() -> Result<void> {
+        Node *follower = node->nextSibling();
         if (node->parent())
             takeOut(node);
         const Layout::Placement placement = Layout::place(*parent, *node, reference);
@@ -190,6 +210,7 @@ Result<void> Document::insertBefore(Node *parent, Node *node, Node *reference)
             d->changes.setPiece(parent, Piece::Tail, Text(*placement.tail));
         putIn(parent, node, reference ? reference->indexInParent() : parent->childCount(),
               Text(placement.lead));
+        keepTextsApart({follower, node, reference});
         return {};
     });
 }
@@ -205,12 +226,14 @@ Result<void> Document::replaceChild(Node *parent, Node *node, Node *replaced)
     if (replaced->kind() == NodeKind::DocumentType)
         return Rules::mayRemove(parent, replaced);
     return edit([&]() -> Result<void> {
+        Node *follower = node->nextSibling();
         if (node->parent())
             takeOut(node);
         const qsizetype index = replaced->indexInParent();
         const Text lead = replaced->piece(Piece::Lead);
         d->changes.removeChild(parent, index);
         putIn(parent, node, index, lead);
+        keepTextsApart({follower, node, node->nextSibling()});
         return keepsAttributesApart(node);
     });
 }
@@ -220,21 +243,37 @@ Result<void> Document::removeChild(Node *parent, Node *node)
     if (auto verdict = Rules::mayRemove(parent, node); !verdict)
         return verdict;
     return edit([&]() -> Result<void> {
+        Node *follower = node->nextSibling();
         takeOut(node);
+        keepTextsApart({follower});
         return {};
     });
 }
 
-// Layout beside a text would become part of the text.
-void Document::clearAround(Node *text)
+// Texts that follow each other directly must not spell "]]>" together: its ">" is written as a reference
+// then. Before each of the nodes, which may be null, something has changed.
+void Document::keepTextsApart(std::initializer_list<Node *> nodes)
 {
-    Node *next = text->nextSibling();
-    if (!text->lead().isEmpty())
-        d->changes.setPiece(text, Piece::Lead, Text());
-    if (next && !next->lead().isEmpty())
-        d->changes.setPiece(next, Piece::Lead, Text());
-    if (!next && !text->parent()->tail().isEmpty())
-        d->changes.setPiece(text->parent(), Piece::Tail, Text());
+    for (Node *node : nodes) {
+        if (!node || node->kind() != NodeKind::Text)
+            continue;
+        qsizetype brackets = 0;
+        for (const Node *at = node->textBefore(); at; at = at->textBefore()) {
+            brackets += endingBrackets(at->head());
+            if (endingBrackets(at->head()) < at->head().size())
+                break;
+        }
+        while (node && endingBrackets(node->head()) == node->head().size()) {
+            brackets += node->head().size();
+            Node *next = node->nextSibling();
+            node = next && next->textBefore() ? next : nullptr;
+        }
+        const QByteArrayView head = node ? node->head() : QByteArrayView();
+        const qsizetype end = head.indexOf('>');
+        const bool onlyBrackets = end >= 0 && endingBrackets(head.first(end)) == end;
+        if (onlyBrackets && brackets + end >= 2)
+            setHead(node, head.first(end).toByteArray() + "&gt;" + head.sliced(end + 1).toByteArray());
+    }
 }
 
 Result<void> Document::exchange(Node *one, Node *other)
@@ -255,10 +294,7 @@ Result<void> Document::exchange(Node *one, Node *other)
         d->changes.removeChild(parent, first);
         putIn(parent, other, first, firstLead);
         putIn(parent, one, second, secondLead);
-        for (Node *text : {one, other}) {
-            if (text->kind() == NodeKind::Text)
-                clearAround(text);
-        }
+        keepTextsApart({one, one->nextSibling(), other, other->nextSibling()});
         return {};
     });
 }
@@ -327,6 +363,8 @@ Result<void> Document::setData(Node *node, const QString &data)
     return edit([&]() -> Result<void> {
         if (node->data() != data)
             setHead(node, leafMarkup(kind, node->name().toUtf8(), data));
+        if (kind == NodeKind::Text)
+            keepTextsApart({node, node->nextSibling()});
         return {};
     });
 }
@@ -387,6 +425,18 @@ Result<void> Document::keepsAttributesApart(const Node *node, QByteArrayView mar
     if (twins.isEmpty())
         return {};
     return platform::Failure{QStringLiteral("%1 would be the same attribute of one element").arg(twins)};
+}
+
+Result<void> Document::replaceContent(const QByteArray &utf8)
+{
+    Entities entities;
+    if (const auto error = checkWellFormed(utf8, {}, &entities))
+        return platform::Failure{error->reason.simplified()};
+    return edit([&]() -> Result<void> {
+        d->changes.setContent(d->emptyContent());
+        d->fill(utf8, entities);
+        return {};
+    });
 }
 
 void Document::setHead(Node *node, const QByteArray &markup)

@@ -10,13 +10,12 @@
 #include "platform/result.h"
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <vector>
 
 namespace dom {
-
-class StartTag;
 
 // Is told of every change of the node structure, before and after: row models need both. Undo and redo
 // tell it too. Indices count children of parent at the time of the call.
@@ -89,8 +88,7 @@ public:
     Result<void> insertBefore(Node *parent, Node *node, Node *reference); // null reference: at the end
     Result<void> replaceChild(Node *parent, Node *node, Node *replaced);
     Result<void> removeChild(Node *parent, Node *node);
-    // Two children of one element change places; the layout stays at the places, but for
-    // blanks that would become part of a text.
+    // Two children of one element change places; the layout stays at the places.
     Result<void> exchange(Node *one, Node *other);
 
     // Content. Only the bytes of what is set change; an attribute set to the value it has is left alone.
@@ -103,6 +101,10 @@ public:
     // value stay as they are written as far as they are the same. Of two with one name the later value wins,
     // in the place of the earlier.
     Result<void> setAttributes(Node *element, const QList<AttributeEdit> &attributes);
+
+    // Becomes the document of another text: an edit like any other, which brings the nodes there are now back
+    // when it is undone. The observer is not told. Fails when the text is not well-formed.
+    Result<void> replaceContent(const QByteArray &utf8);
 
     // One user command: every edit from here to the end is one change set, and a failed one can be taken
     // back whole. Commands do not nest.
@@ -127,12 +129,11 @@ private:
     QByteArray leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const;
     Result<void> edit(const std::function<Result<void>()> &operation); // lands whole or not at all
     void takeOut(Node *node);
-    void clearAround(Node *text);
     void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);
     void setHead(Node *node, const QByteArray &markup);
+    void keepTextsApart(std::initializer_list<Node *> nodes);
     Result<void> keepsAttributesApart(const Node *node) const;
     Result<void> keepsAttributesApart(const Node *node, QByteArrayView markup) const;
-    QByteArray spelled(const StartTag &tag, const AttributeEdit &attribute) const;
     std::unique_ptr<Private> d;
 };
 

@@ -33,11 +33,13 @@ struct Document::Private
         return &source;
     }
     void startAfresh(); // the content so far becomes the former one, unless it was empty
+    std::shared_ptr<Content> emptyContent();
+    void fill(const QByteArray &utf8, const Entities &entities); // the content, which is empty
 
     Document *owner = nullptr;
     Source noSource; // of nodes made by an edit
-    std::unique_ptr<Content> content;
-    std::unique_ptr<Content> former; // kept for a tree that still shows it
+    std::shared_ptr<Content> content; // shared with the changes that exchange it
+    std::shared_ptr<Content> former; // kept for a tree that still shows it
     Changes changes;
     Observer *observer = nullptr;
     quint64 revision = 1;

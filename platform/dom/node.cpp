@@ -73,6 +73,12 @@ void Node::setPiece(Piece piece, const Text &text)
     edited_->pieces[int(piece)] = text;
 }
 
+const Node *Node::textBefore() const
+{
+    const Node *before = kind_ == NodeKind::Text && lead().isEmpty() ? previousSibling() : nullptr;
+    return before && before->kind_ == NodeKind::Text ? before : nullptr;
+}
+
 QByteArrayView Node::content() const
 {
     const QByteArrayView all = head();

@@ -83,6 +83,7 @@ private:
     QByteArrayView head() const { return piece(Piece::Head).view(); }
     QByteArrayView tail() const { return piece(Piece::Tail).view(); }
     QByteArrayView end() const { return piece(Piece::End).view(); }
+    const Node *textBefore() const; // the text that this one follows directly; null when none
     QByteArrayView content() const; // a leaf's head without the markup around it
     QString
     resolvePrefix(QByteArrayView prefix) const; // the namespace in force here; empty prefix: the default

@@ -4,6 +4,7 @@
 #include "platform/dom/markup_reader.h"
 #include "platform/dom/start_tag.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace dom {
@@ -62,8 +63,12 @@ private:
             else if (name.contains(':'))
                 prefixed.push_back(name);
         }
+        // Only those of one local name can be the same; of all attributes there may be thousands.
+        std::stable_sort(prefixed.begin(), prefixed.end(),
+                         [](auto one, auto other) { return localPart(one) < localPart(other); });
         for (size_t i = 0; i < prefixed.size(); ++i) {
-            for (size_t j = i + 1; j < prefixed.size(); ++j) {
+            for (size_t j = i + 1; j < prefixed.size() && localPart(prefixed[j]) == localPart(prefixed[i]);
+                 ++j) {
                 if (areTwins(prefixed[i], prefixed[j]))
                     return QStringLiteral("%1 and %2")
                         .arg(QString::fromUtf8(prefixed[i]), QString::fromUtf8(prefixed[j]));
@@ -74,8 +79,6 @@ private:
 
     bool areTwins(QByteArrayView one, QByteArrayView other) const
     {
-        if (localPart(one) != localPart(other))
-            return false;
         const QString uri = resolve(prefix(one));
         return !uri.isEmpty() && uri == resolve(prefix(other));
     }

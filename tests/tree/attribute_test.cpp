@@ -25,6 +25,13 @@ private Q_SLOTS:
         desk.press("cmdremove");
         QCOMPARE(desk.list()->selected().name, q("b"));
         QCOMPARE(enabled(), q("11110"));
+        desk.find<QPushButton>("cmdatup")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(enabled(), q("11101"));
+        QVERIFY(desk.list()->hasFocus()); // not some button that the next key would press
+        const QPoint row = desk.list()->visualItemRect(desk.list()->currentItem()).center();
+        QTest::mouseClick(desk.list()->viewport(), Qt::LeftButton, Qt::ControlModifier, row);
+        QVERIFY(desk.list()->currentItem()->isSelected());
         desk.press("cmdconvert");
         QCOMPARE(enabled(), q("00000"));
     }
@@ -62,6 +69,28 @@ private Q_SLOTS:
             for (const dom::AttributeEdit &row : desk.list()->rows())
                 shown.append(row.name + u'=' + row.value);
             QCOMPARE(shown.join(u' '), q(wanted));
+        }
+    }
+
+    // By keyboard: Tab takes the field's selection away, and makes one that nobody meant.
+    void symbolsReplaceWhatWasSelected()
+    {
+        const std::pair<QList<Qt::Key>, const char *> rows[] = {
+            {{Qt::Key_Home, Qt::Key_Right, Qt::Key_Right}, "Zcd"},
+            {{}, "abcdZ"},
+        };
+        for (const auto &[selecting, value] : rows) {
+            Desk desk("<r a='abcd'/>");
+            desk.press("cmdmodify");
+            Desk::turnTo(desk.attribute());
+            for (const Qt::Key key : selecting)
+                QTest::keyClick(desk.line("txtvalue"), key,
+                                key == Qt::Key_Right ? Qt::ShiftModifier : Qt::NoModifier);
+            QTest::keyClick(desk.line("txtvalue"), Qt::Key_Tab);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+            QCOMPARE(desk.askedFor.first, 0);
+            desk.form->insertSymbols(0, q("Z"));
+            QCOMPARE(desk.line("txtvalue")->text(), q(value));
         }
     }
 

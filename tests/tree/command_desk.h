@@ -19,7 +19,7 @@ public:
     {
         QObject::connect(&commands, &tree::NodeCommands::noted, &model,
                          [this](const QString &reason) { notes.append(reason); });
-        commands.setStartAnew([this] { load("<?xml version=\"1.0\"?>\r\n<Element/>"); });
+        commands.setNewDocument("<?xml version=\"1.0\"?>\r\n<Element/>");
         load(text);
     }
 

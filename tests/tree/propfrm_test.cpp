@@ -35,14 +35,17 @@ const std::tuple<const char *, QByteArray, QByteArray, const char *, const char 
     {"0", "<r><?p  x?></r>", "<r><?T D e?></r>", "T D e", "txtprocall T | txtdata D e"},
 };
 
-const QByteArray odd = "<r xmlns:p='urn:p'><!--c--><![CDATA[d]]>t<?p i?><e><p:x/></e></r>";
+const QByteArray odd
+    = "<!DOCTYPE r [<!ENTITY f '<q:y/>'>]><r xmlns:p='urn:p' xmlns:q='urn:q'><!--c--><![CDATA[d]]>"
+      "t<?p i?><e><p:x/>&f;</e></r>";
 
 // Each field that must refuse what the acts put there.
 const std::tuple<const char *, const char *, const char *> refusals[] = {
     {"", "elname", "elname 1a"},
     {"", "elname", "elname"},
-    {"", "elname", "elname q:r"}, // undeclared
-    {"", "ListView1", "cmdadd q:r 1"},
+    {"", "elname", "elname z:r"}, // undeclared
+    {"", "ListView1", "cmdadd z:r 1"},
+    {"", "ListView1", "select 1 | cmdremove"}, // used by an entity
     {"", "ListView1", "elname n | cmdconvert"}, // the declaration is used below
     {"0", "comentbox", "comentbox a--b"},
     {"1", "cdatbox", "cdatbox a]]>b"},
@@ -158,6 +161,28 @@ private Q_SLOTS:
         QCOMPARE(desk.document.xml(), "<n b='2' z=\"8\"/>");
     }
 
+    // Not what OK does.
+    void enterPressesTheButtonWithTheFocus()
+    {
+        Desk desk("<r a='1' b='2'/>");
+        const auto enter = [&desk](const char *button) {
+            desk.find<QPushButton>(button)->setFocus();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        };
+        enter("cmdremove");
+        QCOMPARE(desk.list()->count(), 1);
+        enter("cmdadd");
+        Desk::turnTo(desk.attribute());
+        desk.line("txtname")->setText(q("n"));
+        enter("cmdcancel");
+        QVERIFY(!desk.attribute()->isVisible());
+        QCOMPARE(desk.list()->count(), 1);
+        Desk::turnTo(desk.form.get());
+        enter("CancelButton");
+        QVERIFY(!desk.form->isVisible());
+        QCOMPARE(desk.document.xml(), "<r a='1' b='2'/>");
+    }
+
     void keysOfCodeBoxes()
     {
         Desk desk("<r><!--c--></r>", "0");
@@ -181,7 +206,8 @@ private Q_SLOTS:
     {
         static constexpr const char *boxes[] = {"txtdata", "comentbox", "cdatbox", "textbx"};
         for (int number = 0; number < 5; ++number) {
-            const bool isElement = number == 4; // which has no box: the code stays that of whoever asked last
+            const bool isElement
+                = number == 4; // no box, but a name: the code stays that of whoever asked last
             const int target = isElement ? 7 : number + 1;
             Desk desk("<r><?p abc?><!--abc--><![CDATA[abc]]>abc</r>",
                       isElement ? QByteArray() : QByteArray::number(number));
@@ -192,9 +218,12 @@ private Q_SLOTS:
                 desk.box(name)->loadText("abc");
                 desk.box(name)->execute(137); // select all
             }
+            desk.line("elname")->end(false);
             desk.form->insertSymbols(target, q("\xC2\xA9"));
             for (int i = 0; i < 4; ++i)
                 QCOMPARE(desk.box(boxes[i])->text(), i == number ? "\xC2\xA9" : "abc");
+            if (isElement)
+                QCOMPARE(desk.line("elname")->text(), q("r\xC2\xA9"));
         }
     }
 

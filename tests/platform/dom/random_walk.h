@@ -56,7 +56,7 @@ private:
 inline QByteArray randomDocument(const Choose &choose, int mostChildren, int depth = 0)
 {
     static const char *const texts[]
-        = {"text", " ", "\n  ", "&amp;", "<!--c-->", "<?p d?>", "<![CDATA[x]]>", "\r\n"};
+        = {"text", " ", "\n  ", "&amp;", "<!--c-->", "<?p d?>", "<![CDATA[x]]>", "\r\n", "]]<i/>>x"};
     const QByteArray name = "n" + QByteArray::number(choose(5));
     QByteArray out = '<' + name + (choose(3) ? "" : " x='1'\n y=\"2\"") + '>';
     const int count = choose(depth == 0 ? mostChildren : 6);
@@ -72,7 +72,7 @@ inline QByteArray randomDocument(const Choose &choose, int mostChildren, int dep
 inline QString randomWord(const Choose &choose)
 {
     static const char *const words[]
-        = {"a", "b:c", "--", "]]>", "?>", "x<&>\"'", "1", "\n", "", "é", "\r\n ", "xmlns"};
+        = {"a", "b:c", "--", "]]>", "?>", "x<&>\"'", "1", "\n", "", "é", "\r\n ", "xmlns", "]", "]]", ">"};
     return QString::fromUtf8(words[choose(int(std::size(words)))]);
 }
 

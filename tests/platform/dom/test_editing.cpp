@@ -65,6 +65,11 @@ Edit move(Path node, Path parent, Path next = nullptr)
         [=](Document &d) { return d.insertBefore(at(d, parent), at(d, node), next ? at(d, next) : nullptr); };
 }
 
+Edit exchange(Path one, Path other)
+{
+    return [=](Document &d) { return d.exchange(at(d, one), at(d, other)); };
+}
+
 Edit removal(Path path)
 {
     return [=](Document &d) { return d.removeChild(at(d, path)->parent(), at(d, path)); };
@@ -198,6 +203,18 @@ private Q_SLOTS:
             {"<a><?p  x?></a>", setInstruction("0", "p", "x"), "<a><?p  x?></a>"},
             {"<a><?p x?></a>", setInstruction("0", "T", ""), "<a><?T?></a>"},
             {"<a>x<b/></a>", setData("0", ""), "<a><b/></a>"},
+            // texts that become neighbours
+            {"<a>x]]<b/>>y</a>", removal("1"), "<a>x]]&gt;y</a>"},
+            {"<a>x]<b/>]<c/>>y></a>", both(removal("1"), removal("2")), "<a>x]]&gt;y></a>"},
+            {"<a>x]]<b/>]<c/>>y</a>", both(removal("3"), removal("1")), "<a>x]]]&gt;y</a>"},
+            {"<a>]]<b/> ><c/>></a>", both(removal("1"), removal("2")), "<a>]] >></a>"},
+            {"<a>x]]<b/>>y</a>", exchange("0", "1"), "<a><b/>x]]&gt;y</a>"},
+            {"<a>x]]<b/>></a>", replaceByCopy("1", "0"), "<a>x]]x]]&gt;</a>"},
+            {"<a>]</a>", both(appendText("", "]"), appendText("", ">")), "<a>]]&gt;</a>"},
+            {"<a>x<b/>></a>", both(removal("1"), setData("0", "]]")), "<a>]]&gt;</a>"},
+            // Places keep their blanks
+            {"<p>one <b/> <i/>\n <u/> two</p>", both(exchange("0", "1"), exchange("1", "2")),
+             "<p><b/><i/> one \n <u/> two</p>"},
             // Names
             {"<a x='1' ><b/>t</a >", renamed("", "p:q"), "<p:q x='1' ><b/>t</p:q >"},
             {"<a><b /></a>", renamed("0", "c"), "<a><c /></a>"},
