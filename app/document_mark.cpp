@@ -13,7 +13,8 @@ namespace app {
 namespace {
 
 constexpr int restAfterTyping = 400; // milliseconds
-constexpr qsizetype comparedAtOnce = 4'000'000; // bytes; comparing more could be felt
+// Bytes of an edited tree that are written out to be compared; more could be felt.
+constexpr qsizetype comparedAtOnce = 4'000'000;
 
 constexpr long countedAtOnce = 1'000'000; // bytes
 
@@ -24,13 +25,11 @@ QString lineEndName(const control::TextHabits &habits)
 }
 
 // In characters, which are counted one by one, and so not of a whole book.
-QString selectionSize(const control::CodeEditor &editor, const control::ByteRange &selected)
+QString selectionSize(const control::CodeEditor &editor)
 {
-    if (selected.length() > countedAtOnce)
+    if (editor.selection().length() > countedAtOnce)
         return DocumentMark::tr("much selected");
-    const long characters
-        = editor.send(QsciScintillaBase::SCI_COUNTCHARACTERS, ulong(selected.start), selected.end);
-    return DocumentMark::tr("%1 selected").arg(characters);
+    return DocumentMark::tr("%1 selected").arg(editor.selectedCharacters());
 }
 
 } // namespace
@@ -62,42 +61,46 @@ void DocumentMark::caretMoved() { showCaret(); }
 void DocumentMark::settle()
 {
     document::Session &session = around_.session;
-    if (session.saving().mayBeChanged() && session.state().SavedXml.size() <= comparedAtOnce)
+    const bool inEditor = session.saving().shownMode() == document::XmlMode;
+    const bool cheap = inEditor || session.state().SavedXml.size() <= comparedAtOnce;
+    if (cheap && session.saving().mayBeChanged())
         around_.window.setWindowModified(session.saving().isChanged());
 }
 
 void DocumentMark::showName()
 {
-    const QString name = around_.session.files().istmppath()
+    QString name = around_.session.files().istmppath()
         ? tr("New Document")
         : files::fileNameOf(around_.session.state().CurrentFilePath);
+    name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")); // which is the sign itself
     around_.window.setWindowTitle(QStringLiteral("%1[*] - Zelph XML Editor").arg(name));
 }
 
 void DocumentMark::showCaret()
 {
-    if (!around_.editor.isVisible()) {
+    if (!around_.editor.isVisibleTo(&around_.window)) {
         around_.bar.setCaret({});
         return;
     }
     QString place
         = tr("Line %1, column %2").arg(around_.editor.caretLine() + 1).arg(around_.editor.caretColumn() + 1);
-    const control::ByteRange selected = around_.editor.selection();
-    if (selected.length() > 0)
-        place += QStringLiteral(" (%1)").arg(selectionSize(around_.editor, selected));
+    if (around_.editor.canCopy())
+        place += QStringLiteral(" (%1)").arg(selectionSize(around_.editor));
     around_.bar.setCaret(place);
 }
 
 void DocumentMark::showForm()
 {
     const document::DocumentState &state = around_.session.state();
+    const bool inEditor = around_.session.saving().shownMode() == document::XmlMode;
+    const QByteArray text = inEditor ? around_.editor.textInPlace() : state.SavedXml;
     const QByteArray declared
         = files::declaredEncoding(state.SavedXml.first(qMin(state.SavedXml.size(), qsizetype(4096))));
     const files::TextEncoding &came = state.form.encoding;
     QString encoding = QString::fromLatin1(declared.isEmpty() ? came.name : declared);
     if (came.byteOrderMark)
         encoding += tr(" with mark");
-    around_.bar.setForm(encoding, lineEndName(control::habitsOf(state.SavedXml)));
+    around_.bar.setForm(encoding, lineEndName(control::habitsOf(text)));
 }
 
 } // namespace app

@@ -40,6 +40,7 @@ void EditorHost::saveSettings()
 
 void EditorHost::showKeys()
 {
+    keys_ = around_.editor.shortcuts();
     around_.commands.showEditorKeys(
         [this](int command) { return around_.editor.shortcuts().shortcuts(command).value(0); });
 }
@@ -85,6 +86,11 @@ void EditorHost::openAssignedPreview()
         },
         &around_.window);
     assignedServices_ = std::make_unique<editor::EditorServices>(assigned_->editor(), memory_, around_.note);
+    // What is chosen there is shown there; keys are the same for both editors, and kept with this one.
+    connect(&assigned_->editor(), &control::CodeEditor::propertiesChanged, this, [this] {
+        if (around_.editor.shortcuts() != keys_)
+            around_.editor.noticeShortcutChange();
+    });
     assigned_->editorLayout().addWidget(assignedServices_->findBar());
     assigned_->show();
     showAssigned(true);

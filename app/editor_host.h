@@ -6,6 +6,7 @@
 #include "editor/editor_services.h"
 #include "editor/find_memory.h"
 #include "editor/macro_files.h"
+#include "platform/control/shortcut_table.h"
 
 #include <QPointer>
 #include <memory>
@@ -63,6 +64,7 @@ private:
     editor::FindMemory memory_;
     editor::EditorServices services_;
     editor::MacroFiles macros_;
+    control::ShortcutTable keys_; // as the menus show them
     QPointer<editor::frmprview> assigned_;
     std::unique_ptr<editor::EditorServices> assignedServices_; // go before the dialog and its editor do
 };

@@ -23,12 +23,17 @@ void QuickTagsHost::modeChanged()
         dialog_->modeChanged();
 }
 
-void QuickTagsHost::addElement(const QString &name, const QStringList &attributes)
+QString QuickTagsHost::addElement(const QString &name, const QStringList &attributes)
 {
+    QString refused;
+    const QMetaObject::Connection heard = QObject::connect(
+        &nodes_, &tree::NodeCommands::noted, [&refused](const QString &reason) { refused = reason; });
     nodes_.insertElement(name, attributes);
+    QObject::disconnect(heard);
+    return refused;
 }
 
-QByteArray QuickTagsHost::selectedText() const { return editor_.bytes(editor_.selection()); }
+QByteArray QuickTagsHost::selectedText() const { return editor_.selectedText(); }
 
 void QuickTagsHost::replaceSelection(const QByteArray &utf8) { editor_.replaceSelection(utf8); }
 

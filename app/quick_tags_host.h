@@ -36,7 +36,7 @@ public:
 
 private:
     int currentTab() const override { return currentTab_(); }
-    void addElement(const QString &name, const QStringList &attributes) override;
+    QString addElement(const QString &name, const QStringList &attributes) override;
     QByteArray selectedText() const override;
     void replaceSelection(const QByteArray &utf8) override;
 

@@ -31,7 +31,6 @@ QPushButton *button(const QString &name, const QString &caption, const char *ico
 {
     auto *made = new QPushButton(dialogs::themeIcon(QLatin1String(icon)), caption, parent);
     made->setObjectName(name);
-    made->setAutoDefault(false);
     return made;
 }
 

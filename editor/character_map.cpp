@@ -25,12 +25,29 @@ QLabel *labelFor(QWidget *box, const QString &text, QWidget *parent)
     return label;
 }
 
+// Keeps its selection while characters are picked in the grid, so that it is seen what they will replace.
+class CollectingField : public QLineEdit
+{
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override
+    {
+        const int start = selectionStart();
+        const int length = selectionLength();
+        QLineEdit::focusOutEvent(event);
+        if (length > 0)
+            setSelection(start, length);
+    }
+};
+
 } // namespace
 
 frmCharacterMap::frmCharacterMap(QWidget *parent, std::function<void(const QString &)> insert)
     : QDialog(parent), insert_(std::move(insert)), cboFont(new QComboBox(this)),
-      picCharacterMap(new CharacterGrid(this)), lblName(new QLabel(this)), txtChars(new QLineEdit(this)),
-      cmdInsert(new QPushButton(QStringLiteral("&Insert"), this)),
+      picCharacterMap(new CharacterGrid(this)), lblName(new QLabel(this)),
+      txtChars(new CollectingField(this)), cmdInsert(new QPushButton(QStringLiteral("&Insert"), this)),
       cmdcancel(new QPushButton(QStringLiteral("Cancel"), this)), picShadow(new LargeShadow(this)),
       picLarge(new LargeCharacter(this))
 {

@@ -49,7 +49,6 @@ QIcon colourSwatch(const QWidget &on, const QColor &ground, const QColor &ink)
 
 ColourButton::ColourButton(QWidget *parent) : QPushButton(parent)
 {
-    setAutoDefault(false);
     connect(this, &QPushButton::clicked, this, &ColourButton::choose);
 }
 

@@ -197,9 +197,11 @@ void FindBar::patternEdited()
     if (session_.fault())
         return;
     const Finding finding = session_.search() == nullptr ? Finding::Found : session_.findFrom(origin_);
-    if (session_.search() == nullptr || finding == Finding::Missing)
+    if (session_.search() == nullptr || finding == Finding::Missing) {
         editor_.send(S::SCI_SETEMPTYSELECTION,
                      ulong(std::min<qsizetype>(origin_, editor_.send(S::SCI_GETLENGTH))));
+        editor_.send(S::SCI_SCROLLCARET);
+    }
     if (finding == Finding::TooSlow)
         tell(QStringLiteral("Press Enter to search on"));
     else

@@ -55,6 +55,8 @@ QCheckBox *makeOption(QWidget *parent, const QString &name, const QString &capti
     auto *box = new QCheckBox(caption, parent);
     box->setObjectName(name);
     box->setToolTip(tip);
+    // By its letter or the mouse it is switched while the field keeps the focus.
+    box->setFocusPolicy(Qt::TabFocus);
     return box;
 }
 

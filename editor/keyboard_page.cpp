@@ -59,7 +59,6 @@ QPushButton *KeyboardPage::button(const char *name, const QString &caption, void
 {
     auto *made = new QPushButton(caption, this);
     made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
     connect(made, &QPushButton::clicked, this, does);
     return made;
 }

@@ -72,19 +72,28 @@ bool KeysEdit::leaves(const QKeyEvent &event) const
     return plain && (tab || event.key() == Qt::Key_Escape);
 }
 
-// False for keys that are not for this field.
+bool KeysEdit::asksToAssign(const QKeyEvent &event) const
+{
+    return isPlain(event) && (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter);
+}
+
+// False for keys that are not for this field. A second stroke need not come, so that what ends the field's
+// turn ends the waiting too, but after Space any key is meant.
 bool KeysEdit::press(QKeyEvent &event)
 {
     if (isModifier(event.key()))
         return true;
+    if (expected_ == Stroke::Second && !anyKey_ && (leaves(event) || asksToAssign(event)))
+        expect(Stroke::None);
     if (!recording()) {
         if (leaves(event))
             return false;
         if (isPlain(event) && event.key() == Qt::Key_Space) {
             expect(Stroke::First);
+            anyKey_ = true;
             return true;
         }
-        if (isPlain(event) && (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)) {
+        if (asksToAssign(event)) {
             Q_EMIT assignRequested();
             return true;
         }
@@ -111,6 +120,7 @@ void KeysEdit::record(const QKeyEvent &event)
 void KeysEdit::expect(Stroke stroke)
 {
     expected_ = stroke;
+    anyKey_ = anyKey_ && recording();
     pause_.stop();
     if (stroke == Stroke::Second)
         pause_.start(int(pauseForSecond.count()), this);

@@ -19,9 +19,9 @@ public:
     // Shows these, and records nothing until the next key.
     void setKeys(const QKeySequence &keys);
 
-    // Whether the next key is taken whatever it is; otherwise Tab and Esc do what they do everywhere, and
-    // Return asks to assign. Space begins it, a first stroke too; a second stroke ends it, a moment's wait,
-    // or leaving the field.
+    // Whether the next key is recorded; otherwise Tab and Esc do what they do everywhere, and Return asks to
+    // assign. Space begins it, a first stroke too; a second stroke ends it, a moment's wait, or leaving the
+    // field. Tab, Esc and Return are only recorded after Space.
     bool recording() const { return expected_ != Stroke::None; }
 
 Q_SIGNALS:
@@ -46,12 +46,14 @@ private:
 
     bool press(QKeyEvent &event);
     bool leaves(const QKeyEvent &event) const;
+    bool asksToAssign(const QKeyEvent &event) const;
     void record(const QKeyEvent &event);
     void expect(Stroke stroke);
     void showKeys();
 
     QKeySequence keys_;
     Stroke expected_ = Stroke::None;
+    bool anyKey_ = false; // that is recorded, until the recording ends
     QBasicTimer pause_;
 };
 

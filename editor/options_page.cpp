@@ -89,6 +89,9 @@ void OptionsPage::addNumbering()
 {
     for (const auto &row : numberingStyles)
         style_->addItem(tr(row.caption), int(row.style));
+    start_->setToolTip(
+        tr("The margin and the tool tips count from here; the status bar and Go to Line always "
+           "count from 1."));
     start_->setRange(std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
     auto *fields = new QFormLayout(numbering_);
     fields->addRow(tr("St&yle:"), style_);

@@ -9,11 +9,43 @@
 
 #include <QDialogButtonBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 
 namespace editor {
+
+namespace {
+
+// A page as large as it wants to be, or in a smaller window what there is room for.
+class PageView : public QScrollArea
+{
+public:
+    explicit PageView(QWidget *page)
+    {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(page);
+        // The ground of the tabs shows through.
+        viewport()->setAutoFillBackground(false);
+        page->setAutoFillBackground(false);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        constexpr int fewestColumns = 30;
+        constexpr int fewestLines = 6;
+        return widget()->minimumSizeHint().boundedTo(
+            {fontMetrics().averageCharWidth() * fewestColumns, fontMetrics().lineSpacing() * fewestLines});
+    }
+};
+
+} // namespace
 
 PropertiesDialog::PropertiesDialog(control::CodeEditor &editor, QWidget *parent)
     : QDialog(parent), editor_(editor), draft_(draftOf(editor)), pages_(new QTabWidget(this)),
@@ -44,14 +76,13 @@ QPushButton *PropertiesDialog::button(const char *name, const QString &caption)
 {
     auto *made = new QPushButton(caption, this);
     made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
     return made;
 }
 
 void PropertiesDialog::addPage(PropertiesPage *page, const char *name, const QString &caption)
 {
     page->setObjectName(QString::fromLatin1(name));
-    pages_->addTab(page, caption);
+    pages_->addTab(new PageView(page), caption);
     connect(page, &PropertiesPage::changed, this, &PropertiesDialog::showState);
 }
 
@@ -68,19 +99,21 @@ void PropertiesDialog::layOut()
     whole->addWidget(buttons);
 }
 
-// The tabs count only pages of which the height depends on the width.
+// The tabs count only pages of which the height depends on the width. OK stays within reach on any screen.
 QSize PropertiesDialog::usualSize() const
 {
     int tallest = 0;
     for (const PropertiesPage *page : pages_->findChildren<PropertiesPage *>())
         tallest = std::max(tallest, page->sizeHint().height());
-    const int missing = tallest - pages_->currentWidget()->sizeHint().height();
-    return sizeHint() + QSize(0, std::max(0, missing));
+    const int missing = tallest - currentPage()->sizeHint().height();
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return (sizeHint() + QSize(0, std::max(0, missing)))
+        .boundedTo(screen()->availableSize() - QSize(title, 2 * title));
 }
 
 PropertiesPage *PropertiesDialog::currentPage() const
 {
-    return static_cast<PropertiesPage *>(pages_->currentWidget());
+    return static_cast<PropertiesPage *>(static_cast<QScrollArea *>(pages_->currentWidget())->widget());
 }
 
 void PropertiesDialog::showEvent(QShowEvent *event)

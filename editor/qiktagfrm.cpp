@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -85,7 +86,6 @@ void qiktagfrm::layOut()
     txtSearch->setClearButtonEnabled(true);
     txtSearch->addAction(dialogs::themeIcon(QStringLiteral("edit-find")), QLineEdit::LeadingPosition);
     List1->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    List1->setUniformItemSizes(true);
     List1->setSpacing(rowSpacing);
     List1->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     List1->setTextElideMode(Qt::ElideNone);
@@ -182,7 +182,7 @@ void qiktagfrm::selectFirstFor(const QFocusEvent &event)
 
 void qiktagfrm::insert()
 {
-    modeChanged();
+    modeChanged(); // takes back what was told of another tag too
     const int entry = currentEntry();
     if (entry < 0)
         return;
@@ -195,7 +195,8 @@ void qiktagfrm::insert()
 void qiktagfrm::addtotree(int entry)
 {
     const TagElement element = elementOf(quickTag(entry));
-    target_.addElement(element.name, element.attributes);
+    if (const QString refused = target_.addElement(element.name, element.attributes); !refused.isEmpty())
+        lblState->setText(refused.endsWith(u'.') ? refused : refused + u'.');
 }
 
 void qiktagfrm::addtotxt(int entry)
@@ -220,6 +221,12 @@ bool qiktagfrm::eventFilter(QObject *watched, QEvent *event)
     const auto *key = static_cast<QKeyEvent *>(event);
     if (watched == txtSearch && movesInList(key->key())) {
         QCoreApplication::sendEvent(List1, event);
+        return true;
+    }
+    if (watched == List1 && (key->key() == Qt::Key_Left || key->key() == Qt::Key_Right)) {
+        List1->horizontalScrollBar()->triggerAction(key->key() == Qt::Key_Left
+                                                        ? QAbstractSlider::SliderSingleStepSub
+                                                        : QAbstractSlider::SliderSingleStepAdd);
         return true;
     }
     if (watched == List1 && types(*key)) {

@@ -16,8 +16,8 @@ struct QuickTagTarget
 
     // Adds a new element with these attributes, all empty, in their order: as the last child of the node that
     // is selected in the tree when that is an element, else right behind it. Does nothing when none is
-    // selected or the document refuses the name.
-    virtual void addElement(const QString &name, const QStringList &attributes) = 0;
+    // selected. Returns why the document refuses the element; empty when it does not.
+    virtual QString addElement(const QString &name, const QStringList &attributes) = 0;
 
     // The editor's selection, UTF-8; empty when nothing is selected.
     virtual QByteArray selectedText() const = 0;

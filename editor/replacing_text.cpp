@@ -96,7 +96,9 @@ void ReplacingText::commit()
     if (folded_ && pieces_.size() > mostAmongFolds)
         editor_.send(S::SCI_FOLDALL, S::SC_FOLDACTION_EXPAND);
     editor_.send(S::SCI_BEGINUNDOACTION);
+    editor_.markStepCaret(now[1]);
     replacePieces();
+    editor_.markStepCaret(still ? followed_[1].moved : editor_.send(S::SCI_GETCURRENTPOS));
     editor_.send(S::SCI_ENDUNDOACTION);
     if (!still)
         return;

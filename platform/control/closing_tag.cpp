@@ -1,5 +1,6 @@
 #include "platform/control/closing_tag.h"
 
+#include "platform/control/busy_pointer.h"
 #include "platform/control/caret_place.h"
 #include "platform/control/code_editor.h"
 #include "platform/control/tag_attributes.h"
@@ -18,13 +19,31 @@ MatchText matchText(const CodeEditor &editor, const TextWindow &window)
     return {window.bytes, window.start == 0, editor.language() == Language::Html};
 }
 
-// The name of the innermost element open at the end of the window.
-QByteArray innermostOpen(const TextWindow &window, const CaretPlace &place)
+// What a position stands in, and the name of the innermost element open there.
+struct OpenAt
 {
+    Place place = Place::Elsewhere;
+    QByteArray name;
+};
+
+OpenAt openAtEndOf(const CodeEditor &editor, const TextWindow &window)
+{
+    const CaretPlace place = caretPlace(matchText(editor, window));
     if (place.open.empty())
-        return {};
+        return {place.place, {}};
     const Span &name = place.open.back().name;
-    return window.bytes.sliced(name.start, name.length).toByteArray();
+    return {place.place, window.bytes.sliced(name.start, name.length).toByteArray()};
+}
+
+// Where nothing that begins near is open the whole text before has to be read.
+OpenAt openAt(const CodeEditor &editor, long position)
+{
+    const TextWindow near = textWindow(editor, position - long(matchReach), position);
+    const OpenAt found = openAtEndOf(editor, near);
+    if (!found.name.isEmpty() || found.place != Place::Text || near.start == 0)
+        return found;
+    const BusyPointer busy(position);
+    return openAtEndOf(editor, textWindow(editor, 0, position));
 }
 
 bool isBlank(const CodeEditor &editor, long start, long end)
@@ -46,12 +65,10 @@ QByteArray completionOfSlash(const CodeEditor &editor, long lessThan)
     const bool atEnd = lessThan + 1 >= editor.send(S::SCI_GETLENGTH);
     if (!atEnd && (isNameByte(char(behind)) || behind == '>'))
         return {};
-    const TextWindow window = textWindow(editor, lessThan - long(matchReach), lessThan);
-    const CaretPlace place = caretPlace(matchText(editor, window));
-    const QByteArray name = innermostOpen(window, place);
+    const auto [place, name] = openAt(editor, lessThan);
     // In a script "</" may be its own; on a line of its own it hardly is.
-    const bool closes = place.place == Place::Text
-        || (place.place == Place::RawText && isBlank(editor, lineStart(editor, lessThan), lessThan));
+    const bool closes = place == Place::Text
+        || (place == Place::RawText && isBlank(editor, lineStart(editor, lessThan), lessThan));
     return closes && !name.isEmpty() ? name + '>' : QByteArray();
 }
 
@@ -76,10 +93,8 @@ QByteArray completionOfBracket(const CodeEditor &editor, long position)
 
 QByteArray closingTagAt(const CodeEditor &editor, long position)
 {
-    const TextWindow window = textWindow(editor, position - long(matchReach), position);
-    const CaretPlace place = caretPlace(matchText(editor, window));
-    const QByteArray name = innermostOpen(window, place);
-    if (name.isEmpty() || (place.place != Place::Text && place.place != Place::RawText))
+    const auto [place, name] = openAt(editor, position);
+    if (name.isEmpty() || (place != Place::Text && place != Place::RawText))
         return {};
     return "</" + name + '>';
 }
@@ -93,7 +108,7 @@ void alignClosingTag(CodeEditor &editor)
     if (!written.startsWith("</") || written.indexOf('>') != written.size() - 1
         || !isBlank(editor, end, editor.send(S::SCI_GETLINEENDPOSITION, line)))
         return;
-    const std::optional<TagMatch> match = tagMatchAt(editor, end - 1);
+    const std::optional<TagMatch> match = tagMatchAnywhere(editor, end - 1);
     if (!match || !match->partner)
         return;
     const ulong startLine = ulong(editor.send(S::SCI_LINEFROMPOSITION, ulong(match->partner->whole.start)));

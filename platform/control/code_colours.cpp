@@ -2,6 +2,7 @@
 
 #include "platform/control/code_editor.h"
 #include "platform/control/editor_look.h"
+#include "platform/control/long_runs.h"
 
 #include <algorithm>
 #include <span>
@@ -149,10 +150,12 @@ void CodeColours::dress()
         return;
     constexpr int lastStyle = 31; // of a lexer
     const Look look(editor_.properties(), editor_.palette());
-    for (int style = 0; style <= lastStyle; ++style)
-        dressStyle(editor_, style, look.token(Token::Text));
-    for (const CodeStyle &row : language_->styles)
-        dressStyle(editor_, row.style, look.token(row.token));
+    for (const int same : sameLooks) {
+        for (int style = 0; style <= lastStyle; ++style)
+            dressStyle(editor_, style + same, look.token(Token::Text));
+        for (const CodeStyle &row : language_->styles)
+            dressStyle(editor_, row.style + same, look.token(row.token));
+    }
 }
 
 } // namespace control

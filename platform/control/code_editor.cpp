@@ -22,9 +22,12 @@ CodeEditor::CodeEditor(QWidget *parent, std::shared_ptr<EditorLibrary> library)
     setUpLook();
     takeHabits({});
     watchText(true);
-    connect(
-        this, &QsciScintillaBase::SCN_MODIFIED, this,
-        [this](int position, int kind, const char *, int length) { noticeChange(position, kind, length); });
+    connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
+            [this](int position, int kind, const char *, int length, int, int, int, int, int token) {
+                noticeChange(position, kind, length);
+                if ((kind & SC_MOD_CONTAINER) != 0)
+                    stepCaret_ = {stepCaret_ ? stepCaret_->left : token, token};
+            });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &CodeEditor::settleSoon);
     connect(this, &QsciScintillaBase::SCN_MARGINCLICK, this, [this](int position, int, int margin) {
         if (margin != bookmarkMargin)
@@ -49,7 +52,7 @@ long CodeEditor::send(unsigned message, unsigned long first, long second) const
 // changed and count all characters before it, for screen readers, at every key in a text of any size.
 void CodeEditor::watchText(bool watched)
 {
-    int mask = watched ? SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE : 0;
+    int mask = watched ? SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CONTAINER : 0;
     if (watched && QAccessible::isActive())
         mask |= SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT;
     send(SCI_SETMODEVENTMASK, ulong(mask));
@@ -200,9 +203,11 @@ void CodeEditor::replaceSelection(const QByteArray &utf8)
 {
     const QByteArray fitting = withLineEnds(utf8, habits_.lineEnd);
     send(SCI_BEGINUNDOACTION);
-    if (send(SCI_SELECTIONISRECTANGLE) != 0)
-        send(SCI_CLEAR);
     const long start = selection().start;
+    if (send(SCI_SELECTIONISRECTANGLE) != 0) {
+        send(SCI_CLEAR);
+        send(SCI_SETEMPTYSELECTION, ulong(start));
+    }
     send(SCI_TARGETFROMSELECTION);
     SendScintilla(SCI_REPLACETARGET, uintptr_t(fitting.size()), fitting.constData());
     send(SCI_SETEMPTYSELECTION, ulong(start + fitting.size()));
@@ -223,6 +228,31 @@ void CodeEditor::takeHabits(QByteArrayView text)
 
 ByteRange CodeEditor::selection() const { return {send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)}; }
 
+QByteArray CodeEditor::selectedText() const
+{
+    if (send(SCI_SELECTIONISRECTANGLE) == 0)
+        return bytes(selection());
+    // The engine ends what it copies with a zero byte, which it counts, and each line of a rectangle.
+    const long length = send(SCI_GETSELTEXT) - 1;
+    if (length <= 0)
+        return {};
+    QByteArray text(length, Qt::Uninitialized);
+    SendScintilla(SCI_GETSELTEXT, uintptr_t(0), text.data());
+    const QByteArrayView lineEnd = lineEndBytes(habits_.lineEnd);
+    if (text.endsWith(lineEnd))
+        text.chop(lineEnd.size());
+    return text;
+}
+
+long CodeEditor::selectedCharacters() const
+{
+    long characters = 0;
+    for (long each = send(SCI_GETSELECTIONS) - 1; each >= 0; --each)
+        characters += send(SCI_COUNTCHARACTERS, ulong(send(SCI_GETSELECTIONNSTART, ulong(each))),
+                           send(SCI_GETSELECTIONNEND, ulong(each)));
+    return characters;
+}
+
 bool CodeEditor::canUndo() const { return send(SCI_CANUNDO) != 0; }
 
 bool CodeEditor::canRedo() const { return send(SCI_CANREDO) != 0; }
@@ -237,15 +267,28 @@ bool CodeEditor::canPaste() const
     return offered != nullptr && send(SCI_GETREADONLY) == 0 && canInsertFromMimeData(offered);
 }
 
-void CodeEditor::undo()
-{
-    send(SCI_UNDO);
-    settle();
-}
+void CodeEditor::undo() { travel(SCI_UNDO); }
 
-void CodeEditor::redo()
+void CodeEditor::redo() { travel(SCI_REDO); }
+
+void CodeEditor::markStepCaret(long position) { send(SCI_ADDUNDOACTION, ulong(position), 0); }
+
+// The engine goes to the place that it changed last.
+void CodeEditor::travel(unsigned message)
 {
-    send(SCI_REDO);
+    const auto caretRow = [this] { return send(SCI_VISIBLEFROMDOCLINE, ulong(caretLine())); };
+    const long caret = send(SCI_GETCURRENTPOS);
+    const long below = caretRow() - send(SCI_GETFIRSTVISIBLELINE);
+    const long left = send(SCI_GETXOFFSET);
+    stepCaret_.reset();
+    send(message);
+    if (const std::optional<StepCaret> step = std::exchange(stepCaret_, {}); step && step->left == caret) {
+        send(SCI_SETEMPTYSELECTION, ulong(step->wanted));
+        send(SCI_SETFIRSTVISIBLELINE, ulong(std::max(0L, caretRow() - below)));
+        send(SCI_SETXOFFSET, ulong(left));
+    } else if (step) {
+        showPosition(step->wanted);
+    }
     settle();
 }
 
@@ -308,6 +351,7 @@ void CodeEditor::showPosition(long position)
     if (shown < first || shown >= first + count)
         send(SCI_SETFIRSTVISIBLELINE, ulong(std::max(0L, shown - count / 2)));
     send(SCI_GOTOPOS, ulong(position));
+    send(SCI_CHOOSECARETX);
     settle();
 }
 

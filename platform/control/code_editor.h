@@ -22,6 +22,7 @@
 #include <QPoint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace control {
 
@@ -67,7 +68,8 @@ public:
     void placeCaret(int line, int column) override;
     int caretLine() const override;
     int caretColumn() const override;
-    // One step of undo; line ends become the document's own; the caret ends up behind the new text.
+    // One step of undo; line ends become the document's own; the caret ends up behind the new text. Of a
+    // rectangle the new text takes the first corner.
     void replaceSelection(const QByteArray &utf8) override;
     void setLanguage(Language language) override;
     void giveFocus() override;
@@ -117,10 +119,17 @@ public:
     // Part of the text; the selection, as one range even when it is a rectangle.
     QByteArray bytes(const ByteRange &range) const;
     ByteRange selection() const;
+    // What is selected: of a rectangle its lines, with line ends between them, and not what stands beside it.
+    QByteArray selectedText() const;
+    long selectedCharacters() const;
     // Replaces the part that differs as one step of undo; false when there is no difference.
     bool replaceRange(const ByteRange &range, const QByteArray &utf8);
     const TextHabits &habits() const { return habits_; }
     const InsertedRun &insertedRun() const { return inserted_; }
+    // Within a step of undo that changes several places: where the caret was before it, or is after it.
+    // Called for both; undo and redo then lead there, and leave the view alone while the caret stands at the
+    // other.
+    void markStepCaret(long position);
     // Puts the caret at a byte position and scrolls it into view, to the middle when it was out of sight.
     void showPosition(long position);
 
@@ -170,6 +179,7 @@ private:
     };
 
     void noticeChange(int position, int kind, int length);
+    void travel(unsigned message);
     void settle();
     void settleSoon();
     Told state() const;
@@ -192,8 +202,16 @@ private:
     void tellLine(int position);
     void readyFolds(const QMouseEvent &event);
 
+    // Where the caret was when the step that is undone or redone ended, and where it is to go.
+    struct StepCaret
+    {
+        long left = 0;
+        long wanted = 0;
+    };
+
     quint64 revision_ = 0;
     Told told_;
+    std::optional<StepCaret> stepCaret_;
     bool settlingSoon_ = false;
     bool highlighted_ = false;
     TagMarks tagMarks_;

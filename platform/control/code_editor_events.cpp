@@ -16,7 +16,29 @@ namespace control {
 namespace {
 
 constexpr int newLineCommand = 121;
-constexpr int selectAllCommand = 137;
+
+// The desktop's own keys work whatever key their command has, unless they were given to another one. So do
+// keys that everybody has in the fingers: of a command's keys only the first is kept between runs.
+constexpr std::pair<QKeySequence::StandardKey, int> desktopKeys[] = {
+    {QKeySequence::Undo, 100}, {QKeySequence::Redo, 101},  {QKeySequence::Cut, 102},
+    {QKeySequence::Copy, 103}, {QKeySequence::Paste, 104}, {QKeySequence::SelectAll, 137},
+};
+constexpr std::pair<QKeyCombination, int> usualKeys[] = {
+    {Qt::ALT | Qt::Key_Backspace, 100},
+    {Qt::SHIFT | Qt::Key_Backspace, 105},
+    {Qt::CTRL | Qt::Key_Equal, 150},
+};
+
+int usualCommand(const QKeyEvent &event)
+{
+    for (const auto &[key, command] : desktopKeys)
+        if (event.matches(key))
+            return command;
+    for (const auto &[keys, command] : usualKeys)
+        if (typedKeys({}, event)[0] == keys)
+            return command;
+    return 0;
+}
 
 // Some keyboards, and those that only pretend to be one, have a key for the line feed besides Return.
 bool bringsLineEnd(const QKeyEvent &event)
@@ -99,9 +121,9 @@ bool CodeEditor::claims(const QKeyEvent &event) const
     const QKeySequence typed = typedKeys(firstStroke_, event);
     if (library_->shortcuts.beginsShortcut(typed) || clearsRepeatCount(event))
         return true;
-    if (event.matches(QKeySequence::SelectAll))
-        return true;
-    const EditorCommand *command = findEditorCommand(library_->shortcuts.command(typed));
+    const int chosen = library_->shortcuts.command(typed);
+    const EditorCommand *command
+        = findEditorCommand(chosen == 0 && typed.count() == 1 ? usualCommand(event) : chosen);
     return command != nullptr && (!command->isService() || services_.contains(command->number));
 }
 
@@ -122,9 +144,8 @@ void CodeEditor::keyPressEvent(QKeyEvent *event)
         event->accept();
     } else if (const int command = library_->shortcuts.command(typed); command != 0) {
         event->setAccepted(execute(command));
-    } else if (typed.count() == 1 && event->matches(QKeySequence::SelectAll)) {
-        // The desktop's own key works whatever key the command has, unless it was given to another.
-        execute(selectAllCommand);
+    } else if (const int usual = typed.count() == 1 ? usualCommand(*event) : 0; usual != 0) {
+        event->setAccepted(execute(usual));
     } else if (typed.count() > 1) {
         // A second stroke that completes nothing types nothing either.
         event->accept();

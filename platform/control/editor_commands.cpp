@@ -58,7 +58,7 @@ constexpr std::array<EditorCommand, lastCommand - firstCommand + 1> commands {{
     {138, "Select Word", "Ctrl+W", 0, selectWord},
     {139, "Select Line", "Ctrl+Shift+L", 0, selectLine},
     {140, "Cancel Selection", "Esc", 0, cancelSelection},
-    {141, "Select Element", "Ctrl+Shift+M", 0, selectElement},
+    {141, "Select Element", "Ctrl+Shift+A", 0, selectElement},
     {142, "Go to Matching Tag", "Ctrl+M", 0, caretToMatchingTag},
     {143, "Go to Matching Bracket", "Ctrl+B", 0, caretToMatchingBrace},
     {144, "Select to Matching Bracket", "Ctrl+Shift+B", 0, selectToMatchingBrace},

@@ -33,6 +33,9 @@ struct Markup
     // From "<" to ">"; to the end of the text, or to the next "<", when it is not closed.
     Span whole;
     Span name;
+
+    // Whether there ought to be another tag of the same element.
+    bool isOfPair() const { return kind == MarkupKind::StartTag || kind == MarkupKind::EndTag; }
 };
 
 class MarkupScanner

@@ -68,6 +68,14 @@ std::optional<BracePair> bracesAt(const CodeEditor &editor)
     return std::nullopt;
 }
 
+bool notePartnerMissing(CodeEditor &editor, const std::optional<TagMatch> &match)
+{
+    Q_EMIT editor.noted(match && match->markup.isOfPair()
+                            ? CodeEditor::tr("This tag has no matching tag.")
+                            : CodeEditor::tr("The caret is in no tag that has a matching one."));
+    return false;
+}
+
 } // namespace
 
 bool caretToInsertedStart(CodeEditor &editor)
@@ -147,18 +155,18 @@ bool clearBookmarks(CodeEditor &editor)
 
 bool caretToMatchingTag(CodeEditor &editor)
 {
-    const std::optional<TagMatch> match = tagMatchAt(editor, caretOf(editor));
+    const std::optional<TagMatch> match = tagMatchAnywhere(editor, caretOf(editor));
     if (!match || !match->partner)
-        return false;
+        return notePartnerMissing(editor, match);
     editor.showPosition(long(match->partner->name.start));
     return true;
 }
 
 bool selectElement(CodeEditor &editor)
 {
-    const std::optional<TagMatch> match = tagMatchAt(editor, caretOf(editor));
-    if (!match)
-        return false;
+    const std::optional<TagMatch> match = tagMatchAnywhere(editor, caretOf(editor));
+    if (!match || (match->markup.isOfPair() && !match->partner))
+        return notePartnerMissing(editor, match);
     const Markup &other = match->partner ? *match->partner : match->markup;
     const Markup &first = other.whole.start < match->markup.whole.start ? other : match->markup;
     const Markup &last = other.whole.start < match->markup.whole.start ? match->markup : other;

@@ -63,6 +63,8 @@ public:
     // Whether these keys are the beginning of a longer shortcut.
     bool beginsShortcut(const QKeySequence &typed) const;
 
+    bool operator==(const ShortcutTable &) const = default;
+
 private:
     QMap<int, QList<QKeySequence>> shortcuts_;
 };

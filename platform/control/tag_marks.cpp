@@ -1,5 +1,6 @@
 #include "platform/control/tag_marks.h"
 
+#include "platform/control/busy_pointer.h"
 #include "platform/control/code_editor.h"
 #include "platform/control/editor_look.h"
 #include "platform/control/text_window.h"
@@ -34,11 +35,8 @@ bool mayMatch(const CodeEditor &editor, long caret)
     return nearTagName(near.bytes, at);
 }
 
-} // namespace
-
-std::optional<TagMatch> tagMatchAt(const CodeEditor &editor, long position)
+std::optional<TagMatch> tagMatchIn(const CodeEditor &editor, const TextWindow &window, long position)
 {
-    const TextWindow window = windowAround(editor, position, long(matchReach));
     std::optional<TagMatch> match = matchTag(
         {window.bytes, window.start == 0, editor.language() == Language::Html}, position - window.start);
     if (!match)
@@ -47,6 +45,23 @@ std::optional<TagMatch> tagMatchAt(const CodeEditor &editor, long position)
     if (match->partner)
         shift(*match->partner, window.start);
     return match;
+}
+
+} // namespace
+
+std::optional<TagMatch> tagMatchAt(const CodeEditor &editor, long position)
+{
+    return tagMatchIn(editor, windowAround(editor, position, long(matchReach)), position);
+}
+
+std::optional<TagMatch> tagMatchAnywhere(const CodeEditor &editor, long position)
+{
+    const std::optional<TagMatch> match = tagMatchAt(editor, position);
+    const long length = editor.send(S::SCI_GETLENGTH);
+    if (!match || match->partner || !match->markup.isOfPair() || length <= long(matchReach))
+        return match;
+    const BusyPointer busy(length);
+    return tagMatchIn(editor, textWindow(editor, 0, length), position);
 }
 
 void TagMarks::clear(CodeEditor &editor)

@@ -9,6 +9,8 @@ class CodeEditor;
 
 // The markup at a position of the editor's text and its partner, as positions of the whole text.
 std::optional<TagMatch> tagMatchAt(const CodeEditor &editor, long position);
+// The same, but where no partner is near it is looked for in the whole text, under the busy pointer.
+std::optional<TagMatch> tagMatchAnywhere(const CodeEditor &editor, long position);
 
 class TagMarks
 {

@@ -121,6 +121,7 @@ void TagRenaming::before(CodeEditor &editor, const Step &step)
     if (!armed_)
         return;
     nameBefore_ = bytesOf(editor, armed_->own);
+    caretBefore_ = editor.send(S::SCI_GETCURRENTPOS);
     lengthBefore_ = editor.send(S::SCI_GETLENGTH);
     runGoesOn_ = run_ && run_->revision == editor.revision() && run_->command == step.command
         && selection.length() == 0;
@@ -144,7 +145,7 @@ void TagRenaming::after(CodeEditor &editor, const Step &step, bool mergeable)
     if (single && runGoesOn_)
         merge(editor);
     else
-        run_ = single ? std::optional<Run>({step.command, nameBefore_, 0}) : std::nullopt;
+        run_ = single ? std::optional<Run>({step.command, nameBefore_, caretBefore_, 0}) : std::nullopt;
     link_->revision = editor.revision();
     if (run_)
         run_->revision = editor.revision();
@@ -168,27 +169,34 @@ bool TagRenaming::rename(CodeEditor &editor)
     if (armed_->partner.start > armed_->own.start)
         armed_->partner.start += delta;
     armed_->own.length = end - start;
+    editor.markStepCaret(caretBefore_);
     put(editor, armed_->partner, name);
     resize(armed_->partner, armed_->own, name.size());
+    editor.markStepCaret(editor.send(S::SCI_GETCURRENTPOS));
     return true;
 }
 
 // Takes this step and the ones before it back and does all at once, so that one step of undo does the same.
+// What is in sight stays, however far away the partner is.
 void TagRenaming::merge(CodeEditor &editor)
 {
     const QByteArray name = bytesOf(editor, link_->own);
     const long caret = editor.send(S::SCI_GETCURRENTPOS) - long(link_->own.start);
+    const long firstInSight = editor.send(S::SCI_GETFIRSTVISIBLELINE);
     Link old = *link_;
     resize(old.own, old.partner, run_->nameBefore.size());
     resize(old.partner, old.own, run_->nameBefore.size());
     editor.send(S::SCI_UNDO);
     editor.send(S::SCI_UNDO);
     editor.send(S::SCI_BEGINUNDOACTION);
-    put(editor, old.partner, name);
-    resize(old.partner, old.own, name.size());
+    editor.markStepCaret(run_->caretBefore);
     put(editor, old.own, name);
+    resize(old.own, old.partner, name.size());
+    put(editor, old.partner, name);
     editor.send(S::SCI_SETEMPTYSELECTION, ulong(link_->own.start + caret));
+    editor.markStepCaret(link_->own.start + caret);
     editor.send(S::SCI_ENDUNDOACTION);
+    editor.send(S::SCI_SETFIRSTVISIBLELINE, ulong(firstInSight));
 }
 
 } // namespace control

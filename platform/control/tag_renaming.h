@@ -32,6 +32,7 @@ private:
     {
         int command = 0;
         QByteArray nameBefore;
+        long caretBefore = 0;
         quint64 revision = 0;
     };
 
@@ -43,6 +44,7 @@ private:
     std::optional<Link> armed_; // of the step under way
     std::optional<Run> run_;
     QByteArray nameBefore_;
+    long caretBefore_ = 0;
     long lengthBefore_ = 0;
     bool runGoesOn_ = false;
 };

@@ -19,9 +19,9 @@ struct TextHabits
     LineEnd lineEnd = LineEnd::Lf;
     // Whether the text has a line end at all.
     bool hasLineEnd = false;
-    // Whether the first indented line is indented with a tab; true when no line is indented.
+    // Whether lines are mostly indented with tabs; true when none is indented.
     bool tabs = true;
-    // Columns of one step of indentation: 1 to 8.
+    // Columns of one step of indentation, as most tags at the beginning of a line have it: 1 to 8.
     int indent = 4;
 };
 

@@ -24,8 +24,10 @@ bool closeElement(CodeEditor &editor)
     if (editor.language() == Language::Plain)
         return false;
     const QByteArray tag = closingTagAt(editor, editor.selection().start);
-    if (tag.isEmpty())
+    if (tag.isEmpty()) {
+        Q_EMIT editor.noted(CodeEditor::tr("No element is open here."));
         return false;
+    }
     editor.send(QsciScintillaBase::SCI_BEGINUNDOACTION);
     editor.replaceSelection(tag);
     if (editor.properties().autoIndent)

@@ -213,6 +213,7 @@ bool toggleLineEnds(CodeEditor &editor)
 bool toggleWrap(CodeEditor &editor)
 {
     toggle(editor, S::SCI_GETWRAPMODE, S::SCI_SETWRAPMODE, S::SC_WRAP_WORD);
+    editor.send(S::SCI_SCROLLCARET);
     return true;
 }
 

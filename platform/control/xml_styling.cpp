@@ -165,12 +165,24 @@ std::vector<XmlStyling::Lines> XmlStyling::linesInSight() const
     return found;
 }
 
+void XmlStyling::aboutToPaint()
+{
+    styled_.reset();
+    // Who colours the text otherwise is not asked before each painting.
+    if (!isOn())
+        styleSight();
+}
+
 void XmlStyling::styleSight()
 {
-    if (!isOn() || styling_ || styled_ == editor_.revision())
+    if (styling_ || styled_ == editor_.revision())
         return;
     styled_ = editor_.revision();
     const QScopedValueRollback now(styling_, true);
+    if (!isOn()) {
+        partLongLines();
+        return;
+    }
     guessed_ = false;
     for (const Lines &lines : linesInSight())
         styleLines(lines);
@@ -180,7 +192,7 @@ void XmlStyling::styleSight()
 bool XmlStyling::caretLineIsLong() const
 {
     const long line = editor_.caretLine();
-    return isOn() && lineStart(line + 1) - lineStart(line) > longLine;
+    return lineStart(line + 1) - lineStart(line) > longLine;
 }
 
 // Long lines are taken apart from the others.
@@ -229,13 +241,53 @@ void XmlStyling::styleLongLine(long line)
     const LongLine now{editor_.revision(), round_, line};
     if (std::exchange(longLine_, now) == now)
         return;
-    const long length = lineStart(line + 1) - lineStart(line);
+    makeRoomForWidths(line, lineStart(line + 1) - lineStart(line));
+    styleStretch(lineStart(line), lineStart(line + 1), {line, line});
+}
+
+void XmlStyling::makeRoomForWidths(long line, long length)
+{
     const long widths = std::clamp(length / bytesForWidth, leastWidths, mostWidths);
     if (editor_.send(S::SCI_GETPOSITIONCACHE) < widths)
         editor_.send(S::SCI_SETPOSITIONCACHE, ulong(widths));
-    styleStretch(lineStart(line), lineStart(line + 1), {line, line});
     if (length > fluentLine && !std::exchange(noted_, true))
         noteLongLine(line, length);
+}
+
+void XmlStyling::partLongLines()
+{
+    if (editor_.send(S::SCI_GETLENGTH) <= longLine)
+        return;
+    for (const Lines &lines : linesInSight()) {
+        for (long line = lines.first; line <= lines.last; ++line) {
+            const long start = lineStart(line);
+            const long end = lineStart(line + 1);
+            if (end - start <= longLine)
+                continue;
+            const LongLine now{editor_.revision(), round_, line};
+            if (std::exchange(longLine_, now) == now && editor_.send(S::SCI_GETENDSTYLED) >= end)
+                continue;
+            makeRoomForWidths(line, end - start);
+            partLexedLine(start, end);
+        }
+    }
+}
+
+// A lexer begins a line by the style that ends the one before, so that has to stay.
+void XmlStyling::partLexedLine(long start, long end)
+{
+    constexpr long keptStyles = 2; // of a line end
+    const long styled = std::min(start, editor_.send(S::SCI_GETENDSTYLED));
+    const long from = lineStart(editor_.send(S::SCI_LINEFROMPOSITION, ulong(styled)));
+    editor_.send(S::SCI_COLOURISE, ulong(from), end);
+    QByteArray cells(2 * (end - start) + 2, Qt::Uninitialized);
+    editor_.SendScintilla(S::SCI_GETSTYLEDTEXT, start, end, cells.data());
+    QByteArray styles(end - start, Qt::Uninitialized);
+    for (qsizetype i = 0; i < styles.size(); ++i)
+        styles[i] = cells[2 * i + 1];
+    partLongRuns(textWindow(editor_, start, end - keptStyles).bytes, styles.data());
+    editor_.send(S::SCI_STARTSTYLING, ulong(start));
+    editor_.SendScintilla(S::SCI_SETSTYLINGEX, uintptr_t(styles.size()), styles.constData());
 }
 
 // Told when what brought the line into sight is done.

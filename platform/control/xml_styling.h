@@ -1,6 +1,6 @@
 // Colours and folds an editor's text while its language is XML: what is in sight when it comes into sight,
 // from a place near by, however long the text is. What the text is at such places is found out while nobody
-// waits.
+// waits. In other languages only lines that are very long are looked after, when a lexer has coloured them.
 #pragma once
 
 #include "platform/control/markup_map.h"
@@ -29,7 +29,7 @@ public:
     void settle();
 
     // What is in sight may be other lines than before.
-    void aboutToPaint() { styled_.reset(); }
+    void aboutToPaint();
     // Colours what is in sight.
     void styleSight();
     // What is typed in the caret's line had better be coloured before the line is measured.
@@ -94,6 +94,9 @@ private:
     void styleLines(const Lines &lines);
     void styleStretch(long start, long end, const Lines &lines);
     void styleLongLine(long line);
+    void partLongLines();
+    void partLexedLine(long start, long end);
+    void makeRoomForWidths(long line, long length);
     void noteLongLine(long line, long length);
     void setLevel(long line, int before, int after);
     void shiftHidden(long line, int levels);

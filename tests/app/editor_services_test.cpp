@@ -7,6 +7,7 @@
 
 #include <QDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTimer>
 
 using namespace app_test;
@@ -79,6 +80,27 @@ private Q_SLOTS:
         QCOMPARE(second.editor()->shortcuts().shortcuts(137).value(0).toString(), u"Ctrl+L"_s);
     }
 
+    // The editor takes its keys first, so that the window's would do nothing.
+    void menusHaveKeysOfTheirOwn()
+    {
+        Window window("");
+        window.choose("mnuxmlmode");
+        const control::ShortcutTable first;
+        int looked = 0;
+        for (const QMenu *menu : window.main->findChildren<QMenu *>()) {
+            for (const QAction *action : menu->actions()) {
+                // What the editor itself does is only shown there.
+                if (!menu->menuAction()->isVisible() || action->shortcutContext() == Qt::WidgetShortcut)
+                    continue;
+                for (const QKeySequence &keys : action->shortcuts()) {
+                    ++looked;
+                    QVERIFY2(first.command(keys) == 0, qPrintable(action->objectName()));
+                }
+            }
+        }
+        QVERIFY(looked > 5);
+    }
+
     void macrosOutliveTheRun()
     {
         const Folders folders;
@@ -116,6 +138,12 @@ private Q_SLOTS:
         window.choose("mnuAssignedfilePre");
         QVERIFY(window.action("mnuAssignedfilePre")->isChecked());
         auto *dialog = window.main->findChild<QDialog *>(u"frmprview"_s);
+        // Keys chosen there are shown by the menus and kept.
+        auto *editor = dialog->findChild<control::CodeEditor *>(u"CodeMax1"_s);
+        editor->shortcuts().setShortcuts(195, {QKeySequence(u"Ctrl+K, D"_s)});
+        editor->noticeShortcutChange();
+        QCOMPARE(window.action("editcmxsub_6")->shortcut().toString(), u"Ctrl+K, D"_s);
+        QVERIFY(contentOf(window.folders.program(u"settings.ini"_s)).contains("VirtKey2195"));
         const QString line = dialog->findChild<QLineEdit *>(u"Text3_1"_s)->text();
         QVERIFY2(line.contains(u"my%20sheet.xsl0"_s), qPrintable(line));
         write(assigned, line.toUtf8() + "<r>data</r>");

@@ -55,6 +55,14 @@ private Q_SLOTS:
         shown.chars->setSelection(0, 2);
         shown.type(0xe9);
         QCOMPARE(shown.chars->text(), u"\u00e9 "_s);
+        // What was selected in the field is replaced from the grid.
+        shown.chars->setFocus();
+        shown.chars->setSelection(1, 1);
+        QTest::mouseDClick(shown.grid, Qt::LeftButton, {}, shown.centre(34));
+        QCOMPARE(shown.chars->text(), u"\u00e9A"_s);
+        shown.chars->setText(u"\u00e9 "_s);
+        shown.type(0xe9);
+        shown.chars->backspace();
         // What the map lacks is not added.
         shown.type(0x416);
         QVERIFY(!shown.part("picLarge")->isVisible());

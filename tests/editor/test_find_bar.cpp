@@ -123,6 +123,22 @@ private Q_SLOTS:
         QCOMPARE(desk.memory.texts().value(0), QStringLiteral("ONE"));
     }
 
+    // Without a match the view goes back along with the caret; options leave the focus where it is.
+    void comesBackFromAfar()
+    {
+        Desk desk(QByteArray("x\n").repeated(500) + "far");
+        Desk::press(Qt::Key_F, Qt::ControlModifier);
+        Desk::type("far");
+        QVERIFY(desk.edit->send(S::SCI_GETFIRSTVISIBLELINE) > 0);
+        Desk::type("!");
+        QCOMPARE(desk.edit->send(S::SCI_GETFIRSTVISIBLELINE), 0);
+        for (const Qt::Key letter : {Qt::Key_X, Qt::Key_M, Qt::Key_W, Qt::Key_L}) {
+            Desk::press(letter, Qt::AltModifier);
+            QVERIFY(desk.find()->hasFocus() || desk.find()->lineEdit()->hasFocus());
+        }
+        QTRY_VERIFY(desk.control<QCheckBox>("chkExpression")->isChecked());
+    }
+
     void worksWithoutTheBar()
     {
         Desk desk("a b a");
@@ -236,7 +252,12 @@ private Q_SLOTS:
         QCOMPARE(desk.edit->text(), QByteArray("acd\n").repeated(250'000));
         QCOMPARE(desk.edit->caretLine(), 1000);
         QCOMPARE(desk.edit->send(S::SCI_MARKERNEXT, 0, 2), 1000);
-        desk.edit->undo();
+        const long first = desk.edit->send(S::SCI_GETFIRSTVISIBLELINE);
+        for (const int command : {100, 101, 100}) {
+            QVERIFY(desk.edit->execute(command));
+            QCOMPARE(desk.edit->caretLine(), 1000);
+            QCOMPARE(desk.edit->send(S::SCI_GETFIRSTVISIBLELINE), first);
+        }
         QVERIFY(!desk.edit->canUndo());
         QCOMPARE(desk.edit->send(S::SCI_MARKERNEXT, 0, 2), 1000);
     }

@@ -220,11 +220,68 @@ private Q_SLOTS:
         }
     }
 
+    // What is searched for is a name or keys; what is hidden is not changed.
+    void findsClearsAndResets()
+    {
+        Opened on(Keyboard);
+        auto *search = on.find<QLineEdit>("txtSearch");
+        const auto chosen = [&] {
+            const auto *item = on.find<QTreeWidget>("lstCommands")->currentItem();
+            return item == nullptr || item->isHidden() ? QString() : item->text(1);
+        };
+        search->setText(ctrlD.toString());
+        QVERIFY(chosen().startsWith(ctrlD.toString()));
+        for (const char *name : {"cmdClear", "cmdReset"}) {
+            const bool cleared = QByteArrayView(name) == "cmdClear";
+            search->setText(on.find<QTreeWidget>("lstCommands")->topLevelItem(114 - 100)->text(0));
+            on.press(name);
+            QCOMPARE(chosen(), cleared ? QString() : ctrlD.toString());
+            QCOMPARE(on.find<QPushButton>("cmdClear")->isEnabled(), !cleared);
+            QCOMPARE(on.find<QPushButton>("cmdReset")->isEnabled(), cleared);
+            on.press("cmdApply");
+            QCOMPARE(on.keysOf(114).isEmpty(), cleared);
+        }
+        search->setText(u"no such command"_s);
+        QVERIFY(!on.find<KeysEdit>("txtKeys")->isEnabled()
+                && !on.find<QPushButton>("cmdAssign")->isEnabled());
+        QVERIFY(!on.find<QPushButton>("cmdClear")->isEnabled()
+                && !on.find<QPushButton>("cmdReset")->isEnabled());
+    }
+
+    // Return in a button is the button's, elsewhere it is OK.
+    void returnPressesTheButton()
+    {
+        for (const auto &[name, accepts, asks] : {std::tuple("CancelButton", false, false),
+                                                  {"cmdGround", false, true},
+                                                  {"lstColours", true, false}}) {
+            Opened on(Colours);
+            QSignalSpy accepted(&on.dialog, &QDialog::accepted);
+            on.find<QWidget>(name)->setFocus();
+            on.key(name, Qt::Key_Return);
+            QVERIFY2(accepted.count() == (accepts ? 1 : 0), name);
+            QVERIFY2(on.dialog.isVisible() == asks, name);
+            QCOMPARE(on.dialog.findChild<QColorDialog *>() != nullptr, asks);
+        }
+    }
+
+    void staysOnTheScreen()
+    {
+        Opened on(Fonts);
+        on.dialog.resize(on.dialog.minimumSizeHint());
+        QVERIFY(on.dialog.height() < on.dialog.screen()->availableSize().height() / 2);
+    }
+
     void fieldRecordsOrLetsGo()
     {
         Opened on(Keyboard);
         on.chooseCommand(131);
         auto *keys = on.find<KeysEdit>("txtKeys");
+        // Return assigns even while a second stroke is waited for.
+        typeKeys(keys, QKeySequence(Qt::CTRL | Qt::Key_F12));
+        QTest::keyClick(keys, Qt::Key_Return);
+        QVERIFY(on.canApply());
+        QCOMPARE(keys->keys(), QKeySequence(Qt::CTRL | Qt::Key_F12));
+        on.press("cmdReset");
         typeKeys(keys, QKeySequence(Qt::Key_A));
         QVERIFY(keys->keys().isEmpty());
         typeKeys(keys, QKeySequence(Qt::Key_Space));

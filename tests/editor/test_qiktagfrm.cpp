@@ -19,9 +19,12 @@ struct Target : QuickTagTarget
     int currentTab() const override { return tab; }
     QByteArray selectedText() const override { return selection; }
     void replaceSelection(const QByteArray &utf8) override { inserted.append(QString::fromUtf8(utf8)); }
-    void addElement(const QString &name, const QStringList &attributes) override
+    QString addElement(const QString &name, const QStringList &attributes) override
     {
+        if (name.contains(u':'))
+            return u"No prefix"_s;
         inserted.append((QStringList{name} + attributes).join(u'+'));
+        return {};
     }
 };
 
@@ -110,6 +113,31 @@ private Q_SLOTS:
         opened.press("OKButton");
         QCOMPARE(opened.inserted(), QString());
         QCOMPARE(opened.list->count(), 236);
+    }
+
+    // Until another tag is chosen or inserted.
+    void saysWhyATagIsRefused()
+    {
+        Opened opened(0);
+        const auto *state = opened.dialog->findChild<QLabel *>(u"lblState"_s);
+        const QString usual = state->text();
+        opened.choose(u"<xsl:text></xsl:text>"_s);
+        opened.press("OKButton");
+        QCOMPARE(state->text(), u"No prefix."_s);
+        opened.choose(u"<p></p>"_s);
+        QCOMPARE(state->text(), usual);
+    }
+
+    // Long tags are read to their ends.
+    void listScrollsSideways()
+    {
+        Opened opened(1);
+        const QScrollBar *bar = opened.list->horizontalScrollBar();
+        QTest::keyClick(opened.list, Qt::Key_Right);
+        QVERIFY(bar->value() > 0);
+        QVERIFY(bar->maximum() + opened.list->viewport()->width() >= opened.list->sizeHintForColumn(0));
+        QTest::keyClick(opened.list, Qt::Key_Left);
+        QCOMPARE(bar->value(), 0);
     }
 
     void searchNarrowsInOrder()

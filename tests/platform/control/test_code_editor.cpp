@@ -143,6 +143,25 @@ private Q_SLOTS:
         }
     }
 
+    // Of a rectangle only what it holds is selected, and what replaces it stands at its first corner.
+    void rectanglesAreReplaced()
+    {
+        for (const bool upwards : {false, true}) {
+            CodeEditor editor;
+            editor.loadText(QByteArray("a\xC3\xA4 b\r\n").repeated(3));
+            editor.placeCaret(upwards ? 2 : 0, 1);
+            for (const int command : {upwards ? 237 : 238, upwards ? 237 : 238, 236, 236})
+                editor.execute(command);
+            QCOMPARE(editor.selectedText(), QByteArray("\xC3\xA4 \r\n\xC3\xA4 \r\n\xC3\xA4 "));
+            QCOMPARE(editor.selectedCharacters(), 6);
+            editor.replaceSelection("<\n>");
+            QCOMPARE(editor.text(), QByteArray("a<\r\n>b\r\nab\r\nab\r\n"));
+            QCOMPARE(std::pair(editor.caretLine(), editor.caretColumn()), std::pair(1, 1));
+            editor.undo();
+            QVERIFY(!editor.canUndo());
+        }
+    }
+
     // Columns counted on from a place before stay true, whatever is changed around it.
     void columnsAreCountedOn()
     {

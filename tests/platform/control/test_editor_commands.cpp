@@ -376,6 +376,57 @@ private Q_SLOTS:
         QCOMPARE(editor.text(), QByteArray("\r\n"));
     }
 
+    // Tags without a partner, and tags whose partner is far.
+    void elementsAreSelectedWhole()
+    {
+        const QByteArray far = "<a>" + QByteArray("<i/>\n").repeated(300'000) + "</a>";
+        const std::tuple<QByteArray, int, long> rows[] = {{far, 2, far.size()},
+                                                          {"<a><b></b>", 2, 0},
+                                                          {"<a><b></b></a>", 4, 7},
+                                                          {"<a></b></a>", 5, 0},
+                                                          {"<a><b x='1'/></a>", 4, 10}};
+        for (const auto &[text, caret, length] : rows) {
+            CodeEditor editor;
+            QSignalSpy noted(&editor, &CodeEditor::noted);
+            editor.setLanguage(Language::Xml);
+            editor.loadText(text);
+            editor.send(S::SCI_GOTOPOS, ulong(caret));
+            QCOMPARE(editor.execute(141), length > 0);
+            QCOMPARE(editor.selection().length(), length);
+            QCOMPARE(noted.count(), length > 0 ? 0 : 1);
+        }
+    }
+
+    // The usual keys of a command that has been given another one.
+    void usualKeysStay()
+    {
+        const std::pair<int, const char *> rows[]
+            = {{100, "Alt+Backspace"}, {101, "Ctrl+Shift+Z"},    {102, "Shift+Del"}, {103, "Ctrl+Ins"},
+               {104, "Shift+Ins"},     {105, "Shift+Backspace"}, {150, "Ctrl+="}};
+        for (const auto &[command, keys] : rows) {
+            CodeEditor editor;
+            editor.loadText("abc");
+            editor.execute(137);
+            editor.execute(103);
+            // Something to undo, to redo, to cut, to copy and to paste.
+            editor.perform({0, "d"});
+            for (const int step : {105, 100, 137})
+                editor.execute(step);
+            editor.shortcuts().setShortcuts(command, {QKeySequence(QStringLiteral("Ctrl+F11"))});
+            QSignalSpy stepped(&editor, &CodeEditor::stepped);
+            const QKeyCombination stroke = QKeySequence(QString::fromLatin1(keys))[0];
+            QTest::keyClick(&editor, stroke.key(), stroke.keyboardModifiers());
+            QCOMPARE(stepped.count(), 1);
+            QCOMPARE(stepped.value(0).value(0).value<Step>().command, command);
+            // Not when it is another command's.
+            editor.shortcuts().setShortcuts(138, {QKeySequence(stroke)});
+            stepped.clear();
+            editor.loadText("abc");
+            QTest::keyClick(&editor, stroke.key(), stroke.keyboardModifiers());
+            QCOMPARE(stepped.value(0).value(0).value<Step>().command, 138);
+        }
+    }
+
     void chordsAndReboundKeys()
     {
         CodeEditor editor;

@@ -98,6 +98,10 @@ private Q_SLOTS:
                             {"<a>\r\n  <b/>", "\r\n", false, 2},
                             {"<a>\r\t<b/>\r    c", "\r", true, 4},
                             {"<a>\n      \n   <b/>", "\n", false, 3},
+                            {"<a b=''\n         c=''>\n  <d>\n    <e/>", "\n", false, 2},
+                            {"<a>\n <b>\n  <c/>\n </b>\n     <d/>", "\n", false, 1},
+                            {"<a>\n    <b/>\n<c>\n\t<d>\n\t\t<e/>", "\n", true, 4},
+                            {"<a\n        b=''/>", "\n", true, 4},
                             {"<!--\n --\n\t<b/>", "\n", true, 4},
                             {"a\n            b", "\n", false, 8}};
         for (const Row &row : rows) {

@@ -1,4 +1,5 @@
 // What the bytes of an XML text are, read whole or in pieces, and what of it folds.
+#include "platform/control/code_colours.h"
 #include "platform/control/code_editor.h"
 #include "platform/control/markup_map.h"
 
@@ -217,6 +218,29 @@ private Q_SLOTS:
             QCOMPARE(editor.text(), text);
         }
         QTRY_COMPARE(noted.size(), 1);
+    }
+
+    // Where a lexer has coloured a line, or nobody has, it is parted all the same.
+    void longLinesOfOtherLanguagesAreParted()
+    {
+        for (const char *language : {"Text", "HTML", "Java"}) {
+            CodeEditor editor;
+            CodeColours colours(editor);
+            colours.setLanguage(QString::fromLatin1(language));
+            editor.loadText("/* " + QByteArray("plain w\xC3\xA4rds ").repeated(5000) + "*/\nvar");
+            editor.show();
+            for (const char *typed : {"", "x", "<"}) {
+                editor.perform({0, typed});
+                editor.viewport()->repaint();
+                int piece = 0;
+                for (ulong at = 1; at < 60'000; ++at) {
+                    const bool same
+                        = editor.send(S::SCI_GETSTYLEAT, at) == editor.send(S::SCI_GETSTYLEAT, at - 1);
+                    piece = same ? piece + 1 : 1;
+                    QVERIFY2(piece < 30, language);
+                }
+            }
+        }
     }
 
     void guessesComeRight()

@@ -192,8 +192,8 @@ private Q_SLOTS:
         }
     }
 
-    // Between the tags lies more than is looked at, and around them more than is read at once.
-    void longTextsAreLeftAlone()
+    // Between the tags lies more than is looked at while typing.
+    void farPartners()
     {
         CodeEditor editor;
         editor.setLanguage(X);
@@ -202,9 +202,45 @@ private Q_SLOTS:
         editor.placeCaret(0, 2);
         type(editor, "b");
         QVERIFY(editor.text().startsWith("<ab>") && editor.text().endsWith("</a>"));
+        // What is open is found, however far above it begins.
+        editor.loadText("<a>" + much);
         editor.execute(192);
         type(editor, "</");
-        QVERIFY(editor.text().endsWith("</a></"));
+        QVERIFY(editor.text().endsWith("\n</a>"));
+        QVERIFY(editor.execute(142));
+        QCOMPARE(editor.send(S::SCI_GETCURRENTPOS), 1);
+    }
+
+    // The partner is out of sight: neither renaming it nor taking that back leads there.
+    void renamingKeepsTheView()
+    {
+        for (const bool atStart : {true, false}) {
+            CodeEditor editor;
+            editor.resize(400, 300);
+            editor.setLanguage(X);
+            editor.loadText("\n\n<abc>" + QByteArray("<i/>\n").repeated(3000) + "</abc>\n\n");
+            editor.placeCaret(atStart ? 2 : 3002, atStart ? 2 : 4);
+            editor.execute(138);
+            const long first = editor.send(S::SCI_GETFIRSTVISIBLELINE);
+            const int line = editor.caretLine();
+            const auto inPlace = [&] {
+                return editor.send(S::SCI_GETFIRSTVISIBLELINE) == first && editor.caretLine() == line;
+            };
+            for (const char *letter : {"w", "x", "y", "z"}) {
+                type(editor, letter);
+                QVERIFY2(inPlace(), letter);
+            }
+            for (const auto &[command, count] : {std::pair(100, 2), std::pair(101, 2)})
+                for (int i = 0; i < count; ++i) {
+                    editor.execute(command);
+                    QVERIFY(inPlace());
+                }
+            QVERIFY(editor.text().contains("<wxyz>") && editor.text().contains("</wxyz>"));
+            // From elsewhere it leads back.
+            editor.execute(atStart ? 192 : 190);
+            editor.execute(100);
+            QCOMPARE(editor.caretLine(), line);
+        }
     }
 
     void namesAreOffered()
