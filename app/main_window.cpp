@@ -160,6 +160,8 @@ void mainfrm::serveEditor(const Outside &outside)
     editorHost_ = std::make_unique<EditorHost>(EditorHost::Around{
         .window = *this,
         .frame = *frame_,
+        .currentTab = [this] { return currentTab(); },
+        .showXmlMode = [this] { selectTab(document::XmlMode); },
         .bar = *StatusBar1,
         .editor = *CodeMax1,
         .session = *session_,
@@ -338,6 +340,7 @@ void mainfrm::setTitleLine(const QString &text)
     const QString path = session_->files().istmppath() ? QString() : session_->state().CurrentFilePath;
     if (!path.isEmpty())
         recent_->add(path);
+    tidy_->modeChanged();
     watch_->watch(path, session_->state().stamp);
     mark_->refresh();
     recovery_->settled();

@@ -1,15 +1,22 @@
 #include "app/tidy_host.h"
 
+#include "document/workspace.h"
 #include "platform/control/code_editor.h"
 #include "platform/files/user_folders.h"
 #include "tidy/config_files.h"
 #include "tidy/frmconvrtr.h"
 #include "tidy/messages_panel.h"
+#include "tidy/option_catalogue.h"
+#include "tidy/option_values.h"
+#include "tidy/text_place.h"
 #include "tidy/tidyopfrm.h"
 
+#include <QCryptographicHash>
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QProgressBar>
+
+#include <algorithm>
 
 namespace app {
 
@@ -21,13 +28,15 @@ TidyHost::TidyHost(const Around &around)
           .currentText = [this] { return around_.editor.text(); },
           .currentPath = around_.currentPath,
           .runTidy = [this](const QByteArray &markup) { run(markup); },
-          .showMessages = [this](const std::vector<tidy::Message> &messages) { tellMessages(messages); },
+          .showMessages
+          = [this](const std::vector<tidy::Message> &messages) { takeTransformMessages(messages); },
       },
       dock_(new QDockWidget(tidy::messagesTitle(), &around_.window)), panel_(new tidy::MessagesPanel(dock_))
 {
     addPanel();
     connect(&run_, &tidy::TidyRun::note, this, around_.note);
-    connect(&run_, &tidy::TidyRun::finished, this, [this] { tellMessages(run_.messages()); });
+    connect(&run_, &tidy::TidyRun::finished, this, &TidyHost::runEnded);
+    connect(&around_.editor, &control::CodeEditor::textEdited, this, &TidyHost::textEdited);
     connect(panel_, &tidy::MessagesPanel::placeChosen, this, &TidyHost::goTo);
 }
 
@@ -39,7 +48,24 @@ void TidyHost::run(const QByteArray &markup)
     const auto lent = tidy::lendStandingOptions(around_.folders.data(), around_.folders.exchange());
     if (!lent)
         around_.note(lent.reason());
+    spokenOf_ = textIdentity();
+    runOnText_ = markup == around_.editor.textInPlace();
+    if (runOnText_)
+        transformMessages_.clear(); // of an earlier one that led to no run
+    const tidy::OptionValues options = tidy::OptionValues::read(around_.folders.data());
+    tabSize_ = options.value(tidy::findOption(QStringLiteral("tab-size"))).toInt();
     run_.start(markup);
+}
+
+void TidyHost::modeChanged() { run_.setEditorShown(around_.currentTab() == document::XmlMode); }
+
+// Another document was put into the editor: that cannot be undone, as any edit can.
+void TidyHost::textEdited()
+{
+    if (around_.editor.canUndo() || around_.editor.canRedo())
+        return;
+    run_.abandon();
+    panel_->showMessages({});
 }
 
 void TidyHost::editOptions()
@@ -72,20 +98,61 @@ void TidyHost::addPanel()
     dock_->hide();
 }
 
-// The panel does not open by itself: most runs say something, and few of it matters.
-void TidyHost::tellMessages(const std::vector<tidy::Message> &messages)
+void TidyHost::takeTransformMessages(const std::vector<tidy::Message> &messages)
 {
+    spokenOf_ = textIdentity();
+    transformMessages_ = messages;
     panel_->showMessages(messages);
-    if (!messages.empty() && !dock_->isVisible())
-        around_.note(QStringLiteral("%1 messages: see \"%2\" in the \"Tools\" menu")
-                         .arg(messages.size())
-                         .arg(tidy::messagesTitle()));
+    if (!messages.empty())
+        around_.note(summaryOf(messages));
+}
+
+// What Tidy says of a transformation's result is about no line that the editor ever shows.
+void TidyHost::runEnded()
+{
+    std::vector<tidy::Message> messages = run_.messages();
+    for (tidy::Message &message : messages) {
+        if (!runOnText_ && message.line > 0)
+            message = {0, 0, message.severity,
+                       QStringLiteral("Line %1 of the result: ").arg(message.line) + message.text};
+    }
+    messages.insert(messages.begin(), transformMessages_.begin(), transformMessages_.end());
+    panel_->showMessages(messages);
+    if (tidy::saysFailure(run_.messages()))
+        return; // has been noted
+    const QString kept = QStringLiteral("What Tidy made is put in when XML Mode is shown. ");
+    around_.note((run_.keepsOutput() ? kept : QString()) + summaryOf(messages));
+}
+
+// The panel does not open by itself: most runs say something, and few of it matters.
+QString TidyHost::summaryOf(const std::vector<tidy::Message> &messages) const
+{
+    const bool matters = std::any_of(messages.begin(), messages.end(), [](const tidy::Message &message) {
+        return message.severity != tidy::Severity::Information;
+    });
+    if (!matters && transformMessages_.empty())
+        return QStringLiteral("Tidy found nothing to warn of.");
+    const QString said
+        = matters ? tidy::summaryOf(messages) : QStringLiteral("The style sheet left messages");
+    const QString where = QStringLiteral(": see \"%1\" in the \"Tools\" menu").arg(tidy::messagesTitle());
+    return dock_->isVisible() ? said : said + where;
 }
 
 void TidyHost::goTo(int line, int column)
 {
-    around_.editor.placeCaret(line - 1, qMax(0, column - 1));
+    around_.showXmlMode();
+    if (textIdentity() != spokenOf_)
+        return around_.note(
+            QStringLiteral("Line %1 is in the text before the conversion; Undo brings that text back.")
+                .arg(line));
+    const QByteArray text = around_.editor.textInPlace();
+    around_.editor.placeCaret(line - 1, tidy::characterAt(text, line, column, tabSize_));
     around_.editor.giveFocus();
+}
+
+QByteArray TidyHost::textIdentity() const
+{
+    return QCryptographicHash::hash(around_.editor.textInPlace(), QCryptographicHash::Sha1);
 }
 
 } // namespace app

@@ -38,6 +38,8 @@ public:
         shell::Shell &shell;
         const files::UserFolders &folders;
         std::function<QString()> currentPath;
+        std::function<int()> currentTab;
+        std::function<void()> showXmlMode;
         std::function<void(const QString &)> note;
     };
 
@@ -47,19 +49,29 @@ public:
     void editOptions(); // "Convert and Tidy Options"
     void showMessages(); // "Tidy Messages"
 
+    void modeChanged(); // another tab is the current one
+
 private:
     void showProgress(int value) override;
     void hideProgress() override;
     void addPanel();
     void run(const QByteArray &markup);
-    void tellMessages(const std::vector<tidy::Message> &messages);
+    void textEdited();
+    void takeTransformMessages(const std::vector<tidy::Message> &messages);
+    void runEnded();
+    QString summaryOf(const std::vector<tidy::Message> &messages) const;
     void goTo(int line, int column);
+    QByteArray textIdentity() const;
 
     Around around_;
     tidy::TidyRun run_;
     tidy::ConvertServices services_;
     QDockWidget *dock_; // of the window
     tidy::MessagesPanel *panel_; // in the dock
+    std::vector<tidy::Message> transformMessages_; // of the transformation that the run follows
+    QByteArray spokenOf_; // the identity of the text that the messages' places are in
+    bool runOnText_ = false; // the run is on that very text
+    int tabSize_ = 0; // of that run
 };
 
 } // namespace app

@@ -45,22 +45,6 @@ const Kind &kindOf(const Message &message)
                          [&message](const Kind &kind) { return kind.severity == message.severity; });
 }
 
-QString counted(const std::vector<Message> &messages, Severity severity, const QString &one)
-{
-    const auto count = std::count_if(messages.begin(), messages.end(), [severity](const Message &message) {
-        return message.severity == severity;
-    });
-    return QStringLiteral("%1 %2%3").arg(count).arg(one, count == 1 ? QString() : QStringLiteral("s"));
-}
-
-QString summaryOf(const std::vector<Message> &messages)
-{
-    if (messages.empty())
-        return QStringLiteral("No messages.");
-    return counted(messages, Severity::Error, QStringLiteral("error")) + QStringLiteral(", ")
-        + counted(messages, Severity::Warning, QStringLiteral("warning"));
-}
-
 QTreeWidgetItem *rowFor(const Message &message, const QWidget &panel)
 {
     const Kind &kind = kindOf(message);
@@ -86,6 +70,7 @@ MessagesPanel::MessagesPanel(QWidget *parent)
     summary_->setObjectName(QStringLiteral("lblsummary"));
     list_->setObjectName(QStringLiteral("lstmessages"));
     list_->setAccessibleName(messagesTitle());
+    setFocusProxy(list_);
     list_->setHeaderLabels({QStringLiteral("Kind"), QStringLiteral("Line"), QStringLiteral("Message")});
     list_->setRootIsDecorated(false);
     list_->setAlternatingRowColors(true);
@@ -107,6 +92,7 @@ void MessagesPanel::showMessages(const std::vector<Message> &messages)
     for (const Message &message : messages)
         rows << rowFor(message, *this);
     list_->addTopLevelItems(rows);
+    list_->setCurrentItem(list_->topLevelItem(0));
     for (int column : {KindColumn, LineColumn, TextColumn})
         list_->resizeColumnToContents(column);
 }

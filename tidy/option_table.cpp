@@ -203,7 +203,8 @@ constexpr Option table[] = {
     {"literal-attributes", "no", Layout, Kind::YesNo,
      "This option specifies if Tidy should ensure that whitespace characters within attribute "
      "values are passed through unchanged. If set to no, line breaks and tabs become blanks, "
-     "and several blanks in a row become one."},
+     "and several blanks in a row become one. Where nothing else was chosen, those of XML stay "
+     "as they are."},
     {"markup", "yes", Layout, Kind::YesNo,
      "This option specifies if Tidy should generate a pretty printed version of the markup. "
      "No pretty printed version is made where severe errors are found, unless the "
@@ -249,7 +250,8 @@ constexpr Option table[] = {
      "This option specifies the character encoding Tidy uses for both the input and output. "
      "The editor keeps every character, so this option decides how characters are written in "
      "the output. With ascii, latin0, mac, win1252 and ibm858 all characters beyond ASCII "
-     "become entities; with latin1 those beyond Latin-1 do; with the others none has to."},
+     "become entities; with latin1 those beyond Latin-1 do; with the others none has to. Where "
+     "nothing else was chosen, every character stays as it is."},
     {"input-encoding", "latin1", Encoding, Kind::Encoding,
      "This option specifies the character encoding Tidy uses for the input. The editor holds "
      "characters, not bytes, and hands them to Tidy as they are, so that this option does not "
@@ -257,7 +259,8 @@ constexpr Option table[] = {
     {"output-encoding", "ascii", Encoding, Kind::Encoding,
      "This option specifies the character encoding Tidy uses for the output. With ascii, "
      "latin0, mac, win1252 and ibm858 all characters beyond ASCII are written as entities; "
-     "with latin1 those beyond Latin-1 are; with the others none has to be."},
+     "with latin1 those beyond Latin-1 are; with the others none has to be. Where nothing else "
+     "was chosen, every character stays as it is."},
     {"newline", "CRLF", Encoding, Kind::NewLine,
      "The default is appropriate to the current platform: CRLF on Windows and OS/2, CR on the "
      "Mac and LF everywhere else (Unix and Linux). Where nothing else was chosen, the output "

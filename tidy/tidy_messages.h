@@ -29,7 +29,14 @@ struct Message
 inline constexpr int mostMessages = 10'000;
 
 // The messages of a report (UTF-8), in its order, in either of the two formats that Tidy writes. Blank lines
-// are left out. Beyond the most, a last message says how many lines more there are.
+// are left out, and what Tidy says of itself at the end. Beyond the most, a last message says how many lines
+// more there are.
 std::vector<Message> messagesIn(const QByteArray &report);
+
+// Whether the first message says that the run failed, so that there is no output.
+bool saysFailure(const std::vector<Message> &messages);
+
+// How many errors and warnings there are.
+QString summaryOf(const std::vector<Message> &messages);
 
 } // namespace tidy

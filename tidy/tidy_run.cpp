@@ -3,7 +3,6 @@
 #include "platform/control/editor_control.h"
 #include "platform/files/file_helpers.h"
 #include "platform/files/private_files.h"
-#include "platform/files/text_file.h"
 #include "platform/system/shell.h"
 
 #include <QFile>
@@ -11,6 +10,7 @@
 
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace tidy {
 
@@ -55,6 +55,7 @@ TidyRun::TidyRun(const QString &programFolder, control::EditorControl &editor, P
 
 void TidyRun::start(const QByteArray &markup)
 {
+    kept_.reset();
     if (!handOver(markup))
         return;
     progress_ = 0;
@@ -63,6 +64,32 @@ void TidyRun::start(const QByteArray &markup)
     if (!started)
         Q_EMIT note(started.reason());
     timer_.start();
+}
+
+void TidyRun::abandon()
+{
+    if (!inProgress() && !kept_)
+        return;
+    if (inProgress())
+        withdrawInput();
+    timer_.stop();
+    bar_.hideProgress();
+    kept_.reset();
+    Q_EMIT note(QStringLiteral("Tidy was given up: its text is no longer open."));
+}
+
+void TidyRun::setEditorShown(bool shown)
+{
+    editorShown_ = shown;
+    if (!shown && inProgress())
+        Q_EMIT note(QStringLiteral("Tidy is still at work on the text of XML Mode."));
+    if (!shown || !kept_)
+        return;
+    const Kept kept = *std::exchange(kept_, std::nullopt);
+    if (editor_.revision() == kept.revision)
+        editor_.replaceText(kept.text);
+    else
+        Q_EMIT note(QStringLiteral("The document was changed meanwhile; what Tidy made is left out."));
 }
 
 void TidyRun::tick()
@@ -80,7 +107,8 @@ bool TidyRun::handOver(const QByteArray &markup)
     QLockFile lock(exchangeFile("lock"));
     lock.tryLock(longestLockWait);
     files::deleteIfExists(exchangeFile("i.txt")); // a launcher may still read it under a name of its own
-    const auto written = files::writeTextFile(exchangeFile("i.txt"), markup);
+    const QByteArrayView pieces[] = {markup, "\r\n"};
+    const auto written = files::writePrivateFile(exchangeFile("i.txt"), exchangeFile("i.new"), pieces);
     if (!written) {
         Q_EMIT note(written.reason());
         return false;
@@ -104,12 +132,31 @@ void TidyRun::complete()
 
 void TidyRun::takeOutput()
 {
-    messages_ = messagesIn(contentOf(exchangeFile("f.txt")).value_or(QByteArray()));
     std::optional<QByteArray> output = contentOf(exchangeFile("o.txt"));
-    if (output)
+    readReport(output.has_value());
+    if (saysFailure(messages_))
+        Q_EMIT note(messages_.front().text);
+    else if (editorShown_)
         editor_.replaceText(textOf(std::move(*output)));
     else
-        Q_EMIT note(QStringLiteral("Tidy left no output; the text stays as it is."));
+        kept_ = Kept{textOf(std::move(*output)), editor_.revision()};
+}
+
+void TidyRun::readReport(bool hasOutput)
+{
+    messages_ = messagesIn(contentOf(exchangeFile("f.txt")).value_or(QByteArray()));
+    if (!hasOutput && !saysFailure(messages_))
+        messages_.insert(
+            messages_.begin(),
+            {0, 0, Severity::Error, QStringLiteral("Tidy left no output; the text stays as it is.")});
+}
+
+// A launcher at work finds that it is not wanted any more.
+void TidyRun::withdrawInput()
+{
+    QLockFile lock(exchangeFile("lock"));
+    lock.tryLock(longestLockWait);
+    files::deleteIfExists(exchangeFile("i.txt"));
 }
 
 QString TidyRun::exchangeFile(const char *name) const

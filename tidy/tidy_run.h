@@ -1,6 +1,6 @@
 // Running Tidy on a piece of markup: the text goes into the exchange folder, the launcher is started, and a
 // timer watches for the marker that says the output is complete. The output then takes the place of the
-// editor's text.
+// editor's text, at once or when the editor is shown again.
 #pragma once
 
 #include "tidy/tidy_messages.h"
@@ -10,6 +10,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <optional>
 #include <vector>
 
 namespace control {
@@ -45,9 +46,20 @@ public:
     // left must not pass for this one's. A launcher that cannot be started is noted as well, and waited for.
     void start(const QByteArray &markup);
 
+    // What runs, or has come and was not put in, is for a text that is gone: it is given up, and a note says
+    // so.
+    void abandon();
+
+    // Whether the editor's text is the one that the user sees. What comes meanwhile is kept until it is
+    // again, and then put in unless the text has become another, which is noted.
+    void setEditorShown(bool shown);
+
     bool inProgress() const { return timer_.isActive(); }
 
-    // What Tidy said in the last run that ended; empty before the first.
+    // Whether a run's output is kept until the editor is shown.
+    bool keepsOutput() const { return kept_.has_value(); }
+
+    // What Tidy said in the last run that ended, a failure first of all; empty before the first.
     const std::vector<Message> &messages() const { return messages_; }
 
 public Q_SLOTS:
@@ -55,16 +67,24 @@ public Q_SLOTS:
     void tick();
 
 Q_SIGNALS:
-    // The run is over: the editor's text is replaced, or the note says why not.
+    // The run is over: the editor's text is replaced, the output is kept, or the note says why not.
     void finished();
 
     // One line for the status bar: something was skipped.
     void note(const QString &line);
 
 private:
+    struct Kept
+    {
+        QByteArray text;
+        quint64 revision; // of the editor's text when it came
+    };
+
     bool handOver(const QByteArray &markup);
     void complete();
+    void readReport(bool hasOutput);
     void takeOutput();
+    void withdrawInput();
     QString exchangeFile(const char *name) const;
 
     QString folder_;
@@ -73,6 +93,8 @@ private:
     shell::Shell &shell_;
     QTimer timer_;
     int progress_ = 0;
+    bool editorShown_ = true;
+    std::optional<Kept> kept_;
     std::vector<Message> messages_;
 };
 

@@ -158,9 +158,9 @@ void tidyopfrm::selectFirst()
 void tidyopfrm::selitm(OptionTab tab, const QString &key)
 {
     SSTab1->setCurrentIndex(positionOf(tab));
-    if (currentList()->select(key))
-        describe(lstkey(key));
+    const bool found = currentList()->select(key);
     currentList()->setFocus();
+    describe(found ? lstkey(key) : -1);
 }
 
 void tidyopfrm::describe(int index)

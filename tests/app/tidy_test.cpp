@@ -7,9 +7,11 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
+#include <QTreeWidget>
 
 using namespace app_test;
 using namespace Qt::StringLiterals;
@@ -77,6 +79,59 @@ private Q_SLOTS:
         }
     }
 
+    // What Tidy makes of one document never gets into another.
+    void anotherDocument()
+    {
+        choose("mnuxmlmode");
+        editor().loadText("<p>former");
+        startConversion(u"html"_s);
+        QVERIFY(!runIsOver());
+        dialogs_.answer(dialogs::Answer::No);
+        choose("mnuNew");
+        QVERIFY(runIsOver());
+        QVERIFY2(note().contains(u"given up"_s), qPrintable(note()));
+        QCOMPARE(messages().topLevelItemCount(), 0);
+    }
+
+    void normalModeMeanwhile()
+    {
+        for (const bool changed : {false, true}) {
+            const QByteArray text = "<a><b>1</b><c/></a>";
+            choose("mnuxmlmode");
+            editor().replaceText(text);
+            startConversion(u"xml"_s);
+            choose("mnunormalmod");
+            QVERIFY2(note().contains(u"at work"_s), qPrintable(note()));
+            QTRY_VERIFY_WITH_TIMEOUT(runIsOver(), 60'000);
+            QCOMPARE(main_->session().state().Document.xml(), text);
+            if (changed)
+                choose("mnuelement");
+            choose("mnuxmlmode");
+            QCOMPARE(editor().text().contains("<c />"), !changed);
+            QCOMPARE(editor().text().contains("<Element"), changed);
+        }
+    }
+
+    // A message leads into the text that it is about, and into no other.
+    void places()
+    {
+        choose("mnuxmlmode");
+        editor().loadText("<title>t</title>\n<p>one\n\t\xC3\xA9<q></p>");
+        convert();
+        choose("mnutidymessages");
+        QCOMPARE(main_->focusWidget(), &messages());
+        const QList<QTreeWidgetItem *> found
+            = messages().findItems(u"missing </q>"_s, Qt::MatchStartsWith, 2);
+        QCOMPARE(found.size(), 1);
+        messages().setCurrentItem(found.first());
+        QTest::keyClick(&messages(), Qt::Key_Return);
+        QVERIFY2(note().contains(u"Undo"_s), qPrintable(note()));
+        editor().undo();
+        QTest::keyClick(&messages(), Qt::Key_Return);
+        QCOMPARE(editor().caretLine(), 2);
+        QCOMPARE(editor().caretColumn(), 2);
+    }
+
     void aRunThatFailsKeepsTheText()
     {
         QVERIFY(QFile::remove(folders_.program(u"tdyex/tidy.exe"_s)));
@@ -84,6 +139,8 @@ private Q_SLOTS:
         editor().loadText("<p>kept");
         convert();
         QCOMPARE(editor().text(), QByteArray("<p>kept"));
+        QCOMPARE(note(), u"Tidy cannot be started; the text stays as it is."_s);
+        QCOMPARE(messages().topLevelItem(0)->text(0), u"Error"_s);
     }
 
 private:
@@ -92,20 +149,26 @@ private:
     // As a person does it: the menu item, the kind of the code, the button; then the run's end.
     void convert()
     {
-        const QString html = u"html"_s;
+        startConversion(u"html"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(runIsOver(), 60'000);
+    }
+
+    void startConversion(const QString &kind)
+    {
         bool chosen = false;
         QTimer::singleShot(0, main_.get(), [&] {
             auto *box = main_->findChild<tidy::frmconvrtr *>();
             auto *input = box->findChild<QComboBox *>(u"cmbinput"_s);
-            input->setCurrentIndex(input->findText(html, Qt::MatchFixedString));
-            chosen = input->currentText().compare(html, Qt::CaseInsensitive) == 0;
+            input->setCurrentIndex(input->findText(kind, Qt::MatchFixedString));
+            chosen = input->currentText().compare(kind, Qt::CaseInsensitive) == 0;
             box->findChild<QPushButton *>(u"OKButton"_s)->click();
         });
         choose("mnucleancod");
         QVERIFY(chosen);
-        QTRY_VERIFY_WITH_TIMEOUT(runIsOver(), 60'000);
     }
 
+    QTreeWidget &messages() { return *main_->findChild<QTreeWidget *>(u"lstmessages"_s); }
+    QString note() const { return main_->findChild<QLabel *>(u"Note"_s)->text(); }
     control::CodeEditor &editor() { return *main_->findChild<control::CodeEditor *>(u"CodeMax1"_s); }
     bool runIsOver() const { return main_->findChild<QProgressBar *>(u"ProgressBar1"_s)->isHidden(); }
 

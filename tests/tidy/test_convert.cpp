@@ -160,7 +160,9 @@ private Q_SLOTS:
         panel.showMessages(
             {{3, 7, Severity::Warning, q("missing </p>")}, {0, 0, Severity::Information, q("done")}});
         panel.show();
+        panel.setFocus();
         auto *list = panel.findChild<QTreeWidget *>();
+        QVERIFY(panel.focusWidget() == list && list->currentItem() == list->topLevelItem(0));
         QCOMPARE(panel.findChild<QLabel *>()->text(), q("0 errors, 1 warning"));
         QSignalSpy chosen(&panel, &MessagesPanel::placeChosen);
         for (int row : {1, 0})

@@ -39,6 +39,7 @@ private Q_SLOTS:
             {"crash in mid-line", "printf '<p>ha' >\"$out\"; kill -SEGV $$", ""},
             {"output taken away", "mkdir \"$out\"", ""},
             {"killed when done", "echo good >\"$out\"; kill -9 $$", ""},
+            {"nothing but blanks", "printf ' \\r\\n' >\"$out\"; exit 1", ""},
         };
         for (const auto &[name, script, output] : rows) {
             init();
@@ -47,6 +48,8 @@ private Q_SLOTS:
             launch();
             QCOMPARE(desk_->content("o.txt"), output.isEmpty() ? input : output);
             QVERIFY2(desk_->content("i.txt") == input, name);
+            QCOMPARE(desk_->content("f.txt").startsWith("Error: "), output.isEmpty());
+            QVERIFY(!(QFile::permissions(desk_->at("o.txt")) & (QFile::ReadGroup | QFile::ReadOther)));
             left << u"d.txt"_s << u"f.txt"_s;
             left.sort();
             QCOMPARE(entries(), left);
@@ -74,7 +77,8 @@ private Q_SLOTS:
         desk_->write("default2.tidy", "wrap: 2");
         desk_->write("default.tidy", "wrap: 1\r\ntab-size: 1\r\nwrite-back: yes\r\n");
         launch();
-        const QByteArray said = desk_->content("f.txt");
+        QByteArray said = desk_->content("f.txt");
+        said.remove(0, said.indexOf('\n') + 1); // that there is no output
         QVERIFY(said.startsWith(QFile::encodeName(desk_->path())
                                 + "\ntab-size: 1\nwrap: 2\nforce-output: yes\n-config "));
         for (const char *always : {"--input-encoding utf8", "--output-encoding utf8", "--write-back no"})
@@ -94,6 +98,7 @@ private Q_SLOTS:
     {
         const std::tuple<const char *, QByteArray, QByteArray, QByteArray> rows[] = {
             {"XML as shipped", "<a><b>1</b><c/></a>\r\n", {}, "<a>\n     <b>1</b>\n     <c />\n</a>\n"},
+            {"no markup", "plain text\r\n", {}, "plain text\r\n"},
             {"names other files", input,
              "input-xml: no\noutput-file: x\nerror-file: x\ngnu-emacs-file: x\nwrite-back: yes\n", "<br>"},
             {"unknown option", input, "input-xml: no\nno-such-thing: 1\n", "<br>"},

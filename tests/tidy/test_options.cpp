@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextEdit>
 
 using namespace tidy;
 using namespace Qt::StringLiterals;
@@ -189,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(results->count(), 0);
         QCOMPARE(desk.dialogs.messages().last().text, q("Search text is not found!"));
         Q_EMIT panel->optionChosen(q("output-file")); // which is in no list
-        QVERIFY(!desk.row());
+        QVERIFY(!desk.row() && desk.find<QTextEdit>("txtdescription")->toPlainText().isEmpty());
     }
 
     void saving()

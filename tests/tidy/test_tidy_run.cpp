@@ -3,6 +3,7 @@
 #include "tests/document/stand_ins.h"
 #include "tests/tidy/exchange_folder.h"
 #include "tidy/launcher/run_tidy.h"
+#include "tidy/text_place.h"
 #include "tidy/tidy_run.h"
 
 #include <QSignalSpy>
@@ -134,6 +135,63 @@ private Q_SLOTS:
         QCOMPARE(desk.notes.size(), 1);
     }
 
+    // While the editor is not shown its text is left alone; then the output comes, unless the text is
+    // another.
+    void keptOutput()
+    {
+        for (const bool changed : {false, true}) {
+            Desk desk;
+            desk.run.start("<p>");
+            desk.run.setEditorShown(false);
+            QCOMPARE(desk.notes.size(), 1);
+            desk.exchange.write("o.txt", "<a/>\n");
+            desk.exchange.write("d.txt", "");
+            desk.run.tick();
+            QVERIFY(desk.editor.text() == "<p>before" && desk.run.keepsOutput());
+            if (changed)
+                desk.editor.replaceText("<p>changed");
+            desk.run.setEditorShown(true);
+            QCOMPARE(desk.editor.text(), changed ? "<p>changed" : "<a/>");
+            QCOMPARE(desk.notes.size(), changed ? 2 : 1);
+            QVERIFY(!desk.run.keepsOutput());
+        }
+    }
+
+    void abandoned()
+    {
+        for (const bool over : {false, true}) {
+            Desk desk;
+            desk.run.abandon();
+            QVERIFY(desk.notes.isEmpty());
+            desk.run.start("<p>");
+            desk.run.setEditorShown(!over);
+            desk.exchange.write("o.txt", "<a/>\n");
+            desk.exchange.write("d.txt", "");
+            if (over)
+                desk.run.tick();
+            desk.run.abandon();
+            QVERIFY(!desk.run.inProgress() && !desk.run.keepsOutput());
+            QCOMPARE(desk.exchange.has("i.txt"), over); // a launcher at work is told by its absence
+            QCOMPARE(desk.bar.values.last(), NotedBar::hidden);
+            desk.run.setEditorShown(true);
+            QCOMPARE(desk.editor.text(), "<p>before");
+            QVERIFY(desk.notes.last().contains(QLatin1StringView("given up")));
+        }
+    }
+
+    // The text may have been edited since: it stays, whatever stands in for the output.
+    void failedRun()
+    {
+        Desk desk;
+        desk.run.start("<p>");
+        desk.exchange.write("o.txt", "<p>\n");
+        desk.exchange.write("f.txt", "Error: Tidy crashed; the text stays as it is.\n");
+        desk.exchange.write("d.txt", "");
+        desk.run.tick();
+        QVERIFY(desk.editor.text() == "<p>before" && saysFailure(desk.run.messages()));
+        QCOMPARE(desk.notes, QStringList(u"Tidy crashed; the text stays as it is."_qs));
+    }
+
     // A folder stands where a file should: nothing may pass for this run's output.
     void cannotPrepare()
     {
@@ -208,10 +266,30 @@ private Q_SLOTS:
             {"/a: b/i.txt:8:19: Warning: <td> attribute", {8, 19, Severity::Warning, u"<td> attribute"_qs}},
             {"line 0 column 2 - Error: nowhere", {0, 0, Severity::Error, u"nowhere"_qs}},
             {"line 1 column 1 - Info: value", {1, 1, Severity::Information, u"value"_qs}},
+            {"Error: Tidy crashed", {0, 0, Severity::Error, u"Tidy crashed"_qs}},
             {"Config: unknown option: foo",
              {0, 0, Severity::Information, u"Config: unknown option: foo"_qs}}};
-        for (const auto &[line, message] : rows)
-            QVERIFY2(messagesIn(QByteArray("\n") + line + "\n\n") == std::vector{message}, line);
+        for (const auto &[line, message] : rows) {
+            for (const char *end : {"\n", "\r\n", "\r"}) {
+                const QByteArray report
+                    = QByteArray(end) + line + end + end + "About HTML Tidy: x" + end + "more";
+                QVERIFY2(messagesIn(report) == std::vector{message}, line);
+            }
+        }
+    }
+
+    void places()
+    {
+        const std::tuple<const char *, int, int, int, int> rows[] = {
+            {"a\r\n\t \xC3\xA9x", 2, 11, 8, 3},
+            {"a\r\tx", 2, 9, 8, 1},
+            {"\n\n a\tx", 3, 5, 4, 3},
+            {"abc\nd", 1, 9, 8, 3},
+            {"a\n", 7, 2, 8, 0},
+            {"\t\tx", 1, 3, 0, 2},
+        };
+        for (const auto &[text, line, column, tabSize, character] : rows)
+            QCOMPARE(characterAt(text, line, column, tabSize), character);
     }
 
     void manyMessages()

@@ -207,6 +207,15 @@ void keepParsable(Settings &settings, Output output)
     setUnlessSaid(settings, "fix-bad-comments", "yes");
 }
 
+QByteArray lineEndSet(const Settings &settings)
+{
+    const Setting *newline = find(settings, "newline");
+    const QByteArray word = newline ? newline->value.toUpper() : QByteArray();
+    if (word == "CRLF")
+        return "\r\n";
+    return word == "CR" ? "\r" : word == "LF" ? "\n" : QByteArray();
+}
+
 // An empty value says nothing, and Tidy would take the next line for it.
 QByteArray configurationOf(const Settings &settings)
 {
@@ -242,6 +251,13 @@ RunOptions reconciledOptions(const QList<QByteArray> &files, QByteArrayView inpu
     if (const char *lineEnd = lineEndOf(input))
         setUnlessSaid(settings, "newline", lineEnd);
     quoteDoctype(settings);
+    options.inputXml = isOn(settings, "input-xml");
+    if (options.inputXml)
+        setUnlessSaid(settings, "literal-attributes", "yes"); // a blank in a value counts in XML
+    options.keepsSections = !isOn(settings, "escape-cdata") && !isOn(settings, "indent-cdata");
+    options.keepsValues = isOn(settings, "literal-attributes");
+    options.keepsWords = !isOn(settings, "bare");
+    options.lineEnd = lineEndSet(settings);
     options.namedReferences = options.output == Output::Html && !isOn(settings, "numeric-entities");
     options.configuration = configurationOf(settings);
     return options;

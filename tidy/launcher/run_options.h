@@ -33,6 +33,13 @@ struct RunOptions
     Alphabet alphabet = Alphabet::Unicode;
     Output output = Output::AsInput;
     bool namedReferences = false; // characters outside the alphabet are written by name where HTML has one
+    bool inputXml = false;
+    bool keepsSections = true; // CDATA sections are to stay as they are
+    bool keepsValues = false; // blanks in attribute values are to stay as they are
+    bool keepsWords = true; // no option asks for other characters than the text has
+    QByteArray lineEnd; // of the output; empty for Tidy's own choice
+
+    bool writesXml() const { return output == Output::AsInput ? inputXml : output != Output::Html; }
 };
 
 // The name by which a present Tidy knows an option (lower case); nothing for what it must not be told:

@@ -1,8 +1,8 @@
 #include "tidy/launcher/run_tidy.h"
 
-#include "tidy/launcher/references.h"
+#include "platform/result.h"
+#include "tidy/launcher/conversion.h"
 #include "tidy/launcher/run_options.h"
-#include "tidy/launcher/well_formed.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,6 +20,8 @@ namespace launcher {
 namespace {
 
 constexpr int longestLockWait = 2000; // milliseconds
+
+using Outcome = platform::Result<void>;
 
 std::filesystem::path pathOf(const QString &name) { return QFile::encodeName(name).toStdString(); }
 
@@ -62,9 +64,10 @@ struct Run
     bool held = false;
 };
 
-// Takes the other's place in one step, so that nobody sees half of it.
+// Takes the other's place in one step, so that nobody sees half of it, and nobody else any of it.
 bool moveOver(const QString &from, const QString &to)
 {
+    QFile::setPermissions(from, QFile::ReadOwner | QFile::WriteOwner);
     std::error_code error;
     std::filesystem::rename(pathOf(from), pathOf(to), error);
     return !error;
@@ -84,7 +87,7 @@ bool write(const QString &path, const QByteArray &content)
 
 // What a run leaves is settled here, whatever the configuration files say: output and messages go where the
 // launcher finds them, the input stays as it is, and both are UTF-8.
-QStringList argumentsFor(const Run &run)
+QStringList argumentsFor(const Run &run, const char *input)
 {
     QStringList arguments{QStringLiteral("-config"), run.own("configuration")};
     for (const char *option : {"--input-encoding", "--output-encoding"})
@@ -92,71 +95,85 @@ QStringList argumentsFor(const Run &run)
     arguments << QStringLiteral("--write-back") << QStringLiteral("no");
     arguments << QStringLiteral("--output-file") << run.own("output");
     arguments << QStringLiteral("--error-file") << run.own("report");
-    return arguments << run.own("i.txt");
+    return arguments << run.own(input);
 }
+
+Outcome failed(const char *reason) { return platform::Failure{QString::fromLatin1(reason)}; }
 
 // Tidy ends with 0, with 1 after warnings, or with 2 after errors, when it writes only what it was forced to.
-bool succeeded(const QProcess &tidy, const QString &output)
+Outcome outcomeOf(const QProcess &tidy)
 {
     constexpr int worstGoodCode = 2;
-    return tidy.exitStatus() == QProcess::NormalExit && tidy.exitCode() <= worstGoodCode
-        && QFileInfo(output).size() > 0;
+    if (tidy.exitStatus() != QProcess::NormalExit)
+        return failed("Tidy crashed");
+    if (tidy.exitCode() > worstGoodCode)
+        return platform::Failure{QStringLiteral("Tidy ended with code %1").arg(tidy.exitCode())};
+    return {};
 }
 
-bool tidied(const Run &run, const QString &programFolder, int bound)
+Outcome tidied(const Run &run, const char *input, const QString &programFolder, int bound)
 {
     QProcess tidy;
     tidy.setWorkingDirectory(programFolder);
     tidy.setStandardInputFile(QProcess::nullDevice());
     tidy.setStandardOutputFile(QProcess::nullDevice());
     tidy.setStandardErrorFile(run.own("complaints"));
-    tidy.start(run.shared("tidy.exe"), argumentsFor(run));
+    tidy.start(run.shared("tidy.exe"), argumentsFor(run, input));
     if (!tidy.waitForStarted())
-        return false;
+        return failed("Tidy cannot be started");
     if (!tidy.waitForFinished(bound)) {
         tidy.kill();
         tidy.waitForFinished();
-        return false;
+        return platform::Failure{QStringLiteral("Tidy was not done within %1 seconds").arg(bound / 1000)};
     }
-    return succeeded(tidy, run.own("output"));
+    return outcomeOf(tidy);
 }
 
-// What Tidy wrote, as the options mean it.
-bool finished(const Run &run, const RunOptions &options)
+// Puts what is made of Tidy's output in the output's place.
+Outcome finished(const Run &run, const Conversion &conversion)
 {
-    const bool xml = options.output == Output::Xml || options.output == Output::Xhtml;
-    if (!xml && options.alphabet == Alphabet::Unicode)
-        return true;
-    QByteArray text = contentOf(run.own("output"));
-    if (xml)
-        text = wellFormed(text);
-    text = withReferences(text, options.alphabet, options.namedReferences);
-    return !text.isEmpty() && write(run.own("output"), text);
+    const QByteArray output = contentOf(run.own("output"));
+    if (output.isEmpty())
+        return failed("Tidy wrote nothing");
+    const platform::Result<QByteArray> text = conversion.finished(output);
+    if (!text)
+        return platform::Failure{text.reason()};
+    if (*text != output && !write(run.own("output"), *text))
+        return failed("Tidy's output cannot be written");
+    return {};
 }
-
-bool converted(const Run &run, const QString &programFolder, int bound)
-{
-    if (!run.scratch.isValid() || !run.held)
-        return false;
-    const QList<QByteArray> files{contentOf(run.shared("default.tidy")),
-                                  contentOf(run.shared("default2.tidy"))};
-    const RunOptions options = reconciledOptions(files, contentOf(run.own("i.txt")));
-    return write(run.own("configuration"), options.configuration) && tidied(run, programFolder, bound)
-        && finished(run, options);
-}
-
-void appendTo(QFile &to, const QString &path) { to.write(contentOf(path)); }
 
 // What Tidy said about its options stands before what it said about the text.
-void leaveReport(const Run &run)
+QByteArray reportOf(const Run &run, const Conversion &conversion)
 {
-    QFile report(run.own("f.txt"));
-    if (!report.open(QIODevice::WriteOnly))
-        return;
-    appendTo(report, run.own("complaints"));
-    appendTo(report, run.own("report"));
-    report.close();
-    moveOver(run.own("f.txt"), run.shared("f.txt"));
+    return conversion.told(contentOf(run.own("complaints")) + contentOf(run.own("report")));
+}
+
+Outcome converted(const Run &run, const QString &programFolder, int bound, QByteArray &report)
+{
+    if (!run.scratch.isValid() || !run.held)
+        return failed("the folder for Tidy's files cannot be written");
+    const QList<QByteArray> files{contentOf(run.shared("default.tidy")),
+                                  contentOf(run.shared("default2.tidy"))};
+    const QByteArray text = contentOf(run.own("i.txt"));
+    const RunOptions options = reconciledOptions(files, text);
+    const Conversion conversion(text, options);
+    const bool asItIs = conversion.forTidy() == text;
+    if (!write(run.own("configuration"), options.configuration)
+        || !(asItIs || write(run.own("shielded.txt"), conversion.forTidy())))
+        return failed("the files for Tidy cannot be written");
+    const Outcome ran = tidied(run, asItIs ? "i.txt" : "shielded.txt", programFolder, bound);
+    report = reportOf(run, conversion);
+    return ran ? finished(run, conversion) : ran;
+}
+
+// A failure is said first.
+void leaveReport(const Run &run, const Outcome &outcome, const QByteArray &report)
+{
+    const QByteArray failure
+        = outcome ? QByteArray() : "Error: " + outcome.reason().toUtf8() + "; the text stays as it is.\n";
+    if (write(run.own("f.txt"), failure + report))
+        moveOver(run.own("f.txt"), run.shared("f.txt"));
 }
 
 // The input stands in for an output that there is not; where not even a copy can be made it is given up
@@ -181,14 +198,17 @@ bool leaveMarker(const Run &run)
 bool runTidy(const QString &programFolder, int boundInMilliseconds)
 {
     const Run run(QDir(programFolder).absolutePath());
-    const bool done = converted(run, programFolder, boundInMilliseconds);
+    QByteArray report;
+    Outcome outcome = converted(run, programFolder, boundInMilliseconds, report);
     QLockFile lock(run.shared("lock"));
     lock.tryLock(longestLockWait);
     if (run.superseded())
         return true;
-    if (!done || !moveOver(run.own("output"), run.shared("o.txt")))
+    if (outcome && !moveOver(run.own("output"), run.shared("o.txt")))
+        outcome = failed("Tidy's output cannot be put in its place");
+    if (!outcome)
         leaveInput(run);
-    leaveReport(run);
+    leaveReport(run, outcome, report);
     return leaveMarker(run);
 }
 

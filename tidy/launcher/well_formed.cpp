@@ -1,6 +1,7 @@
 #include "tidy/launcher/well_formed.h"
 
 #include "tidy/launcher/namespaces.h"
+#include "tidy/launcher/xml_pieces.h"
 
 #include <QByteArrayView>
 
@@ -13,8 +14,6 @@ namespace {
 constexpr QByteArrayView replacement = "\xEF\xBF\xBD";
 
 bool isForbidden(char c) { return uchar(c) < 0x20 && c != '\t' && c != '\n' && c != '\r'; }
-
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
 // Bytes below 0x20 are characters of their own in UTF-8; a form feed separates words.
 QByteArray withoutForbidden(const QByteArray &text)
@@ -163,22 +162,13 @@ private:
     // XML wants a system identifier behind a public one, and capitals.
     void takeDoctype()
     {
-        const qsizetype end = endOfDoctype();
+        const qsizetype end = endOfDoctype(text_, at_);
         QByteArray doctype = "<!DOCTYPE" + text_.sliced(at_ + 9, end - at_ - 9);
         const bool onePart = doctype.count('"') + doctype.count('\'') == 2;
         if (onePart && doctype.contains("PUBLIC") && doctype.endsWith('>'))
             doctype.insert(doctype.size() - 1, " \"\"");
         out_ += doctype;
         at_ = end;
-    }
-
-    qsizetype endOfDoctype() const
-    {
-        const qsizetype close = behind(">", at_);
-        const qsizetype subset = text_.indexOf('[', at_);
-        if (subset < 0 || subset > close)
-            return close;
-        return behind(">", behind("]", subset) - 1);
     }
 
     void takeEndTag()
@@ -255,7 +245,7 @@ private:
 
     static bool isNameByte(char c)
     {
-        return c != '\0' && !isBlank(c) && !QByteArrayView("<>/=\"'?!%#&").contains(c);
+        return c != '\0' && !isXmlBlank(c) && !QByteArrayView("<>/=\"'?!%#&").contains(c);
     }
 
     const QByteArray text_;

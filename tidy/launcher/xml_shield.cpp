@@ -1,0 +1,231 @@
+#include "tidy/launcher/xml_shield.h"
+
+#include "tidy/launcher/mixed_content.h"
+
+#include <algorithm>
+
+namespace launcher {
+
+namespace {
+
+constexpr QByteArrayView doctypeMark = "<!DOCTYPE";
+
+bool isAscii(QByteArrayView text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return (uchar(c) & 0x80) == 0; });
+}
+
+void trimEnd(QByteArray &text)
+{
+    qsizetype end = text.size();
+    while (end > 0 && isXmlBlank(text[end - 1]))
+        --end;
+    text.truncate(end);
+}
+
+QByteArray lineEndsOf(QByteArrayView text)
+{
+    QByteArray ends;
+    for (const char c : text) {
+        if (c == '\n' || c == '\r')
+            ends += c;
+    }
+    return ends;
+}
+
+QByteArray withLineEnds(QByteArray text, const QByteArray &lineEnd)
+{
+    if (lineEnd.isEmpty() || !(text.contains('\n') || text.contains('\r')))
+        return text;
+    return text.replace("\r\n", "\n").replace('\r', '\n').replace("\n", lineEnd);
+}
+
+QByteArrayList entitiesDeclaredIn(const QByteArray &doctype)
+{
+    constexpr QByteArrayView declaration = "<!ENTITY";
+    QByteArrayList names;
+    for (qsizetype at = 0; (at = doctype.indexOf(declaration, at)) >= 0;) {
+        at += declaration.size();
+        while (at < doctype.size() && isXmlBlank(doctype[at]))
+            ++at;
+        const qsizetype end = endOfName(doctype, at);
+        names << doctype.sliced(at, end - at);
+    }
+    return names;
+}
+
+} // namespace
+
+XmlShield::XmlShield(const QByteArray &xml, const Shielding &shielding) : shielding_(shielding)
+{
+    chooseKey(xml);
+    shielded_.reserve(xml.size());
+    std::vector<Range> kept;
+    if (shielding.wellFormed)
+        kept = contentsNotToLayOut(xml, shielding.sections);
+    auto next = kept.begin();
+    const QByteArrayView text = xml;
+    for (qsizetype at = 0; at < xml.size();) {
+        if (next != kept.end() && at == next->begin) {
+            addContent(text.sliced(at, next->end - at));
+            at = next++->end;
+            continue;
+        }
+        const Piece piece = pieceAt(xml, at);
+        addPiece(piece.kind, text.sliced(at, piece.size()));
+        at = piece.end;
+    }
+}
+
+QByteArray XmlShield::restored(const QByteArray &text, const QByteArray &lineEnd) const
+{
+    QByteArray out;
+    out.reserve(text.size());
+    qsizetype at = 0;
+    for (qsizetype found = 0; (found = text.indexOf(key_, at)) >= 0;) {
+        const qsizetype number = found + key_.size();
+        const qsizetype end = text.indexOf('_', number);
+        bool known = false;
+        const qsizetype index = text.sliced(number, std::max<qsizetype>(end - number, 0)).toLongLong(&known);
+        if (!known || index >= qsizetype(originals_.size())) {
+            out += text.sliced(at, number - at);
+            at = number;
+            continue;
+        }
+        const Original &original = originals_[size_t(index)];
+        out += text.sliced(at, found - at);
+        at = end + 1;
+        if (original.content) {
+            trimEnd(out);
+            while (at < text.size() && isXmlBlank(text[at]))
+                ++at;
+        }
+        out += withLineEnds(original.text, lineEnd);
+    }
+    return out + text.sliced(at);
+}
+
+// No letters, whose case Tidy might change. The dot keeps a text before a stand-in from beginning another.
+void XmlShield::chooseKey(const QByteArray &xml)
+{
+    int tried = 0;
+    do {
+        key_ = '_' + QByteArray::number(tried++) + '.';
+    } while (xml.contains(key_));
+}
+
+QByteArray XmlShield::standIn(const QByteArray &original, bool content)
+{
+    QByteArray &made = standIns_[content ? '>' + original : original];
+    if (made.isEmpty()) {
+        made = key_ + QByteArray::number(qsizetype(originals_.size())) + '_';
+        originals_.push_back({original, content});
+    }
+    return made;
+}
+
+void XmlShield::addPiece(PieceKind kind, QByteArrayView piece)
+{
+    switch (kind) {
+    case PieceKind::Text:
+        return addText(piece);
+    case PieceKind::StartTag:
+    case PieceKind::EmptyTag:
+    case PieceKind::EndTag:
+        return addTag(piece);
+    case PieceKind::Doctype:
+        return addDoctype(piece);
+    default:
+        shielded_ += piece;
+    }
+}
+
+// Blank lines behind a word are nothing to Tidy.
+void XmlShield::addContent(QByteArrayView content)
+{
+    shielded_ += standIn(content.toByteArray(), true) + lineEndsOf(content);
+}
+
+void XmlShield::addDoctype(QByteArrayView doctype)
+{
+    declared_ += entitiesDeclaredIn(doctype.toByteArray());
+    if (!doctype.endsWith('>')) {
+        shielded_ += doctype;
+        return;
+    }
+    const QByteArrayView inside = doctype.sliced(doctypeMark.size()).chopped(1);
+    shielded_ += doctypeMark.toByteArray() + ' ' + standIn(inside.toByteArray().trimmed())
+        + lineEndsOf(doctype) + '>';
+}
+
+void XmlShield::addTag(QByteArrayView tag)
+{
+    qsizetype at = 0;
+    while (at < tag.size()) {
+        const char c = tag[at];
+        if (c == '"' || c == '\'') {
+            const qsizetype close = tag.indexOf(c, at + 1);
+            if (close < 0)
+                break;
+            addValue(tag.sliced(at + 1, close - at - 1), c);
+            at = close + 1;
+            continue;
+        }
+        const qsizetype end = endOfName(tag, at);
+        addName(tag.sliced(at, end - at));
+        at = end;
+        if (at < tag.size() && tag[at] != '"' && tag[at] != '\'')
+            shielded_ += tag[at++];
+    }
+    shielded_ += tag.sliced(at);
+}
+
+void XmlShield::addName(QByteArrayView name)
+{
+    const bool preserved = shielding_.wellFormed && isNameOfPreserved(name);
+    if (preserved || !isAscii(name))
+        shielded_ += standIn(name.toByteArray());
+    else
+        shielded_ += name;
+}
+
+// Tidy makes blanks of tabs, as many as they are wide. A value's line ends may as well stand behind it.
+void XmlShield::addValue(QByteArrayView value, char quote)
+{
+    shielded_ += quote;
+    if (shielding_.wellFormed && shielding_.values && value.contains('\t'))
+        shielded_ += standIn(value.toByteArray()) + quote + lineEndsOf(value);
+    else {
+        addText(value);
+        shielded_ += quote;
+    }
+}
+
+void XmlShield::addText(QByteArrayView text)
+{
+    qsizetype at = 0;
+    for (qsizetype found = 0; (found = text.indexOf('&', at)) >= 0;) {
+        const qsizetype end = text.indexOf(';', found);
+        if (end < 0)
+            break;
+        shielded_ += text.sliced(at, found - at);
+        addReference(text.sliced(found, end + 1 - found));
+        at = end + 1;
+    }
+    shielded_ += text.sliced(at);
+}
+
+// In a text that is not well-formed only a reference to something declared is one.
+void XmlShield::addReference(QByteArrayView reference)
+{
+    static constexpr QByteArrayView predefined[] = {"&lt;", "&gt;", "&amp;", "&quot;", "&apos;"};
+    const bool known
+        = std::find(std::begin(predefined), std::end(predefined), reference) != std::end(predefined);
+    const QByteArray name = reference.sliced(1).chopped(1).toByteArray();
+    if (!known && (shielding_.wellFormed || declared_.contains(name)))
+        shielded_ += standIn(reference.toByteArray());
+    else
+        shielded_ += reference;
+}
+
+} // namespace launcher
