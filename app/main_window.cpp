@@ -81,6 +81,7 @@ mainfrm::mainfrm(const Outside &outside)
 // The tree looks into the document to the last, so it goes before the session does.
 mainfrm::~mainfrm()
 {
+    WebBrowser1->disconnect(this); // whose page ends when it is hidden for the last time
     editorHost_.reset();
     tidy_.reset();
     quickTags_.reset();
@@ -103,9 +104,17 @@ void mainfrm::addViews()
                     {bar("Toolbar2", tr("Edit nodes")), bar("Toolbar5", tr("Insert nodes"))});
     frame_->addPage(tr("XML Mode"), CodeMax1, {bar("tBar", tr("Edit text"))});
     frame_->addPage(tr("Preview"), WebBrowser1, {bar("Toolbar3", tr("Browse"))});
+    connect(WebBrowser1, &browser::WebBrowser::noted, this, &mainfrm::note);
+    connect(WebBrowser1, &browser::WebBrowser::historyChanged, this, &mainfrm::browsed);
     frame_->setResized([this] { layOut(); });
     connect(frame_->tabs(), &QTabWidget::currentChanged, this, &mainfrm::tabChanged);
     connect(frame_->tabs(), &QTabWidget::tabBarClicked, this, [this] { note({}); });
+}
+
+void mainfrm::browsed()
+{
+    commands_.action(QStringLiteral("back"))->setEnabled(WebBrowser1->canGoBack());
+    commands_.action(QStringLiteral("forward"))->setEnabled(WebBrowser1->canGoForward());
 }
 
 void mainfrm::connectEditor()

@@ -131,6 +131,7 @@ private:
 
     void addToolBars();
     void addViews();
+    void browsed();
     void connectEditor();
     void connectTree();
     void editNodes();

@@ -44,6 +44,7 @@ void mainfrm::bindCommands()
         commands_.bind(binding.name, [this, run = binding.run] { (this->*run)(); });
     commands_.setBeforeRun([this] { note({}); });
     commands_.disableUnbound();
+    browsed(); // nowhere yet
 }
 
 void mainfrm::New() { session_->life().newDocument(); }

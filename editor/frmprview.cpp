@@ -18,6 +18,7 @@
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -41,16 +42,26 @@ struct BrowserButton
     const char *icon;
     const char *shortcut;
     void (*run)(frmprview &dialog, browser::WebBrowser &browser);
+    bool (browser::WebBrowser::*can)() const; // null for always
 };
 
 constexpr std::array browserButtons = {
     BrowserButton{"back", "Back", "go-previous", "Alt+Left",
-                  [](frmprview &, browser::WebBrowser &browser) { browser.back(); }},
+                  [](frmprview &, browser::WebBrowser &browser) { browser.back(); },
+                  &browser::WebBrowser::canGoBack},
     BrowserButton{"forward", "Forward", "go-next", "Alt+Right",
-                  [](frmprview &, browser::WebBrowser &browser) { browser.forward(); }},
+                  [](frmprview &, browser::WebBrowser &browser) { browser.forward(); },
+                  &browser::WebBrowser::canGoForward},
     BrowserButton{"refreash", "Refresh", "view-refresh", "F5",
-                  [](frmprview &dialog, browser::WebBrowser &) { dialog.refrs(); }},
+                  [](frmprview &dialog, browser::WebBrowser &) { dialog.refrs(); }, nullptr},
 };
+
+void enableBy(QAction &action, const browser::WebBrowser &browser, bool (browser::WebBrowser::*can)() const)
+{
+    const auto refresh = [&action, &browser, can] { action.setEnabled((browser.*can)()); };
+    QObject::connect(&browser, &browser::WebBrowser::historyChanged, &action, refresh);
+    refresh();
+}
 
 template <typename Control>
 Control *named(const char *name, Control *control)
@@ -96,7 +107,6 @@ void frmprview::makePages()
     connect(SSTab1, &QTabWidget::currentChanged, this, &frmprview::refrs);
     connect(assignPage_, &AssignPage::browseClicked, this, &frmprview::browse);
 
-    cmdcancel->setAutoDefault(false);
     connect(cmdcancel, &QPushButton::clicked, this, &QDialog::reject);
     auto *buttons = new QDialogButtonBox(this);
     buttons->addButton(cmdcancel, QDialogButtonBox::RejectRole);
@@ -129,6 +139,11 @@ QWidget *frmprview::previewPage()
     layout->addWidget(WebBrowser1, 1);
     addButtons(*Toolbar3);
     WebBrowser1->setAccessibleName(QStringLiteral("Preview of the assigned file"));
+    connect(WebBrowser1, &browser::WebBrowser::noted, this,
+            [this](const QString &text) { source_.note(text); });
+    page->setFocusProxy(WebBrowser1);
+    // The page keeps keys to itself.
+    new QShortcut(Qt::Key_Escape, page, this, &QDialog::reject, Qt::WidgetWithChildrenShortcut);
     return page;
 }
 
@@ -141,6 +156,8 @@ void frmprview::addButtons(QToolBar &bar)
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
             action->text(), action->shortcut().toString(QKeySequence::NativeText)));
         connect(action, &QAction::triggered, this, [this, run = row.run] { run(*this, *WebBrowser1); });
+        if (row.can != nullptr)
+            enableBy(*action, *WebBrowser1, row.can);
         bar.addAction(action);
         QWidget *button = named(row.key, bar.widgetForAction(action));
         button->setProperty("key", button->objectName());

@@ -1,7 +1,9 @@
 #include "platform/browser/preview_handler.h"
 
 #include "platform/browser/external_subset.h"
+#include "platform/browser/markup_check.h"
 #include "platform/browser/media_type.h"
+#include "platform/browser/preview_notice.h"
 #include "platform/browser/preview_url.h"
 #include "platform/browser/style_instruction.h"
 #include "platform/files/private_files.h"
@@ -14,6 +16,9 @@ namespace browser {
 namespace {
 
 constexpr qint64 kLargestFile = qint64(256) * 1024 * 1024;
+
+// From here on the engine's own tree of a document may need gigabytes.
+constexpr qsizetype kLarge = qsizetype(20) * 1000 * 1000;
 
 // The bytes of a regular file of bearable size, links followed. Whatever has taken its place since it was
 // looked at is not waited for.
@@ -35,6 +40,24 @@ QUrl siblingUrl(const QUrl &url, const QString &path)
 }
 
 bool holdsInstructions(const QByteArray &type) { return type == "text/xml" || type.endsWith("+xml"); }
+
+bool isTooMuch(const QUrl &url, const QByteArray &xml)
+{
+    return xml.size() > kLarge && !asksForWhole(url) && styleSheets(xml).isEmpty();
+}
+
+// Not by the program, nor by the user.
+bool isAskedByPage(const QWebEngineUrlRequestJob &job)
+{
+    return job.initiator().scheme() == QString::fromLatin1(previewScheme());
+}
+
+void reply(QWebEngineUrlRequestJob *job, const QByteArray &type, const QByteArray &bytes)
+{
+    auto *buffer = new QBuffer(job);
+    buffer->setData(bytes);
+    job->reply(type, buffer);
+}
 
 } // namespace
 
@@ -98,19 +121,55 @@ void PreviewHandler::requestStarted(QWebEngineUrlRequestJob *job)
         job->redirect(siblingUrl(url, meant));
         return;
     }
-    const std::optional<QByteArray> bytes = bytesOf(path);
-    if (!bytes) {
-        job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+    if (const std::optional<QByteArray> bytes = bytesOf(path)) {
+        serve(job, path, *bytes);
         return;
     }
-    const QByteArray type = typeOf(path, *bytes);
+    if (const qint64 size = QFileInfo(path).size(); chosen_.contains(path) && size > kLargestFile) {
+        reply(job, "text/html", tooLargeNotice(size, kLargestFile).toUtf8());
+        return;
+    }
+    tellMissing(url, path);
+    job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+}
+
+void PreviewHandler::serve(QWebEngineUrlRequestJob *job, const QString &path, const QByteArray &bytes)
+{
+    const QUrl url = job->requestUrl();
+    const QString name = QFileInfo(path).fileName();
+    const QByteArray type = typeOf(path, bytes);
     if (type.isEmpty()) {
+        Q_EMIT lacking(url, tr("%1 is not of a kind that Preview lets pages have.").arg(name));
         job->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
-    auto *buffer = new QBuffer(job);
-    buffer->setData(holdsInstructions(type) ? readable(*bytes, url, path) : *bytes);
-    job->reply(type, buffer);
+    if (!holdsInstructions(type))
+        return reply(job, type, bytes);
+    if (chosen_.contains(path) && type == "text/xml" && isTooMuch(url, bytes))
+        return reply(job, "text/html",
+                     largeNotice(bytes.size(), wholeUrl(url).toString(QUrl::FullyEncoded)).toUtf8());
+    const QByteArray xml = readable(bytes, url, path);
+    tellUnreachable(url, xml);
+    if (isAskedByPage(*job))
+        if (const QString fault = markupFault(xml); !fault.isEmpty())
+            Q_EMIT lacking(url, tr("%1, %2").arg(name, fault));
+    reply(job, type, xml);
+}
+
+void PreviewHandler::tellUnreachable(const QUrl &url, const QByteArray &xml)
+{
+    for (const QString &sheet : styleSheets(xml))
+        if (QUrl(sheet).scheme().size() > 1) // one letter names a drive
+            Q_EMIT lacking(
+                url, tr("%1 was not loaded: Preview takes style sheets by their path alone.").arg(sheet));
+}
+
+// What can be seen to be missing, such as a picture, is not told.
+void PreviewHandler::tellMissing(const QUrl &url, const QString &path)
+{
+    const QByteArray type = mediaType(path, {}, Wanted::ByPage);
+    if (!chosen_.contains(path) && (type.isEmpty() || type == "text/css" || holdsInstructions(type)))
+        Q_EMIT lacking(url, tr("%1, which the page refers to, is not there.").arg(path));
 }
 
 } // namespace browser

@@ -32,7 +32,14 @@ public:
 
     void requestStarted(QWebEngineUrlRequestJob *job) override;
 
+Q_SIGNALS:
+    // A page may lack what it is made of; reason is one line for the user.
+    void lacking(const QUrl &asked, const QString &reason);
+
 private:
+    void serve(QWebEngineUrlRequestJob *job, const QString &path, const QByteArray &bytes);
+    void tellUnreachable(const QUrl &url, const QByteArray &xml);
+    void tellMissing(const QUrl &url, const QString &path);
     QString destination(const QUrl &asked, const QString &path) const;
     std::optional<QByteArray> bytesOf(const QString &path) const;
     QByteArray typeOf(const QString &path, const QByteArray &bytes) const;

@@ -15,6 +15,7 @@ public:
 
     // While silent (as it is from the start) scripts' dialogs answer themselves and their errors are lost.
     void setSilent(bool silent) { silent_ = silent; }
+    bool isSilent() const { return silent_; }
 
     // The program itself leaves the page: a page that asks to be kept open is not kept.
     void aboutToLeave() { leaving_ = true; }

@@ -30,6 +30,14 @@ QUrl previewUrl(const QString &path, int visit)
                              + QUrl::toPercentEncoding(urlPath, "/;@&=+$,!*'()"));
 }
 
+QUrl wholeUrl(QUrl url)
+{
+    url.setQuery(QStringLiteral("whole"));
+    return url;
+}
+
+bool asksForWhole(const QUrl &url) { return url.query() == QStringLiteral("whole"); }
+
 QString pathOfPreviewUrl(const QUrl &url)
 {
     if (url.scheme() != QString::fromLatin1(previewScheme()))

@@ -22,6 +22,10 @@ QString cleanPreviewPath(const QString &path);
 // The URL of the file at path (absolute) for one visit; every name survives, whatever it is made of.
 QUrl previewUrl(const QString &path, int visit);
 
+// Of a document that is first told about in its place: the URL that asks for it all the same.
+QUrl wholeUrl(QUrl url);
+bool asksForWhole(const QUrl &url);
+
 // The path behind a preview URL; empty for every other URL and for one that points to another computer.
 QString pathOfPreviewUrl(const QUrl &url);
 

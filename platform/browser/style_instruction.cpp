@@ -1,6 +1,7 @@
 #include "platform/browser/style_instruction.h"
 
 #include <QList>
+#include <QRegularExpression>
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -118,9 +119,10 @@ void mendInstruction(const QByteArray &xml, qsizetype at, QList<Edit> &edits)
     }
 }
 
-QList<Edit> editsOf(const QByteArray &xml)
+// Where the style-sheet instructions before the root element begin.
+QList<qsizetype> instructionsIn(const QByteArray &xml)
 {
-    QList<Edit> edits;
+    QList<qsizetype> found;
     qsizetype at = xml.startsWith("\xEF\xBB\xBF") ? 3 : 0;
     while (at >= 0 && at < xml.size()) {
         if (isBlank(xml[at])) {
@@ -128,9 +130,17 @@ QList<Edit> editsOf(const QByteArray &xml)
             continue;
         }
         if (isStyleInstruction(xml, at))
-            mendInstruction(xml, at, edits);
+            found.append(at);
         at = behindConstruct(xml, at);
     }
+    return found;
+}
+
+QList<Edit> editsOf(const QByteArray &xml)
+{
+    QList<Edit> edits;
+    for (const qsizetype at : instructionsIn(xml))
+        mendInstruction(xml, at, edits);
     return edits;
 }
 
@@ -179,6 +189,20 @@ QByteArray withModernStyleInstructions(QByteArray xml)
     for (auto edit = edits.crbegin(); edit != edits.crend(); ++edit)
         xml.replace(edit->at * units.width, units.width, widened(edit->text, units));
     return xml;
+}
+
+QStringList styleSheets(const QByteArray &xml)
+{
+    static const QRegularExpression reference(QStringLiteral("\\shref\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)')"));
+    const QByteArray narrow = narrowed(xml, unitsOf(xml));
+    QStringList sheets;
+    for (const qsizetype at : instructionsIn(narrow)) {
+        const QString data = QString::fromUtf8(narrow.mid(at, narrow.indexOf("?>", at) - at));
+        const QRegularExpressionMatch match = reference.match(data);
+        QString sheet = match.captured(1) + match.captured(2);
+        sheets.append(sheet.replace(QStringLiteral("&amp;"), QStringLiteral("&")));
+    }
+    return sheets;
 }
 
 } // namespace browser

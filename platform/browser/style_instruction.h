@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QStringList>
 
 namespace browser {
 
@@ -9,5 +10,8 @@ namespace browser {
 // spelling that today's browsers obey. In either spelling a "&" that begins no reference, and a "<", as
 // paths are pasted in, become references. Reads bytes of UTF-16 too.
 QByteArray withModernStyleInstructions(QByteArray xml);
+
+// What the instructions before the root element, in either spelling, name as style sheets.
+QStringList styleSheets(const QByteArray &xml);
 
 } // namespace browser

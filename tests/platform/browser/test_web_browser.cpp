@@ -109,8 +109,7 @@ private Q_SLOTS:
         load([&] { browser_->navigate(path); });
         QCOMPARE(text(), u"false null"_qs);
         QVERIFY(!QApplication::activeModalWidget());
-        QWidget *surface = browser_->findChild<QWebEngineView *>()->focusProxy();
-        QTest::mouseClick(surface, Qt::LeftButton); // a page that nobody touched may not ask to stay
+        click(); // a page that nobody touched may not ask to stay
         QTRY_VERIFY_WITH_TIMEOUT(run("document.title").toString() == u"clicked"_qs, kPatience);
         load([&] { browser_->navigate(next); });
         QCOMPARE(text(), u"next"_qs);
@@ -159,6 +158,102 @@ private Q_SLOTS:
         QCOMPARE(text(), u"next"_qs);
     }
 
+    void tellsWhatIsLacking()
+    {
+        const QByteArray head = "<x:stylesheet version='1.0' xmlns:x='http://www.w3.org/1999/XSL/Transform'>";
+        const QString gone = u"b.xsl, which the page refers to, is not there."_qs;
+        const QString unreached = u"was not loaded: Preview takes style sheets by their path alone."_qs;
+        const QString fault = u"The style sheet could not be carried out: there is a fault in it."_qs;
+        const std::tuple<QString, QByteArray, QString> rows[] = {
+            {u"a.xsl"_qs, kSheet, {}},
+            {u"b.xsl"_qs, {}, gone},
+            {u"b.css"_qs, {}, u"b.css, which the page refers to, is not there."_qs},
+            {u"c.xsl"_qs, "<x>\n</b>", u"c.xsl, line 2: Opening and ending tag mismatch: x line 1 and b"_qs},
+            {u"d.xsl"_qs, head + "<x:import href='b.xsl'/></x:stylesheet>", gone},
+            {u"e.txt"_qs, "x", u"e.txt is not of a kind that Preview lets pages have."_qs},
+            {u"http://a.test/f.xsl"_qs, {}, unreached},
+            {u"file:///f.css"_qs, {}, unreached},
+            {u"g.xsl"_qs,
+             head + "<x:template match='/'><x:call-template name='n'/></x:template></x:stylesheet>", fault},
+            {u"h.xsl"_qs, head + "<x:template match='/'/></x:stylesheet>",
+             u"The style sheet made an empty page."_qs},
+        };
+        for (const auto &[name, sheet, note] : rows) {
+            if (!sheet.isEmpty())
+                write(name, sheet);
+            const QByteArray type = name.endsWith(u"css"_qs) ? "css" : "xsl";
+            const QString path
+                = write(u"doc.xml"_qs,
+                        "<?xml-stylesheet type='text/" + type + "' href='" + name.toUtf8() + "'?><r/>");
+            QSignalSpy notes(browser_.get(), &WebBrowser::noted);
+            load([&] { browser_->navigate(path); });
+            QTRY_COMPARE_WITH_TIMEOUT(notes.size(), note.isEmpty() ? 0 : 1, kPatience);
+            const QString seen = notes.isEmpty() ? QString() : notes.first().first().toString();
+            QVERIFY2(seen.endsWith(note) && seen.isEmpty() == note.isEmpty(), qPrintable(seen));
+            if (note == fault || note == gone)
+                QTRY_COMPARE_WITH_TIMEOUT(text(), seen, kPatience); // in place of nothing
+        }
+    }
+
+    void leavesNothingRunning()
+    {
+#ifdef Q_OS_UNIX
+        const QString hangs = write(QStringLiteral("hangs.html"),
+                                    "<body>x<script>setTimeout(() => { for (;;) ; }, 0)</script>");
+        load([&] { browser_->navigate(hangs); });
+        const auto process = pid_t(browser_->page()->renderProcessPid());
+        QVERIFY(::kill(process, 0) == 0);
+        browser_->hide();
+        QTRY_VERIFY_WITH_TIMEOUT(::kill(process, 0) != 0, kPatience);
+        browser_->show();
+        const QString next = write(QStringLiteral("next.html"), "<body>next");
+        load([&] { browser_->navigate(next); });
+        QCOMPARE(text(), u"next"_qs);
+        QVERIFY(!browser_->canGoBack());
+#else
+        QSKIP("looks for a process the Unix way");
+#endif
+    }
+
+    void goesBackWithinADocumentOnly()
+    {
+        const QString page
+            = write(u"page.html"_qs, "<body>page<a style='position:fixed;inset:0' href='next.html'></a>");
+        const QString next = write(u"next.html"_qs, "<body>next");
+        load([&] { browser_->navigate(page); });
+        QVERIFY(!browser_->canGoBack() && !browser_->canGoForward());
+        load([&] { click(); });
+        QCOMPARE(text(), u"next"_qs);
+        QVERIFY(browser_->canGoBack());
+        load([&] { browser_->back(); });
+        QVERIFY(!browser_->canGoBack() && browser_->canGoForward());
+        load([&] { browser_->navigate(write(u"other.html"_qs, "<body>other")); });
+        QVERIFY(!browser_->canGoBack() && !browser_->canGoForward());
+    }
+
+    void takesTheKeyboard()
+    {
+        const QString page = write(u"page.html"_qs, "<body>top<p style='margin-top:9000px'>end");
+        browser_->setFocus();
+        load([&] { browser_->navigate(page); });
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+        QTRY_VERIFY_WITH_TIMEOUT(run("scrollY").toDouble() > 0, kPatience);
+    }
+
+    void asksBeforeALargeTree()
+    {
+        const QByteArray end = QByteArray(20'000'000, ' ') + "end</r>";
+        load([&] {
+            browser_->navigate(
+                write(u"a.xml"_qs, "<?xml-stylesheet href='a.css' type='text/css'?><r>" + end));
+        });
+        QCOMPARE(text(), u"end"_qs);
+        load([&] { browser_->navigate(write(u"large.xml"_qs, "<r>" + end)); });
+        QVERIFY(text().startsWith(u"This document is large: 20 MB."_qs));
+        load([&] { run("document.links[0].click()"); });
+        QVERIFY(text().endsWith(u"<r> end</r>"_qs));
+    }
+
 private:
     QString write(const QString &name, const QByteArray &bytes) const
     {
@@ -173,6 +268,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(!finished.isEmpty(), kPatience);
     }
 
+    void click() { QTest::mouseClick(browser_->findChild<QWebEngineView *>()->focusProxy(), Qt::LeftButton); }
     QString text() { return textOf(browser_->page()); }
     QVariant run(const char *script)
     {
