@@ -38,14 +38,23 @@ void numberItem(QAction &action, const QString &name)
         action.setProperty("index", index);
 }
 
+QList<QKeySequence> shortcutsOf(const Command &row)
+{
+    QList<QKeySequence> shortcuts;
+    for (const char *keys : {row.shortcut, row.otherShortcut})
+        if (*keys != 0)
+            shortcuts.append(QKeySequence(text(keys)));
+    return shortcuts;
+}
+
 QAction *makeAction(const Command &row, QObject *owner)
 {
     auto *action = new QAction(text(row.caption), owner);
     action->setObjectName(text(row.name));
     numberItem(*action, action->objectName());
-    const QKeySequence shortcut(text(row.shortcut));
-    action->setToolTip(toolTip(row, shortcut));
-    action->setShortcut(shortcut);
+    action->setToolTip(toolTip(row, QKeySequence(text(row.shortcut))));
+    action->setShortcuts(shortcutsOf(row));
+    action->setAutoRepeat(!row.once);
     action->setCheckable(row.checkable);
     action->setMenuRole(QAction::NoRole);
     if (*row.icon != 0)
@@ -94,6 +103,13 @@ void CommandSet::showEditorKeys(const std::function<QKeySequence(int)> &keyOf)
         shown->setShortcut(keys);
         shown->setToolTip(toolTip(row, keys));
     }
+}
+
+void CommandSet::offerTreeKeys(bool offered)
+{
+    for (const Command &row : commandTable())
+        if (QAction *shown = action(row); shown != nullptr && actsOnTree(row))
+            shown->setShortcuts(offered ? shortcutsOf(row) : QList<QKeySequence>());
 }
 
 void CommandSet::refreshIcons()

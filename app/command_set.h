@@ -32,6 +32,10 @@ public:
     // itself acts on them, before any menu could.
     void showEditorKeys(const std::function<QKeySequence(int)> &keyOf);
 
+    // Whether the keys of what acts on the tree are there; where the tree is not shown they mean other
+    // things.
+    void offerTreeKeys(bool offered);
+
     // Fetches the pictures anew, for another palette.
     void refreshIcons();
 

@@ -42,7 +42,7 @@ constexpr Command commands[] = {
     {.menu = "mnuedittag", .name = "mnupastetag", .caption = "&Paste", .toolbar = "Toolbar2", .key = "paste",
      .place = 32, .icon = "edit-paste", .tip = "Paste", .shortcut = "Ctrl+V"},
     {.menu = "mnuedittag", .name = "mnudeletetag", .caption = "&Delete", .toolbar = "Toolbar2", .key = "Delete1",
-     .place = 33, .icon = "edit-delete", .tip = "Delete", .shortcut = "Del"},
+     .place = 33, .icon = "edit-delete", .tip = "Delete", .shortcut = "Del", .once = true},
     {.menu = "mnuedittag", .caption = "-"},
     {.menu = "mnuedittag", .name = "mnuexpand", .caption = "Expand", .toolbar = "Toolbar2", .key = "expand",
      .place = 11, .icon = "xe-expand", .tip = "Expand"},
@@ -67,7 +67,8 @@ constexpr Command commands[] = {
      .tip = "Convert an \"Element\" in to an \"Attribute\""},
     {.menu = "mnuedittag", .caption = "-"},
     {.menu = "mnuedittag", .name = "mnuundotag", .caption = "&Undo", .icon = "edit-undo", .shortcut = "Ctrl+Z"},
-    {.menu = "mnuedittag", .name = "mnuredotag", .caption = "&Redo", .icon = "edit-redo", .shortcut = "Ctrl+Shift+Z"},
+    {.menu = "mnuedittag", .name = "mnuredotag", .caption = "&Redo", .icon = "edit-redo", .shortcut = "Ctrl+Shift+Z",
+     .otherShortcut = "Ctrl+Y"},
 
     {.menu = "editcmx", .name = "editcmxsub_0", .caption = "&Undo", .toolbar = "tBar", .key = "undo", .place = 11,
      .icon = "edit-undo", .editorCommand = 100},

@@ -19,8 +19,10 @@ struct Command
     const char *icon = ""; // name in the icon theme, or of a picture drawn for it
     const char *tip = ""; // tool tip where the caption does not do
     const char *shortcut = "";
+    const char *otherShortcut = ""; // does the same without being shown
     int editorCommand = 0; // the code editor's number for it, whose key is shown; 0 for none
     bool checkable = false;
+    bool once = false; // a key that is held down runs it no more than once
     bool submenu = false; // opens the menu of the same name
 };
 

@@ -34,7 +34,6 @@ EditorRouting::EditorRouting(control::EditorControl &editor, CommandSet &command
     bindDirect();
     bindLineHistory();
     commands_.bind("editcmxsub_11", [this] { toggleWhiteSpace(); });
-    commands_.bind("editcmxsub_12", [] {}); // offered, but without an action
 }
 
 void EditorRouting::bindNumbered()

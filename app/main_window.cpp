@@ -326,6 +326,13 @@ void mainfrm::tabChanged(int tab)
 // A tab reached with the keyboard keeps the focus, so that the arrow keys go on through the tabs.
 void mainfrm::focusView()
 {
+// A mode that was chosen as such is for working in, wherever the focus was.
+void mainfrm::chooseMode(int tab)
+{
+    selectTab(tab);
+    frame_->view(currentTab())->setFocus();
+}
+
     if (!frame_->tabs()->tabBar()->hasFocus())
         frame_->view(currentTab())->setFocus();
 }
@@ -347,9 +354,10 @@ void mainfrm::setTitleLine(const QString &text)
 {
     StatusBar1->setTitleLine(text);
     const QString path = session_->files().istmppath() ? QString() : session_->state().CurrentFilePath;
-    if (!path.isEmpty())
+    if (!path.isEmpty()) {
         recent_->add(path);
-    tidy_->modeChanged();
+        dialogs_.beginIn(files::parentFolderOf(path));
+    }
     watch_->watch(path, session_->state().stamp);
     mark_->refresh();
     recovery_->settled();
@@ -371,7 +379,11 @@ void mainfrm::setModesEnabled(bool normal, bool xml, bool preview)
     commands_.action(QStringLiteral("mnupreview"))->setEnabled(preview);
 }
 
-void mainfrm::showMenusFor(int tab) { menus_.showFor(tab); }
+void mainfrm::showMenusFor(int tab)
+{
+    menus_.showFor(tab);
+    commands_.offerTreeKeys(tab == document::NormalMode);
+}
 
 void mainfrm::layOut()
 {

@@ -148,6 +148,7 @@ private:
     void focusView();
     void restorePlace();
     void rememberPlace();
+    void chooseMode(int tab);
 
     dialogs::Dialogs &dialogs_;
     shell::Shell &shell_;

@@ -59,11 +59,11 @@ void mainfrm::Exit() { close(); }
 
 void mainfrm::checkForErrors() { session_->parsing().xmlerr(true, true); }
 
-void mainfrm::normalMode() { selectTab(document::NormalMode); }
+void mainfrm::normalMode() { chooseMode(document::NormalMode); }
 
-void mainfrm::xmlMode() { selectTab(document::XmlMode); }
+void mainfrm::xmlMode() { chooseMode(document::XmlMode); }
 
-void mainfrm::preview() { selectTab(document::Preview); }
+void mainfrm::preview() { chooseMode(document::Preview); }
 
 void mainfrm::helpContents() { session_->life().openHelp(document::HelpPage::Contents); }
 

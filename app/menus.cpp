@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include <utility>
+
 namespace app {
 
 namespace {
@@ -22,13 +24,15 @@ QMenu *addMenu(QWidget &parent, const char *name, const char *caption)
 
 } // namespace
 
-Menus::Menus(QMenuBar &bar, const CommandSet &commands)
+Menus::Menus(QMenuBar &bar, const CommandSet &commands) : bar_(bar)
 {
     for (const Menu &row : menuTable()) {
         QMenu *menu = addMenu(bar, row.name, row.caption);
-        bar.addMenu(menu)->setVisible(!row.contextOnly);
+        if (!row.contextOnly)
+            inBar_.append(menu);
         menus_.insert(text(row.name), menu);
     }
+    showFor(document::NormalMode);
     for (const Command &row : commandTable()) {
         QMenu *menu = menus_.value(text(row.menu));
         if (menu == nullptr)
@@ -45,10 +49,17 @@ Menus::Menus(QMenuBar &bar, const CommandSet &commands)
     }
 }
 
+// The bar takes the mnemonics of hidden menus too; so they are taken out of it.
 void Menus::showFor(int tab)
 {
+    QList<QMenu *> shown = inBar_;
     for (const document::ModeMenu &row : document::modeMenus())
-        menus_.value(row.name.toString())->menuAction()->setVisible(row.shown.at(std::size_t(tab)));
+        if (!row.shown.at(std::size_t(tab)))
+            shown.removeOne(menus_.value(row.name.toString()));
+    for (QMenu *menu : std::as_const(inBar_))
+        bar_.removeAction(menu->menuAction());
+    for (QMenu *menu : std::as_const(shown))
+        bar_.addMenu(menu);
 }
 
 } // namespace app

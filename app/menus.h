@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QString>
 
 class QMenu;
@@ -24,6 +25,8 @@ public:
     void showFor(int tab);
 
 private:
+    QMenuBar &bar_;
+    QList<QMenu *> inBar_; // in some mode or all, in their order
     QHash<QString, QMenu *> menus_;
 };
 

@@ -44,6 +44,9 @@ public:
     // File dialogs: filter is "Name|*.a;*.b|Name|*.c"; the result is a full path, empty when dismissed.
     virtual QString openFile(const QString &title, const QString &filter) = 0;
     virtual QString saveFile(const QString &title, const QString &filter, const QString &proposed) = 0;
+
+    // Where the file dialogs begin, until a file is chosen elsewhere.
+    virtual void beginIn(const QString &) { }
 };
 
 } // namespace dialogs

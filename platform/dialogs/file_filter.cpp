@@ -1,5 +1,6 @@
 #include "platform/dialogs/file_filter.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 namespace dialogs {
@@ -33,6 +34,15 @@ QStringList nameFilters(const QString &filter)
             filters.append(QStringLiteral("%1 (%2)").arg(withoutBracketedPatterns(parts[i]), patterns));
     }
     return filters;
+}
+
+QString filterFor(const QString &name, const QStringList &nameFilters)
+{
+    static const QRegularExpression patterns(QStringLiteral("\\(([^()]*)\\)$"));
+    for (const QString &filter : nameFilters)
+        if (QDir::match(patterns.match(filter).captured(1).split(u' '), name))
+            return filter;
+    return {};
 }
 
 QString defaultEnding(const QString &nameFilter)

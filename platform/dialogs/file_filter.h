@@ -13,4 +13,7 @@ QStringList nameFilters(const QString &filter);
 // The ending that a name typed without one gets under one of Qt's name filters; empty under "all files".
 QString defaultEnding(const QString &nameFilter);
 
+// The first of Qt's name filters that shows a file of this name; empty when none does.
+QString filterFor(const QString &name, const QStringList &nameFilters);
+
 } // namespace dialogs

@@ -102,6 +102,8 @@ QString QtDialogs::saveFile(const QString &title, const QString &filter, const Q
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilters(nameFilters(filter));
+    if (!proposed.isEmpty())
+        dialog.selectNameFilter(filterFor(QFileInfo(proposed).fileName(), dialog.nameFilters()));
     dialog.setDefaultSuffix(defaultEnding(dialog.selectedNameFilter()));
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
                      [&](const QString &chosen) { dialog.setDefaultSuffix(defaultEnding(chosen)); });

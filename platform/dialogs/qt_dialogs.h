@@ -22,13 +22,14 @@ public:
     // has its own words for both.
     QString openFile(const QString &title, const QString &filter) override;
     QString saveFile(const QString &title, const QString &filter, const QString &proposed) override;
+    void beginIn(const QString &folder) override { folder_ = folder; }
 
 private:
     QWidget *parent() const;
     QString run(QFileDialog &dialog);
 
     QPointer<QWidget> window_;
-    QString folder_; // of the last file chosen; empty before the first
+    QString folder_; // where the next file dialog begins; empty for wherever the program was started
 };
 
 } // namespace dialogs

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QTabBar>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -17,11 +18,14 @@ namespace {
 QStringList shownMenus(const Window &window)
 {
     QStringList shown;
+    QStringList mnemonics;
     const QList<QAction *> bar = window.main->menuBar()->actions();
     for (const QAction *top : bar) {
-        if (top->isVisible())
-            shown.append(top->menu()->objectName());
+        shown.append(top->menu()->objectName());
+        mnemonics.append(QKeySequence::mnemonic(top->text()).toString());
     }
+    if (mnemonics.removeDuplicates() != 0)
+        QTest::qFail("two menus open at one key", __FILE__, __LINE__);
     return shown;
 }
 
@@ -68,7 +72,9 @@ private Q_SLOTS:
     {
         Window window;
         QCOMPARE(shownMenus(window).join(u' '), u"mnuFile mnuedittag mnuview mnuinsert mnuhelp"_s);
+        QCOMPARE(window.action("mnucomment")->shortcut(), QKeySequence(u"Ctrl+Shift+M"_s));
         window.choose("mnuxmlmode");
+        QVERIFY(window.action("mnucomment")->shortcut().isEmpty()); // the editor's own there
         QCOMPARE(shownMenus(window).join(u' '),
                  u"mnuFile editcmx searchcmx mnumacro mnuview mnuinsert mnuhelp"_s);
         window.choose("mnupreview");
@@ -117,8 +123,10 @@ private Q_SLOTS:
         Window window;
         QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
         for (const auto &[key, tab] : {std::pair(Qt::Key_F6, 1), {Qt::Key_F7, 2}, {Qt::Key_F5, 0}}) {
+            window.tabs()->tabBar()->setFocus();
             QTest::keyClick(window.main.get(), key);
             QCOMPARE(window.tabs()->currentIndex(), tab);
+            QVERIFY(!window.tabs()->tabBar()->hasFocus()); // one goes there to work
         }
         window.choose("mnuxmlmode");
         QTest::keyClick(window.editor(), Qt::Key_Q, Qt::ControlModifier);

@@ -30,6 +30,10 @@ private Q_SLOTS:
             QCOMPARE(nameFilters(filter).join(u'|'), expected);
         QCOMPARE(defaultEnding(u"XSLT (*.xsl *.xslt)"_s), u"xsl"_s);
         QCOMPARE(defaultEnding(u"All files (*)"_s), QString());
+        const QStringList filters{u"XML (*.xml)"_s, u"XSLT (*.xsl *.xslt)"_s, u"All files (*)"_s};
+        QCOMPARE(filterFor(u"a.XSLT"_s, filters), filters[1]);
+        QCOMPARE(filterFor(u"a.xml.txt"_s, filters), filters[2]);
+        QCOMPARE(filterFor(u"a"_s, filters.first(2)), QString());
     }
 
     void texts()
@@ -82,17 +86,19 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString missing = QDir::toNativeSeparators(folder.filePath(u"missing.xml"_s));
+        const QTemporaryDir first;
         QtDialogs dialogs;
-        QString at; // the folder shown at first
+        dialogs.beginIn(first.path());
+        QStringList at; // the folders shown at first
         for (const QString &filter : {u"All files (*.*)|*.*"_s, u"XML (*.xml)|*.xml"_s}) {
             whenShown<QFileDialog>([&](QFileDialog &dialog) {
-                at = dialog.directory().path();
+                at.append(dialog.directory().path());
                 dialog.selectFile(missing);
                 QMetaObject::invokeMethod(&dialog, "accept");
             });
             QCOMPARE(dialogs.openFile(u"Open"_s, filter), missing);
         }
-        QCOMPARE(at, folder.path());
+        QCOMPARE(at, (QStringList{first.path(), folder.path()}));
     }
 
     void savingAsksNothing()
