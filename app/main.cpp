@@ -8,6 +8,7 @@
 #include "platform/files/file_helpers.h"
 #include "platform/files/user_folders.h"
 #include "platform/system/desktop_shell.h"
+#include "platform/system/end_request.h"
 #include "platform/system/settings_store.h"
 
 #include <QApplication>
@@ -30,11 +31,13 @@ int main(int argc, char *argv[])
     settings::SettingsStore settings;
     const files::UserFolders folders(files::programFolder());
     const auto previews = browser::warmUp();
+    const shell::EndRequest endRequest;
     std::unique_ptr<app::mainfrm> window;
 
     app::frmSplash splash(dialogs, files::programFolder(), [&] {
         window = std::make_unique<app::mainfrm>(app::Outside{dialogs, shell, settings, folders, previews});
         QObject::connect(window.get(), &app::mainfrm::left, &application, [] { QApplication::exit(0); });
+        QObject::connect(&endRequest, &shell::EndRequest::asked, window.get(), &app::mainfrm::endAtOnce);
         dialogs.setParentWindow(window.get());
         window->prelodr(arguments);
         window->show();

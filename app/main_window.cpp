@@ -312,6 +312,16 @@ int mainfrm::currentTab() const { return frame_->tabs()->currentIndex(); }
 void mainfrm::selectTab(int tab) { frame_->tabs()->setCurrentIndex(tab); }
 
 // The handler may lead on to another tab, and is then here again before it returns; the outer switch has
+void mainfrm::endAtOnce()
+{
+    if (std::exchange(left_, true))
+        return;
+    recovery_->endUnsaved();
+    session_->life().clearUp();
+    rememberPlace();
+    Q_EMIT left();
+}
+
 // nothing left to do when it comes back.
 void mainfrm::tabChanged(int tab)
 {

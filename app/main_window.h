@@ -70,6 +70,9 @@ public:
     // Start-up, before the window is shown: opens the document that the arguments name, or a new one.
     void prelodr(const QStringList &arguments);
 
+    // The system ends the program and does not wait for answers: what is unsaved is kept for the next start.
+    void endAtOnce();
+
     // Once the window is shown: asks about unsaved texts of windows that did not end as they should.
     void offerRecovery();
 

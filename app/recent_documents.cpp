@@ -37,6 +37,7 @@ RecentDocuments::RecentDocuments(settings::SettingsStore &store, QMenu &menu,
 
 QStringList RecentDocuments::paths() const
 {
+    (void)store_.flush(); // further windows keep theirs in the same place
     QStringList paths;
     for (int place = 1; place <= most; ++place)
         if (const QString path = store_.text(key(place)); !path.isEmpty())

@@ -137,6 +137,14 @@ void Recovery::end()
     writer_.drop();
 }
 
+void Recovery::endUnsaved()
+{
+    ended_ = true;
+    rest_.stop();
+    take();
+    writer_.finish();
+}
+
 void Recovery::written(const platform::Result<void> &result)
 {
     if (!result && !toldOfFailure_)

@@ -59,6 +59,8 @@ public:
     void givenUp(const QByteArray &text);
     // The program ends as it should, with nothing unsaved.
     void end();
+    // The program ends all the same: what is unsaved is written before this returns.
+    void endUnsaved();
 
     // After start-up: asks about what windows left behind that are no more.
     void offer();

@@ -22,9 +22,9 @@ void Life::prelodr(const QStringList &arguments)
     const QString workingFile = files_.makefile();
     state_.TabTag = NormalMode;
     around_.editor.setLanguage(control::Language::Xml);
-    around_.editor.loadText(newDocumentTemplate());
+    clearEditor();
     if (named.isEmpty() || !loadNamed(named))
-        startAnew(workingFile);
+        startAnew(workingFile, named);
     else
         around_.workspace.setSaveEnabled(true); // a file of the user's, as after Open
     saving_.rememberDom();
@@ -52,9 +52,11 @@ bool Life::loadAs(const QString &path, const files::LoadedText &file)
 }
 
 // The form of a faulty file stays: its text is still what the editor shows, and what would be saved.
-void Life::startAnew(const QString &workingFile)
+void Life::startAnew(const QString &workingFile, const QString &refused)
 {
     files_.setCurrentFile(workingFile);
+    if (state_.HasParseErrors)
+        state_.refusedPath = refused;
     parsing_.LoadXml(newDocumentTemplate());
 }
 
@@ -62,7 +64,7 @@ void Life::newDocument()
 {
     if (saving_.cndsavefunc())
         return;
-    around_.editor.loadText(newDocumentTemplate());
+    clearEditor();
     around_.workspace.selectTab(NormalMode);
     files_.kiltmpfyl();
     files_.setCurrentFile(files_.makefile());
@@ -109,14 +111,20 @@ void Life::take(const QString &path, const files::LoadedText &file)
     leaveViews(path);
     around_.workspace.setSaveEnabled(true);
     loadAs(path, file);
-    saving_.rememberDom();
+    saving_.rememberLoaded();
     saving_.showTitle();
+}
+
+void Life::clearEditor()
+{
+    around_.editor.loadText(newDocumentTemplate());
+    state_.editorHasText = false;
 }
 
 // Nothing of the former document is shown any more, and its preview copy is gone.
 void Life::leaveViews(const QString &newPath)
 {
-    around_.editor.loadText(newDocumentTemplate());
+    clearEditor();
     around_.workspace.selectTab(NormalMode);
     files_.spare(newPath);
     files_.kiltmpfyl();
@@ -131,8 +139,8 @@ bool Life::recover(const QString &path, const QByteArray &text, const files::Fil
     around_.workspace.setSaveEnabled(!path.isEmpty());
     state_.form = form;
     around_.editor.setLanguage(languageOf(state_.CurrentFilePath, text));
-    showUnsaved(text, mode);
     keepOver();
+    showUnsaved(text, mode);
     saving_.showTitle();
     return true;
 }
@@ -147,22 +155,50 @@ void Life::showUnsaved(const QByteArray &text, Tab mode)
     if (!faulty)
         return;
     around_.editor.loadText(text);
+    state_.editorHasText = true;
     parsing_.xmlerr(false, false);
 }
 
 bool Life::reload()
 {
-    const QString path = state_.CurrentFilePath;
-    const int tab = around_.workspace.currentTab();
-    const auto file = parsing_.readFile(path);
+    const auto file = parsing_.readFile(state_.CurrentFilePath);
     if (!file)
         return false;
     if (saving_.isChanged())
         saving_.giveUp();
-    take(path, *file);
-    if (tab == XmlMode)
-        around_.workspace.selectTab(tab);
+    if (around_.workspace.currentTab() == XmlMode)
+        takeIntoEditor(*file);
+    else
+        takeAgain(*file);
     return true;
+}
+
+// One edit of what differs, so that the place and the steps back stay.
+void Life::takeIntoEditor(const files::LoadedText &file)
+{
+    state_.form = file.form;
+    state_.stamp = file.stamp;
+    around_.editor.replaceText(file.utf8);
+    saving_.rememberLoaded();
+    parsing_.xmlerr(true, false);
+    saving_.showTitle();
+}
+
+void Life::takeAgain(const files::LoadedText &file)
+{
+    const int tab = around_.workspace.currentTab();
+    const Tab enteredFrom = state_.TabTag;
+    take(state_.CurrentFilePath, file);
+    if (tab != Preview || state_.HasParseErrors)
+        return;
+    around_.workspace.selectTab(enteredFrom);
+    around_.workspace.selectTab(tab);
+}
+
+bool Life::fileIsAsSaved() const
+{
+    const auto file = files::readTextFile(state_.CurrentFilePath);
+    return file && file->form == state_.form && file->utf8 == state_.SavedXml;
 }
 
 void Life::keepOver()
@@ -177,10 +213,15 @@ bool Life::leave()
 {
     if (saving_.cndsavefunc())
         return false;
+    clearUp();
+    return true;
+}
+
+void Life::clearUp()
+{
     for (const char *exchangeFile : {"\\tdyex\\d.txt", "\\tdyex\\o.txt", "\\tdyex\\i.txt", "\\tdyex\\f.txt"})
         files::deleteIfExists(files::joinPath(around_.exchangeFolder, QLatin1String(exchangeFile)));
     files_.kiltmpfyl();
-    return true;
 }
 
 void Life::openHelp(HelpPage page)

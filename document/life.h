@@ -41,6 +41,9 @@ public:
     // cannot be read, which is reported; nothing changes then.
     bool reload();
 
+    // Whether the file holds what it held when it was last read or written, whoever wrote it since.
+    bool fileIsAsSaved() const;
+
     // Another program changed or removed the document's file, and what is open here stays: it counts as
     // changed unless it is what the file now holds.
     void keepOver();
@@ -51,17 +54,23 @@ public:
     bool recover(const QString &path, const QByteArray &text, const files::FileForm &form, Tab mode);
 
     // The window is about to close: asks the save question; false when it must stay open. Otherwise clears
-    // up, and nothing but the end of the process may follow.
+    // up.
     bool leave();
+
+    // Takes away the files that only this process needs. Nothing but its end may follow.
+    void clearUp();
 
     void openHelp(HelpPage page);
 
 private:
     bool loadNamed(const QString &path);
     bool loadAs(const QString &path, const files::LoadedText &file);
-    void startAnew(const QString &workingFile);
+    void startAnew(const QString &workingFile, const QString &refused);
     void openExisting(const QString &path);
     void take(const QString &path, const files::LoadedText &file);
+    void takeIntoEditor(const files::LoadedText &file);
+    void takeAgain(const files::LoadedText &file);
+    void clearEditor();
     void leaveViews(const QString &newPath);
     void showUnsaved(const QByteArray &text, Tab mode);
 

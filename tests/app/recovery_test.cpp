@@ -175,6 +175,24 @@ private Q_SLOTS:
         QTRY_COMPARE(count(*folders_, ".kept"), kept);
     }
 
+    // The system does not wait for answers: what is unsaved is offered at the next start.
+    void endedBySystem()
+    {
+        {
+            Window window(*folders_, {path_});
+            typeInXmlMode(window, QStringLiteral("x"));
+            window.choose("mnupreview");
+            QVERIFY(QFile::exists(path_ + u'0'));
+            window.main->endAtOnce();
+            QVERIFY(window.left);
+        }
+        QVERIFY(!QFile::exists(path_ + u'0'));
+        Window window(*folders_);
+        window.dialogs.answer(Answer::Yes);
+        window.main->offerRecovery();
+        QCOMPARE(textOf(window), "<a>x</a>");
+    }
+
     void whatWasGivenUpComesBack()
     {
         Window window(*folders_, {path_});
