@@ -160,6 +160,8 @@ void mainfrm::editNodes()
         .shell = shell_,
         .folders = folders_,
         .currentPath = [this] { return session_->state().CurrentFilePath; },
+        .currentTab = [this] { return currentTab(); },
+        .showXmlMode = [this] { selectTab(document::XmlMode); },
         .note = [this](const QString &text) { note(text); },
     });
 }
@@ -169,8 +171,6 @@ void mainfrm::serveEditor(const Outside &outside)
     editorHost_ = std::make_unique<EditorHost>(EditorHost::Around{
         .window = *this,
         .frame = *frame_,
-        .currentTab = [this] { return currentTab(); },
-        .showXmlMode = [this] { selectTab(document::XmlMode); },
         .bar = *StatusBar1,
         .editor = *CodeMax1,
         .session = *session_,
@@ -230,7 +230,12 @@ void mainfrm::checkFile()
         watch_->check();
 }
 
-void mainfrm::fileChanged() { askToLoadAgain({}); }
+// Written anew with the same content is not changed.
+void mainfrm::fileChanged()
+{
+    if (!session_->life().fileIsAsSaved())
+        askToLoadAgain({});
+}
 
 // True when it was to be loaded again.
 bool mainfrm::askToLoadAgain(const QString &otherwise)
@@ -251,7 +256,7 @@ bool mainfrm::askToLoadAgain(const QString &otherwise)
 bool mainfrm::mayWriteFile()
 {
     const FileWatch::Found found = watch_->checkNow();
-    if (found == FileWatch::Found::Changed)
+    if (found == FileWatch::Found::Changed && !session_->life().fileIsAsSaved())
         return !askToLoadAgain(QLatin1Char('\n') + tr("If not, what the other program wrote is replaced."));
     if (found == FileWatch::Found::Gone) {
         fileGone();
@@ -307,11 +312,6 @@ void mainfrm::closeEvent(QCloseEvent *event)
     Q_EMIT left();
 }
 
-int mainfrm::currentTab() const { return frame_->tabs()->currentIndex(); }
-
-void mainfrm::selectTab(int tab) { frame_->tabs()->setCurrentIndex(tab); }
-
-// The handler may lead on to another tab, and is then here again before it returns; the outer switch has
 void mainfrm::endAtOnce()
 {
     if (std::exchange(left_, true))
@@ -322,12 +322,25 @@ void mainfrm::endAtOnce()
     Q_EMIT left();
 }
 
+int mainfrm::currentTab() const { return frame_->tabs()->currentIndex(); }
+
+void mainfrm::selectTab(int tab) { frame_->tabs()->setCurrentIndex(tab); }
+
+// A mode that was chosen as such is for working in, wherever the focus was.
+void mainfrm::chooseMode(int tab)
+{
+    selectTab(tab);
+    frame_->view(currentTab())->setFocus();
+}
+
+// The handler may lead on to another tab, and is then here again before it returns; the outer switch has
 // nothing left to do when it comes back.
 void mainfrm::tabChanged(int tab)
 {
     const int previous = std::exchange(tab_, tab);
     session_->views().enteredTab(tab, previous);
     quickTags_->modeChanged();
+    tidy_->modeChanged();
     if (currentTab() == tab)
         focusView();
     mark_->refresh();
@@ -336,13 +349,6 @@ void mainfrm::tabChanged(int tab)
 // A tab reached with the keyboard keeps the focus, so that the arrow keys go on through the tabs.
 void mainfrm::focusView()
 {
-// A mode that was chosen as such is for working in, wherever the focus was.
-void mainfrm::chooseMode(int tab)
-{
-    selectTab(tab);
-    frame_->view(currentTab())->setFocus();
-}
-
     if (!frame_->tabs()->tabBar()->hasFocus())
         frame_->view(currentTab())->setFocus();
 }

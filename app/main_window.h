@@ -131,10 +131,10 @@ private:
     void browseBack();
     void browseForward();
     void browseReload();
+    void browsed();
 
     void addToolBars();
     void addViews();
-    void browsed();
     void connectEditor();
     void connectTree();
     void editNodes();
@@ -148,10 +148,10 @@ private:
     bool mayWriteFile();
     void fileGone();
     void tabChanged(int tab);
+    void chooseMode(int tab);
     void focusView();
     void restorePlace();
     void rememberPlace();
-    void chooseMode(int tab);
 
     dialogs::Dialogs &dialogs_;
     shell::Shell &shell_;

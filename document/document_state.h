@@ -28,12 +28,15 @@ struct DocumentState
     int PreviewCopyNumber = 0;
     QString PreviewFilePath;
     QString temporaryFolder; // where new documents live
+    QString refusedPath; // of a new document: the file named at start-up that its text is from; else empty
     files::FileStamp stamp; // of that file, from before it was read or after it was written
     files::FileForm form; // how the document stood in its file, and so how it is written
 
     dom::Document Document; // the truth while the tree is shown
     QByteArray SavedXml; // the text at the last load or save
     Identities known;
+
+    bool editorHasText = false; // the editor has held this document, not only the template it begins with
 
     bool HasParseErrors = false; // the last check of the editor's text failed
     std::optional<AcceptedText> accepted; // the last text of the editor that was found well-formed

@@ -33,6 +33,7 @@ bool Parsing::Loadpathxml(const files::LoadedText &file)
         }
         around_.workspace.selectTab(XmlMode);
         around_.editor.loadText(file.utf8);
+        state_.editorHasText = true;
     }
     xmlerr(true, false);
     return false;
@@ -77,13 +78,22 @@ void Parsing::carryToEditor()
     if (!state_.known.agreed(dom, around_.editor.revision())) {
         const Busy busy(around_.workspace);
         const QByteArray xml = state_.Document.xml();
-        if (xml != around_.editor.textInPlace())
-            around_.editor.replaceText(xml);
+        putIntoEditor(xml);
         state_.known.agree(dom, around_.editor.revision());
     }
     // No edit of the tree leaves a document that would not parse, so this text needs no check when the editor
     // is left.
     state_.accepted = AcceptedText{around_.editor.revision(), state_.Document.entities()};
+}
+
+// Undo leads back to the document as it was read or saved, never to what the editor showed before it.
+void Parsing::putIntoEditor(const QByteArray &xml)
+{
+    if (!state_.editorHasText)
+        around_.editor.loadText(state_.SavedXml.isEmpty() ? xml : state_.SavedXml);
+    state_.editorHasText = true;
+    if (xml != around_.editor.textInPlace())
+        around_.editor.replaceText(xml);
 }
 
 bool Parsing::judge(const QByteArray &text, bool msgbolone, bool msgboltwo)
@@ -112,7 +122,7 @@ void Parsing::pointOut(const dom::ParseError &error)
 {
     xmleror(error);
     around_.editor.giveFocus();
-    around_.editor.placeCaret(static_cast<int>(error.line) - 1, static_cast<int>(error.position));
+    around_.editor.placeCaret(static_cast<int>(error.line) - 1, static_cast<int>(error.position) - 1);
 }
 
 void Parsing::xmleror(const dom::ParseError &error)

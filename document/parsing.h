@@ -39,6 +39,7 @@ public:
     void carryToEditor();
 
 private:
+    void putIntoEditor(const QByteArray &xml);
     bool judge(const QByteArray &text, bool msgbolone, bool msgboltwo);
     void pointOut(const dom::ParseError &error);
     void xmleror(const dom::ParseError &error);

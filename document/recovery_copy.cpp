@@ -46,7 +46,7 @@ QJsonObject toJson(const RecoveryCopy &copy)
     return {{QStringLiteral("path"), head.path},
             {QStringLiteral("encoding"), QString::fromLatin1(head.form.encoding.name)},
             {QStringLiteral("mark"), head.form.encoding.byteOrderMark},
-            {QStringLiteral("lf"), head.form.end == files::FileEnd::Lf},
+            {QStringLiteral("end"), int(head.form.end)},
             {QStringLiteral("xmlMode"), head.mode == XmlMode},
             {QStringLiteral("changed"), double(head.changed.toMSecsSinceEpoch())},
             {QStringLiteral("size"), double(copy.text.size())}};
@@ -58,7 +58,9 @@ RecoveryHead fromJson(const QJsonObject &json)
     head.path = json[QLatin1String("path")].toString();
     head.form.encoding.name = json[QLatin1String("encoding")].toString().toLatin1();
     head.form.encoding.byteOrderMark = json[QLatin1String("mark")].toBool();
-    head.form.end = json[QLatin1String("lf")].toBool() ? files::FileEnd::Lf : files::FileEnd::CrLf;
+    const int end = json[QLatin1String("end")].toInt();
+    head.form.end = end == int(files::FileEnd::Lf) || end == int(files::FileEnd::Cr) ? files::FileEnd(end)
+                                                                                     : files::FileEnd::CrLf;
     head.mode = json[QLatin1String("xmlMode")].toBool() ? XmlMode : NormalMode;
     head.changed = QDateTime::fromMSecsSinceEpoch(qint64(json[QLatin1String("changed")].toDouble()));
     return head;

@@ -39,7 +39,8 @@ bool Saving::isChanged()
 {
     if (!mayBeChanged())
         return false;
-    if (currentText() != state_.SavedXml)
+    const QByteArray text = domIsSource() ? state_.Document.xml() : around_.editor.textInPlace();
+    if (text != state_.SavedXml)
         return true;
     knowSaved();
     return false;
@@ -105,7 +106,7 @@ SaveResult Saving::save()
 
 SaveResult Saving::saveAs()
 {
-    const QString proposed = files_.istmppath() ? QString() : state_.CurrentFilePath;
+    QString proposed = files_.istmppath() ? state_.refusedPath : state_.CurrentFilePath;
     for (;;) {
         const QString chosen
             = around_.dialogs.saveFile(QStringLiteral("Save as"), documentFilter(), proposed);
@@ -114,6 +115,7 @@ SaveResult Saving::saveAs()
         const QString path = QFileInfo(chosen).absoluteFilePath();
         if (mayWriteTo(path))
             return moveTo(path);
+        proposed = path;
     }
 }
 
@@ -133,6 +135,8 @@ SaveResult Saving::moveTo(const QString &path)
         return result;
     files_.kiltmpfyl();
     files_.setCurrentFile(path);
+    if (around_.workspace.currentTab() == Preview) // of the copy that is gone
+        files_.preview(state_.SavedXml);
     around_.editor.setLanguage(languageOf(path, state_.SavedXml));
     showTitle();
     return result;
@@ -142,6 +146,12 @@ void Saving::rememberDom()
 {
     state_.SavedXml = state_.Document.xml();
     state_.known.savedFrom(state_.domIdentity());
+}
+
+void Saving::rememberLoaded()
+{
+    state_.SavedXml = currentText();
+    knowSaved();
 }
 
 void Saving::showTitle()

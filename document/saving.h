@@ -60,8 +60,12 @@ public:
     SaveResult save();
     SaveResult saveAs();
 
-    // SavedXml becomes the DOM's serialised XML.
+    // SavedXml becomes the DOM's serialised XML, as of a document that was just made.
     void rememberDom();
+
+    // SavedXml becomes the current text, which was just read: the DOM's, or the editor's of what does not
+    // parse.
+    void rememberLoaded();
 
     // "Zelph XML Editor - " and CurrentFilePath, in the status bar.
     void showTitle();

@@ -34,6 +34,7 @@ void WorkingFiles::kiltmpfyl()
 void WorkingFiles::setCurrentFile(const QString &path)
 {
     state_.CurrentFilePath = path;
+    state_.refusedPath.clear();
     state_.PreviewCopyNumber = files::firstFreeNumber(path);
     state_.previewCopyWritten = false;
 }

@@ -14,8 +14,7 @@ namespace files {
 namespace {
 
 constexpr qint64 largestFile = std::numeric_limits<qint32>::max();
-constexpr QByteArrayView crLf = "\r\n";
-constexpr QByteArrayView lf = "\n";
+constexpr QByteArrayView lineEnds[] = {"\r\n", "\n", "\r"}; // by FileEnd
 
 platform::Failure cannotRead(const QString &path, const QString &why)
 {
@@ -47,22 +46,25 @@ platform::Result<QByteArray> readBytes(const QString &path)
     return bytes;
 }
 
-// What a text without a final line end gets: LF where it knows nothing else.
+// What a text without a final line end gets: LF or CR where it knows nothing else.
 FileEnd endOfUnended(const QByteArray &utf8)
 {
-    const bool lfThroughout = utf8.contains('\n') && !utf8.contains("\r\n") && !utf8.endsWith('\r');
-    return lfThroughout ? FileEnd::Lf : FileEnd::CrLf;
+    const bool anyLf = utf8.contains('\n');
+    const bool anyCr = utf8.contains('\r');
+    return anyLf == anyCr ? FileEnd::CrLf : anyLf ? FileEnd::Lf : FileEnd::Cr;
 }
 
 // Takes the file's final line end off the text and says which it was, so that the same is put back.
 FileEnd takeFileEnd(QByteArray &utf8)
 {
-    const bool ended = utf8.endsWith('\n');
-    const bool carriage = utf8.endsWith("\r\n");
-    if (!ended)
-        return endOfUnended(utf8);
-    utf8.chop(carriage ? 2 : 1);
-    return carriage ? FileEnd::CrLf : FileEnd::Lf;
+    for (const FileEnd end : {FileEnd::CrLf, FileEnd::Lf, FileEnd::Cr}) {
+        const QByteArrayView lineEnd = lineEnds[int(end)];
+        if (!utf8.endsWith(lineEnd))
+            continue;
+        utf8.chop(lineEnd.size());
+        return end;
+    }
+    return endOfUnended(utf8);
 }
 
 } // namespace
@@ -92,8 +94,7 @@ platform::Result<QByteArray> readPlainText(const QString &path)
 platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,
                                          const std::function<void()> &writesOver)
 {
-    const QByteArrayView lineEnd = form.end == FileEnd::Lf ? lf : crLf;
-    const platform::Result<EncodedPieces> pieces = encodePieces(utf8, form.encoding, lineEnd);
+    const auto pieces = encodePieces(utf8, form.encoding, lineEnds[int(form.end)]);
     if (!pieces)
         return platform::Failure{pieces.reason()};
     return replaceFile(path, pieces->all(), writesOver);
@@ -101,7 +102,7 @@ platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &
 
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8)
 {
-    const QByteArrayView pieces[] = {utf8, crLf};
+    const QByteArrayView pieces[] = {utf8, lineEnds[int(FileEnd::CrLf)]};
     return replaceFile(path, pieces);
 }
 

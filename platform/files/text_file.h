@@ -16,14 +16,17 @@ namespace files {
 enum class FileEnd
 {
     CrLf,
-    Lf
+    Lf,
+    Cr
 };
 
 // How a document stood in its file.
 struct FileForm
 {
     TextEncoding encoding;
-    FileEnd end = FileEnd::CrLf; // Lf where the opened document uses LF throughout
+    FileEnd end = FileEnd::CrLf; // that of the opened document, or what it uses throughout
+
+    bool operator==(const FileForm &) const = default;
 };
 
 struct LoadedText

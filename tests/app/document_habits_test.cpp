@@ -135,6 +135,18 @@ private Q_SLOTS:
         QVERIFY(window.main->close());
     }
 
+    // Written anew with the same content is not changed.
+    void theSameContentIsNotAskedAbout()
+    {
+        Window window("a.xml", "<mine/>\r\n");
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        window.choose("mnuelement");
+        replaceBehindTheBack(window.path, "<mine/>\r\n");
+        window.choose("mnuSave");
+        QCOMPARE(contentOf(window.path), "<mine><Element/></mine>\r\n");
+        QVERIFY(window.dialogs.messages().isEmpty());
+    }
+
     void aVanishedFileIsTold()
     {
         Window window("a.xml", "<mine/>");

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTest>
 #include <functional>
 #include <map>
 
@@ -58,6 +59,7 @@ void Desk::step(const QString &verb, const QString &rest)
         {u"drop"_s, [&] { life.openPath(path(rest)); }},
         {u"save"_s, [&] { session.saving().save(); }},
         {u"saveas"_s, [&] { session.saving().saveAs(); }},
+        {u"reload"_s, [&] { QVERIFY(life.reload()); }},
         {u"leave"_s, [&] { left_ = life.leave(); }},
         {u"check"_s, [&] { session.parsing().xmlerr(true, true); }},
         {u"normal"_s, [&] { workspace.selectTab(document::NormalMode); }},
@@ -120,6 +122,7 @@ QString Desk::seen(const QString &key)
         {u"messages"_s, [&] { return number(dialogs.messages.size()); }},
         {u"message"_s,
          [&] { return dialogs.messages.isEmpty() ? QString() : text(dialogs.messages.last().toUtf8()); }},
+        {u"proposed"_s, [&] { return QFileInfo(dialogs.proposed).fileName(); }},
         {u"unanswered"_s, [&] { return dialogs.unanswered.join(u'|'); }},
         {u"save"_s, [&] { return number(workspace.saveEnabled); }},
         {u"left"_s, [&] { return number(left_); }},

@@ -17,7 +17,7 @@ inline QStringList linesOf(const char *lines)
 //   file NAME=TEXT, remove NAME             make or remove a file beside the documents
 //   meanwhile NAME=TEXT                     the same, while the next file is being parsed
 //   start NAME                              start-up with that file on the command line
-//   new, open, drop NAME, save, saveas, leave, check
+//   new, open, drop NAME, reload, save, saveas, leave, check
 //   normal, xml, preview                    select a tab
 //   type TEXT, undo                         in the editor
 //   edit, unedit                            one edit of the DOM, and its undo

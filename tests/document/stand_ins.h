@@ -158,14 +158,16 @@ public:
         return answers.takeFirst();
     }
     QString openFile(const QString &title, const QString &) override { return choice(title); }
-    QString saveFile(const QString &title, const QString &, const QString &) override
+    QString saveFile(const QString &title, const QString &, const QString &path) override
     {
+        proposed = path;
         return choice(title);
     }
 
     const FakeWorkspace *workspace = nullptr;
     QList<dialogs::Answer> answers;
     QStringList choices;
+    QString proposed; // by the last dialog for saving
     QStringList messages;
     QList<dialogs::Icon> icons;
     QStringList unanswered;

@@ -48,7 +48,7 @@ private Q_SLOTS:
         for (const auto &[path, text, encoding, other] : rows) {
             init();
             RecoveryCopy copy = copyOf(text, path);
-            copy.head.form = {{encoding, other}, other ? files::FileEnd::Lf : files::FileEnd::CrLf};
+            copy.head.form = {{encoding, other}, other ? files::FileEnd::Cr : files::FileEnd::CrLf};
             copy.head.mode = other ? XmlMode : NormalMode;
             leaveBehind(copy);
             const RecoveryStore store(folder());

@@ -27,6 +27,8 @@ private Q_SLOTS:
              "dom=" TEMPLATE},
             {"faulty, then closed", "file bad.xml=<a>\\n | start bad.xml | answer No | leave",
              "left=1 | message=Save changes to New Document? | /bad.xml=<a>\\n"},
+            {"faulty, then saved as", "file bad.xml=<a>\\n | start bad.xml | choose c.xml | saveas",
+             "proposed=bad.xml | /c.xml=<a>\\n | name=c.xml"},
             {"a folder", "file d/x= | start d", "name=zelphedit.xml | tab=0 | dom=" TEMPLATE " | messages=1"},
         });
     }
@@ -52,6 +54,8 @@ private Q_SLOTS:
             {"open a faulty file", "start | file bad.xml=<a>\\n</b>\\n | choose bad.xml | open",
              "name=bad.xml | tab=1 | tag=1 | modes=101 | menus=1 | editor=<a>\\n</b> | errors=1 | line=1 | "
              "messages=1 | dom= | save=1 | undo=0 | /bad.xml=<a>\\n</b>\\n"},
+            {"a faulty file left as it was", "start | file bad.htm=<p>\\n | choose bad.htm | open | leave",
+             "left=1 | messages=1 | /bad.htm=<p>\\n"},
             {"a faulty file corrected",
              "start | file bad.xml=<a>\\n | choose bad.xml | open | type <a/> | save | normal | leave",
              "tab=0 | dom=<a/> | messages=1 | /bad.xml=<a/>\\n | left=1"},
@@ -71,6 +75,26 @@ private Q_SLOTS:
             {"new forgets the form of the file",
              "file a.xml=<a>\\l</a>\\l | start | drop a.xml | new | choose b.xml | saveas",
              "/b.xml=" TEMPLATE "\\n"},
+        });
+    }
+
+    void reload()
+    {
+        runRows({
+            {"in Normal Mode", "file a.xml=<a/>\\n | start a.xml | edit | file a.xml=<c/>\\l | reload | save",
+             "tab=0 | dom=<c/> | /a.xml=<c/>\\l"},
+            {"in XML Mode", "file a.xml=<a/> | start a.xml | xml | file a.xml=<c/> | reload | leave",
+             "tab=1 | editor=<c/> | left=1 | messages=0 | undo=1"},
+            {"and taken back",
+             "file a.xml=<a/> | start a.xml | xml | type <b/> | file a.xml=<c/> | reload | undo | "
+             "normal",
+             "dom=<b/>"},
+            {"in a preview of XML Mode",
+             "file a.xml=<a/> | start a.xml | xml | preview | file a.xml=<c/> | reload",
+             "tab=2 | tag=1 | editor=<c/> | /a.xml0=<c/>\\n"},
+            {"what does not parse",
+             "file a.xml=<a/> | start a.xml | preview | file a.xml=<c | reload | leave",
+             "tab=1 | editor=<c | messages=1 | left=1"},
         });
     }
 
@@ -95,7 +119,8 @@ private Q_SLOTS:
              "name=b.xml | new=0 | save=1 | left=1 | /b.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
             {"save as asks before it overwrites",
              "start | file b.xml=old | choose b.xml | answer No | choose c.xml | saveas",
-             "name=c.xml | /b.xml=old | message=b.xml already exits, would you like to overwrite it?"},
+             "name=c.xml | /b.xml=old | message=b.xml already exits, would you like to overwrite it? | "
+             "proposed=b.xml"},
             {"save as keeps the form", "file a.xml=<a>\\l</a>\\l | start a.xml | choose b.xml | saveas",
              "/b.xml=<a>\\l</a>\\l"},
             {"save as over the preview copy keeps what was saved",
