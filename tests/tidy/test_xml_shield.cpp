@@ -3,6 +3,7 @@
 #include "tidy/launcher/conversion.h"
 #include "tidy/launcher/html_tags.h"
 #include "tidy/launcher/run_tidy.h"
+#include "tidy/launcher/xml_words.h"
 
 #include <QTest>
 
@@ -66,6 +67,21 @@ private Q_SLOTS:
         };
         for (const auto &[text, output, good] : rows)
             QCOMPARE(Conversion(text, options).finished(output).ok(), good);
+    }
+
+    // What entities amount to is bounded, also for the judgement of what Tidy did.
+    void entitiesWithoutEnd()
+    {
+        QByteArray declared = "<!ENTITY a0 'ha'>";
+        for (int level = 1; level < 12; ++level) {
+            const QByteArray former = "&a" + QByteArray::number(level - 1) + ';';
+            declared += "<!ENTITY a" + QByteArray::number(level) + " '" + former.repeated(10) + "'>";
+        }
+        for (const QByteArray root : {"<r x='&a11;'/>", "<r>&a11;</r>"}) {
+            const QByteArray text = "<!DOCTYPE r [" + declared + "]>" + root;
+            QVERIFY(!wordsOf(text));
+            QVERIFY(!converted(text, "output-xml: yes\n").isEmpty());
+        }
     }
 
     void htmlTags()

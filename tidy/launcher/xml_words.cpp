@@ -1,5 +1,6 @@
 #include "tidy/launcher/xml_words.h"
 
+#include "platform/dom/verdict.h"
 #include "tidy/launcher/xml_pieces.h"
 
 #include <QCryptographicHash>
@@ -49,6 +50,9 @@ std::optional<XmlWords> wordsOf(const QByteArray &xml)
 {
     constexpr int options = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
     if (xml.size() > std::numeric_limits<int>::max())
+        return std::nullopt;
+    // The reader itself knows no bound for what entities amount to.
+    if (xml.contains("<!ENTITY") && dom::checkWellFormed(xml))
         return std::nullopt;
     const Reader reader(xmlReaderForMemory(xml.constData(), int(xml.size()), nullptr, "UTF-8", options),
                         &xmlFreeTextReader);
