@@ -14,7 +14,7 @@ struct Yardsticks
     double dom = 0; // libxml2 builds its tree; 0 where that is too large
     double copy = 0; // the bytes in memory once more
     double write = 0; // the bytes to a file, plainly
-    double durableWrite = 0; // the same, flushed to the disk
+    double durableWrite = 0; // the bytes to a new file, flushed to the disk
     double scintilla = 0; // a bare Scintilla takes the text
 };
 
