@@ -22,7 +22,7 @@ struct Command
     const char *otherShortcut = ""; // does the same without being shown
     int editorCommand = 0; // the code editor's number for it, whose key is shown; 0 for none
     bool checkable = false;
-    bool once = false; // a key that is held down runs it no more than once
+    bool once = false; // a key that is held down runs it no more than once: Delete would climb to the root
     bool submenu = false; // opens the menu of the same name
 };
 

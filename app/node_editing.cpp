@@ -97,8 +97,6 @@ void NodeEditing::bindCommands()
         commands.bind(row.name, [this, row] { (around_.nodes.*row.run)(); });
     for (const Move &row : moves)
         commands.bind(row.name, [this, row] { around_.nodes.MoveNode(row.direction); });
-    // A key held down would climb from the node to the root.
-    commands.action(text("mnudeletetag"))->setAutoRepeat(false);
     for (const char *name : {"mnueditnod", "mnueditnod4"})
         commands.bind(name, [this] { EditNode(); });
     commands.bind("mnutagselectedonly", [this] { smartSelect(); });

@@ -25,12 +25,8 @@ void QuickTagsHost::modeChanged()
 
 QString QuickTagsHost::addElement(const QString &name, const QStringList &attributes)
 {
-    QString refused;
-    const QMetaObject::Connection heard = QObject::connect(
-        &nodes_, &tree::NodeCommands::noted, [&refused](const QString &reason) { refused = reason; });
-    nodes_.insertElement(name, attributes);
-    QObject::disconnect(heard);
-    return refused;
+    const platform::Result<void> inserted = nodes_.insertElement(name, attributes);
+    return inserted ? QString() : inserted.reason();
 }
 
 QByteArray QuickTagsHost::selectedText() const { return editor_.selectedText(); }

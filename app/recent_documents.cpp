@@ -30,14 +30,16 @@ RecentDocuments::RecentDocuments(settings::SettingsStore &store, QMenu &menu,
                                  std::function<void(const QString &)> open)
     : store_(store), menu_(menu), open_(std::move(open))
 {
-    connect(&menu_, &QMenu::aboutToShow, this, &RecentDocuments::fill);
+    connect(&menu_, &QMenu::aboutToShow, this, [this] {
+        takeFromOthers();
+        fill();
+    });
     menu_.setToolTipsVisible(true);
     fill();
 }
 
 QStringList RecentDocuments::paths() const
 {
-    (void)store_.flush(); // further windows keep theirs in the same place
     QStringList paths;
     for (int place = 1; place <= most; ++place)
         if (const QString path = store_.text(key(place)); !path.isEmpty())
@@ -47,12 +49,16 @@ QStringList RecentDocuments::paths() const
 
 void RecentDocuments::add(const QString &path)
 {
+    takeFromOthers();
     QStringList all = paths();
     all.removeAll(path);
     all.prepend(path);
     keep(all);
     fill();
 }
+
+// Further windows keep theirs in the same place.
+void RecentDocuments::takeFromOthers() { (void)store_.flush(); }
 
 void RecentDocuments::keep(const QStringList &paths)
 {

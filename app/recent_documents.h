@@ -29,6 +29,7 @@ public:
 
 private:
     void fill();
+    void takeFromOthers();
     void keep(const QStringList &paths);
 
     settings::SettingsStore &store_;

@@ -40,15 +40,21 @@ bool Life::loadNamed(const QString &path)
 bool Life::loadAs(const QString &path, const files::LoadedText &file)
 {
     files_.setCurrentFile(path);
+    around_.editor.setLanguage(languageOf(path, file.utf8));
+    takeForm(file);
+    return parsing_.Loadpathxml(file);
+}
+
+// How the current file was when it was read, and what is to be told of that.
+void Life::takeForm(const files::LoadedText &file)
+{
     state_.form = file.form;
     state_.stamp = file.stamp;
-    around_.editor.setLanguage(languageOf(path, file.utf8));
-    const QString former = files::leftOfCutShort(path);
+    const QString former = files::leftOfCutShort(state_.CurrentFilePath);
     if (!former.isEmpty())
         around_.workspace.note(QStringLiteral("An unfinished save left the former text in %1.").arg(former));
     else if (!file.note.isEmpty())
         around_.workspace.note(file.note);
-    return parsing_.Loadpathxml(file);
 }
 
 // The form of a faulty file stays: its text is still what the editor shows, and what would be saved.
@@ -176,8 +182,7 @@ bool Life::reload()
 // One edit of what differs, so that the place and the steps back stay.
 void Life::takeIntoEditor(const files::LoadedText &file)
 {
-    state_.form = file.form;
-    state_.stamp = file.stamp;
+    takeForm(file);
     around_.editor.replaceText(file.utf8);
     saving_.rememberLoaded();
     parsing_.xmlerr(true, false);

@@ -68,6 +68,7 @@ private:
     void startAnew(const QString &workingFile, const QString &refused);
     void openExisting(const QString &path);
     void take(const QString &path, const files::LoadedText &file);
+    void takeForm(const files::LoadedText &file);
     void takeIntoEditor(const files::LoadedText &file);
     void takeAgain(const files::LoadedText &file);
     void clearEditor();

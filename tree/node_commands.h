@@ -41,8 +41,8 @@ public:
     // A new node with the content of its kind: the last child of a selected element, else right after the
     // selected node. For elements, texts, CDATA sections, comments and processing instructions.
     void insert(dom::NodeKind kind);
-    // The same for an element of that name with these attributes, all empty.
-    void insertElement(const QString &name, const QStringList &attributes);
+    // The same for an element of that name with these attributes, all empty. Fails where noted() says why.
+    platform::Result<void> insertElement(const QString &name, const QStringList &attributes);
 
     void MoveNode(Direction direction);
     bool canMove(Direction direction) const;

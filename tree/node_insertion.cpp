@@ -48,14 +48,14 @@ void NodeCommands::insert(dom::NodeKind kind)
     }
 }
 
-void NodeCommands::insertElement(const QString &name, const QStringList &attributes)
+platform::Result<void> NodeCommands::insertElement(const QString &name, const QStringList &attributes)
 {
     const QModelIndex selected = face_.selected();
     if (!model_.GetNodepar(selected))
-        return;
+        return {};
     QStringList names = attributes;
     names.prepend(name);
-    report(run(QStringLiteral("Insert %1").arg(name), [&](NodeStep &step) -> platform::Result<void> {
+    auto inserted = run(QStringLiteral("Insert %1").arg(name), [&](NodeStep &step) -> platform::Result<void> {
         const Result made = document_.createElement(name);
         if (!made)
             return platform::Failure{made.reason()};
@@ -69,7 +69,9 @@ void NodeCommands::insertElement(const QString &name, const QStringList &attribu
         if (stray != names.end()) // the document would not parse
             return platform::Failure{QStringLiteral("The prefix of \"%1\" is not declared here").arg(*stray)};
         return {};
-    }));
+    });
+    report(inserted);
+    return inserted;
 }
 
 platform::Result<void> NodeCommands::insertAt(const QModelIndex &selected, dom::Node *node, NodeStep &step)
