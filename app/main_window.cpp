@@ -4,6 +4,7 @@
 #include "app/editor_host.h"
 #include "app/file_drop.h"
 #include "app/file_watch.h"
+#include "app/help_window.h"
 #include "app/node_editing.h"
 #include "app/node_images.h"
 #include "app/quick_tags_host.h"
@@ -416,7 +417,18 @@ void mainfrm::closeAssignedPreview() { editorHost_->closeAssignedPreview(); }
 
 void mainfrm::openPage(const QString &path)
 {
-    if (const auto opened = shell_.open(path); !opened)
+    if (!files::fileExists(path))
+        return note(tr("%1 is not there.").arg(path));
+    if (help_ == nullptr) {
+        help_ = new frmHelp(files::parentFolderOf(path), this);
+        connect(help_, &frmHelp::leftBy, this, &mainfrm::openAddress);
+    }
+    help_->open(path);
+}
+
+void mainfrm::openAddress(const QString &address)
+{
+    if (const auto opened = shell_.open(address); !opened)
         note(opened.reason());
 }
 

@@ -41,6 +41,7 @@ class DocumentMark;
 class EditorHost;
 class FileDrop;
 class FileWatch;
+class frmHelp;
 class NodeEditing;
 class QuickTagsHost;
 class RecentDocuments;
@@ -121,6 +122,7 @@ private:
     void helpIndex();
     void helpSearch();
     void about();
+    void openAddress(const QString &address); // a page of the web, in the desktop's browser
     void quickTags();
     void convertAndTidy();
     void tidyOptions();
@@ -175,6 +177,7 @@ private:
     std::unique_ptr<TidyHost> tidy_;
     std::unique_ptr<EditorHost> editorHost_;
     std::unique_ptr<FileDrop> drops_;
+    frmHelp *help_ = nullptr; // once it was asked for
     std::unique_ptr<DocumentMark> mark_;
     std::unique_ptr<FileWatch> watch_;
     std::unique_ptr<RecentDocuments> recent_;

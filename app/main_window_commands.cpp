@@ -73,7 +73,7 @@ void mainfrm::helpSearch() { session_->life().openHelp(document::HelpPage::Searc
 
 void mainfrm::about()
 {
-    frmAbout box(this, [this](const QString &address) { openPage(address); });
+    frmAbout box(this, [this](const QString &address) { openAddress(address); });
     box.exec();
 }
 

@@ -46,7 +46,7 @@ public:
     virtual void enterEditor() = 0; // XML Mode is entered: fresh line history, command states
 
     virtual void closeAssignedPreview() = 0;
-    virtual void openPage(const QString &path) = 0; // the shell's "Open" on a help page
+    virtual void openPage(const QString &path) = 0; // of the help
     virtual void showBusy(bool busy) = 0; // the pointer while a long step runs
 };
 

@@ -2,6 +2,7 @@
 #include "window_fixture.h"
 
 #include "app/commands.h"
+#include "app/help_window.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -133,19 +134,34 @@ private Q_SLOTS:
         QVERIFY(window.left);
     }
 
-    void helpGoesThroughTheShell()
+    void helpHasAWindowOfItsOwn()
     {
         Window window;
-        window.shell.refusal = u"There is no such page."_s;
-        for (const char *item : {"mnucontenets", "mnuindex", "mnuSearch"})
-            window.choose(item);
-        QCOMPARE(window.shell.opened,
-                 (QStringList{window.folders.program(u"Help/Zelph/Zelph.htm"_s),
-                              window.folders.program(u"Help/Zelph/opens_index_first.htm"_s),
-                              window.folders.program(u"Help/Zelph/opens_search_first.htm"_s)}));
-        QCOMPARE(window.note(), window.shell.refusal);
-        window.choose("mnuxmlmode");
-        QCOMPARE(window.note(), QString());
+        const auto page
+            = [&](const QString &name) { return window.folders.program(u"Help/Zelph/"_s + name); };
+        window.choose("mnuindex"); // before there are any pages
+        QVERIFY(window.note().startsWith(page(u"opens_index_first.htm"_s)));
+
+        const QString pages[] = {u"Zelph.htm"_s, u"opens_index_first.htm"_s, u"opens_search_first.htm"_s};
+        QVERIFY(QDir().mkpath(window.folders.program(u"Help/Zelph"_s)));
+        for (const QString &name : pages)
+            write(page(name), "<title>" + name.toUtf8() + "</title><a href='https://a.example/b'>out</a>");
+        const QAction *const items[]
+            = {window.action("mnucontenets"), window.action("mnuindex"), window.action("mnuSearch")};
+        for (int i = 0; i < 3; ++i) {
+            window.choose(items[i]->objectName().toUtf8().constData());
+            auto *help = window.main->findChild<app::frmHelp *>();
+            QVERIFY(help != nullptr && help->isVisible());
+            QTRY_COMPARE_WITH_TIMEOUT(help->windowTitle(), pages[i], 30000);
+            QCOMPARE(QFileInfo(help->shownPage()).canonicalFilePath(),
+                     QFileInfo(page(pages[i])).canonicalFilePath());
+        }
+        QVERIFY(window.shell.opened.isEmpty());
+        auto *help = window.main->findChild<app::frmHelp *>();
+        Q_EMIT help->leftBy(u"https://a.example/b"_s);
+        QCOMPARE(window.shell.opened, QStringList{u"https://a.example/b"_s});
+        help->findChild<QAction *>(u"helpClose"_s)->trigger();
+        QVERIFY(!help->isVisible());
     }
 };
 
