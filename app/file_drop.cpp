@@ -11,19 +11,18 @@ namespace app {
 
 namespace {
 
-QString firstLocalFile(const QMimeData &data)
+QStringList localPaths(const QMimeData &data)
 {
-    const QList<QUrl> urls = data.urls();
-    for (const QUrl &url : urls) {
+    QStringList paths;
+    for (const QUrl &url : data.urls())
         if (url.isLocalFile())
-            return url.toLocalFile();
-    }
-    return {};
+            paths.append(url.toLocalFile());
+    return paths;
 }
 
 } // namespace
 
-FileDrop::FileDrop(QWidget &window, std::function<void(const QString &)> dropped)
+FileDrop::FileDrop(QWidget &window, std::function<void(const QStringList &)> dropped)
     : window_(window), dropped_(std::move(dropped))
 {
     window_.setAcceptDrops(true);
@@ -41,13 +40,13 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
 
 bool FileDrop::take(QDropEvent &event)
 {
-    const QString path = firstLocalFile(*event.mimeData());
-    if (path.isEmpty())
+    const QStringList paths = localPaths(*event.mimeData());
+    if (paths.isEmpty())
         return false;
     event.setDropAction(Qt::CopyAction);
     event.accept();
     if (event.type() == QEvent::Drop)
-        QTimer::singleShot(0, this, [this, path] { dropped_(path); });
+        QTimer::singleShot(0, this, [this, paths] { dropped_(paths); });
     return true;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
+#include <QStringList>
 #include <functional>
 
 class QDropEvent;
@@ -13,9 +13,9 @@ namespace app {
 class FileDrop : public QObject
 {
 public:
-    // Watches the window and everything in it for as long as this lives. dropped gets the first local file's
-    // path, after the drop is over, so that it may ask questions.
-    FileDrop(QWidget &window, std::function<void(const QString &)> dropped);
+    // Watches the window and everything in it for as long as this lives. dropped gets the local paths,
+    // after the drop is over, so that it may ask questions.
+    FileDrop(QWidget &window, std::function<void(const QStringList &)> dropped);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -24,7 +24,7 @@ private:
     bool take(QDropEvent &event);
 
     QWidget &window_;
-    std::function<void(const QString &)> dropped_;
+    std::function<void(const QStringList &)> dropped_;
 };
 
 } // namespace app

@@ -1,3 +1,4 @@
+#include "app/command_line.h"
 #include "app/main_window.h"
 #include "app/read_ahead.h"
 #include "app/splash.h"
@@ -12,20 +13,49 @@
 #include "platform/system/settings_store.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIcon>
+#include <cstdio>
+
+namespace {
+
+// With those that the toolkit takes for itself, which are no wish for help at any rate.
+QStringList rawArguments(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    return arguments;
+}
+
+int say(const app::CommandLine &asked)
+{
+    const bool refused = asked.wish == app::CommandLine::Wish::Refused;
+    std::fputs(asked.said.toLocal8Bit().constData(), refused ? stderr : stdout);
+    return refused ? 2 : 0;
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
-    browser::prepareProcess();
-    QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zelph XML Editor"));
     QApplication::setApplicationVersion(QStringLiteral(XE_VERSION));
+    // What needs no window is said where there is no display either.
+    if (const app::CommandLine asked = app::readCommandLine(rawArguments(argc, argv));
+        asked.wish == app::CommandLine::Wish::Help || asked.wish == app::CommandLine::Wish::Version)
+        return say(asked);
+    browser::prepareProcess();
+    QApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("xmleditor"));
     QApplication::setWindowIcon(QIcon(dialogs::iconPath(QStringLiteral("xmleditor"))));
     // The one window to close for good says so itself; the start-up window must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const QStringList arguments = QApplication::arguments().mid(1);
+    const app::CommandLine asked = app::readCommandLine(QApplication::arguments().mid(1));
+    if (asked.wish != app::CommandLine::Wish::Edit)
+        return say(asked);
+    const QStringList first = asked.documents.first(qMin<qsizetype>(1, asked.documents.size()));
     dialogs::QtDialogs dialogs;
     shell::DesktopShell shell;
     settings::SettingsStore settings;
@@ -39,12 +69,18 @@ int main(int argc, char *argv[])
         QObject::connect(window.get(), &app::mainfrm::left, &application, [] { QApplication::exit(0); });
         QObject::connect(&endRequest, &shell::EndRequest::asked, window.get(), &app::mainfrm::endAtOnce);
         dialogs.setParentWindow(window.get());
-        window->prelodr(arguments);
+        window->prelodr(first);
         window->show();
+        for (const QString &path : asked.documents.sliced(first.size()))
+            static_cast<void>(shell.openWindow(path));
         // Not before the start-up window has gone.
         QMetaObject::invokeMethod(window.get(), &app::mainfrm::offerRecovery, Qt::QueuedConnection);
     });
-    splash.show();
-    app::readAhead(arguments.join(QLatin1Char(' ')).remove(QLatin1Char('"')));
+    // Who has a window already need not be told what the program is called.
+    if (folders.window() > 1)
+        splash.goOn();
+    else
+        splash.show();
+    app::readAhead(first.value(0));
     return QApplication::exec();
 }

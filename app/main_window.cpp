@@ -38,6 +38,7 @@ namespace {
 
 constexpr QSize firstSize(1024, 720); // pixels, before anybody chose another
 constexpr QSize leastSize(420, 300);
+constexpr int windowStep = 32; // pixels from one window to the next
 constexpr QSize frameAllowance(16, 64); // what a window manager may put around the window
 
 QString barsKey() { return QStringLiteral("window/bars"); }
@@ -58,8 +59,7 @@ mainfrm::mainfrm(const Outside &outside)
       model_(std::make_unique<tree::TreeModel>(session_->state().Document)),
       TreeView1(new tree::TreeView(*model_, frame_)),
       nodes_(std::make_unique<tree::NodeCommands>(*model_, session_->state().Document, *TreeView1, dialogs_)),
-      drops_(
-          std::make_unique<FileDrop>(*this, [this](const QString &path) { session_->life().openPath(path); }))
+      drops_(std::make_unique<FileDrop>(*this, [this](const QStringList &paths) { openDropped(paths); }))
 {
     setObjectName(QStringLiteral("mainfrm"));
     setMinimumSize(leastSize);
@@ -287,6 +287,22 @@ void mainfrm::prelodr(const QStringList &arguments)
     focusView();
 }
 
+// The first file here, each further one in a window of its own; a folder is no document.
+void mainfrm::openDropped(const QStringList &paths)
+{
+    QStringList folders;
+    QStringList documents;
+    for (const QString &path : paths)
+        (files::folderExists(path) ? folders : documents).append(path);
+    if (!documents.isEmpty())
+        session_->life().openPath(documents.takeFirst());
+    for (const QString &path : std::as_const(documents))
+        if (const auto opened = shell_.openWindow(path); !opened)
+            note(opened.reason());
+    if (!folders.isEmpty())
+        note(tr("%1 is a folder; only files can be opened.").arg(folders.join(QStringLiteral(", "))));
+}
+
 void mainfrm::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
@@ -443,11 +459,24 @@ void mainfrm::showBusy(bool busy)
 void mainfrm::restorePlace()
 {
     restoreState(settings_.blob(barsKey()));
-    if (restoreGeometry(settings_.blob(placeKey())))
-        return;
-    const QRect screen = QApplication::primaryScreen()->availableGeometry();
-    resize(firstSize.boundedTo(screen.size() - frameAllowance));
-    move(screen.center() - rect().center());
+    if (!restoreGeometry(settings_.blob(placeKey()))) {
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        resize(firstSize.boundedTo(screen.size() - frameAllowance));
+        move(screen.center() - rect().center());
+    }
+    if (folders_.window() > 1 && !isMaximized() && !isFullScreen())
+        standBeside(folders_.window() - 1);
+}
+
+// Every further window a step down and to the right, round and round, so that none hides the one before.
+void mainfrm::standBeside(int others)
+{
+    const QRect room = screen()->availableGeometry();
+    const QSize span = (room.size() - size() - frameAllowance).expandedTo({1, 1});
+    const QPoint from = pos() - room.topLeft();
+    move(room.topLeft()
+         + QPoint((from.x() + others * windowStep) % span.width(),
+                  (from.y() + others * windowStep) % span.height()));
 }
 
 void mainfrm::rememberPlace()

@@ -152,7 +152,9 @@ private:
     void tabChanged(int tab);
     void chooseMode(int tab);
     void focusView();
+    void openDropped(const QStringList &paths);
     void restorePlace();
+    void standBeside(int others);
     void rememberPlace();
 
     dialogs::Dialogs &dialogs_;

@@ -81,6 +81,16 @@ frmSplash::frmSplash(dialogs::Dialogs &dialogs, const QString &programFolder, st
 
 void frmSplash::stepWord() { Label3->setText(nextWord(Label3->text())); }
 
+void frmSplash::goOn()
+{
+    if (Timer2.isActive())
+        Timer2.start(0);
+}
+
+void frmSplash::keyPressEvent(QKeyEvent *) { goOn(); }
+
+void frmSplash::mousePressEvent(QMouseEvent *) { goOn(); }
+
 void frmSplash::check()
 {
     const QString missing = firstMissing(programFolder_);

@@ -102,8 +102,10 @@ void UserFolders::claimExchange()
     if (claim(data_))
         return;
     for (int window = 2; window <= mostWindows; ++window)
-        if (claim(data_ + QStringLiteral("/windows/") + QString::number(window)))
+        if (claim(data_ + QStringLiteral("/windows/") + QString::number(window))) {
+            window_ = window;
             return;
+        }
     exchange_ = data_;
     notes_.append(
         QStringLiteral("%1 cannot be had for this window alone; Tidy runs of several windows may meet.")

@@ -28,6 +28,9 @@ public:
     // their runs do not meet.
     const QString &exchange() const { return exchange_; }
 
+    // Which of the user's windows this is, from 1 on; a number is free again when its window has closed.
+    int window() const { return window_; }
+
     // One line for each thing that could not be done.
     const QStringList &notes() const { return notes_; }
 
@@ -38,6 +41,7 @@ private:
 
     QString data_;
     QString exchange_;
+    int window_ = 1;
     QStringList notes_;
     std::unique_ptr<OwnerLock> lock_; // on the exchange folder, for as long as the program runs
 };

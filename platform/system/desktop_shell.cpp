@@ -1,6 +1,8 @@
 #include "platform/system/desktop_shell.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -36,6 +38,12 @@ platform::Result<void> DesktopShell::open(const QString &pathOrAddress)
 platform::Result<void> DesktopShell::start(const QString &program, const QString &workingFolder)
 {
     return startDetached(program, workingFolder);
+}
+
+platform::Result<void> DesktopShell::openWindow(const QString &path)
+{
+    return startDetached(QCoreApplication::applicationFilePath(), QDir::currentPath(),
+                         {QStringLiteral("--"), QFileInfo(path).absoluteFilePath()});
 }
 
 } // namespace shell

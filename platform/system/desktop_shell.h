@@ -10,6 +10,7 @@ class DesktopShell : public Shell
 public:
     platform::Result<void> open(const QString &pathOrAddress) override;
     platform::Result<void> start(const QString &program, const QString &workingFolder) override;
+    platform::Result<void> openWindow(const QString &path) override;
 };
 
 } // namespace shell

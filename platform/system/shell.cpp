@@ -6,7 +6,8 @@
 
 namespace shell {
 
-platform::Result<void> startDetached(const QString &program, const QString &workingFolder)
+platform::Result<void> startDetached(const QString &program, const QString &workingFolder,
+                                     const QStringList &arguments)
 {
     const auto failure = [&](const QString &why) {
         return platform::Failure{QStringLiteral("%1 cannot be started: %2.").arg(program, why)};
@@ -17,6 +18,7 @@ platform::Result<void> startDetached(const QString &program, const QString &work
         return failure(QStringLiteral("the folder %1 is missing").arg(workingFolder));
     QProcess process;
     process.setProgram(QFileInfo(program).absoluteFilePath());
+    process.setArguments(arguments);
     process.setWorkingDirectory(workingFolder);
     if (!process.startDetached())
         return failure(process.errorString());

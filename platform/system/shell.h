@@ -4,6 +4,7 @@
 #include "platform/result.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace shell {
 
@@ -19,9 +20,13 @@ public:
     // Starts a program without arguments in a working folder and does not wait for it; it outlives this
     // program. Fails when it cannot be started.
     virtual platform::Result<void> start(const QString &program, const QString &workingFolder) = 0;
+
+    // Opens a file with this program in a window of its own, which is a process of its own.
+    virtual platform::Result<void> openWindow(const QString &path) = 0;
 };
 
-// What Shell::start does, for those who need no desktop.
-platform::Result<void> startDetached(const QString &program, const QString &workingFolder);
+// What Shell::start does, for those who need no desktop, and with arguments for who has some.
+platform::Result<void> startDetached(const QString &program, const QString &workingFolder,
+                                     const QStringList &arguments = {});
 
 } // namespace shell

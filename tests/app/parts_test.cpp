@@ -1,4 +1,5 @@
 // The parts of the main window that need no window.
+#include "app/command_line.h"
 #include "app/commands.h"
 #include "app/dependency_check.h"
 #include "app/layout_rule.h"
@@ -110,6 +111,46 @@ private Q_SLOTS:
             seen.insert(scope + keys.toString());
         }
         QVERIFY(!seen.isEmpty());
+    }
+
+    void theCommandLineIsUnderstood()
+    {
+        const QTemporaryDir folder;
+        const auto file = [&](const QString &name) {
+            const QString path = folder.filePath(name);
+            QFile made(path);
+            return made.open(QIODevice::WriteOnly) ? path : QString();
+        };
+        const QString plain = file(u"a.xml"_s);
+        const QString blank = file(u"a b.xml"_s);
+        const QString hash = file(u"a#1%20.xml"_s);
+        const QString odd = file(u"say \"x\".xml"_s);
+        using Wish = app::CommandLine::Wish;
+        const struct
+        {
+            QStringList arguments;
+            Wish wish;
+            QStringList documents;
+        } rows[] = {
+            {{}, Wish::Edit, {}},
+            {{plain}, Wish::Edit, {plain}},
+            {{plain, blank}, Wish::Edit, {plain, blank}},
+            {blank.split(u' '), Wish::Edit, {blank}},
+            {{u'"' + blank + u'"'}, Wish::Edit, {blank}},
+            {{odd}, Wish::Edit, {odd}},
+            {{QUrl::fromLocalFile(hash).toString(QUrl::FullyEncoded)}, Wish::Edit, {hash}},
+            {{u"file:///no/such%20one.xml"_s, u"new.xml"_s}, Wish::Edit, {u"/no/such one.xml"_s, u"new.xml"_s}},
+            {{u"--help"_s, plain}, Wish::Help, {}},
+            {{plain, u"-v"_s}, Wish::Version, {}},
+            {{u"--hepl"_s}, Wish::Refused, {}},
+            {{u"--"_s, u"--help"_s}, Wish::Edit, {u"--help"_s}},
+        };
+        for (const auto &row : rows) {
+            const app::CommandLine read = app::readCommandLine(row.arguments);
+            QCOMPARE(read.wish, row.wish);
+            QCOMPARE(read.documents, row.documents);
+            QCOMPARE(read.said.isEmpty(), row.wish == Wish::Edit);
+        }
     }
 
     // Where no icon theme is installed.

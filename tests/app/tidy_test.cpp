@@ -27,6 +27,7 @@ public:
     {
         return shell::startDetached(program, workingFolder);
     }
+    platform::Result<void> openWindow(const QString &) override { return {}; }
 };
 
 void layOutTidy(const Folders &folders)

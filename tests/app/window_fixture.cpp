@@ -21,6 +21,8 @@ platform::Result<void> NotedShell::open(const QString &pathOrAddress)
 
 platform::Result<void> NotedShell::start(const QString &program, const QString &) { return open(program); }
 
+platform::Result<void> NotedShell::openWindow(const QString &path) { return open(u"window "_s + path); }
+
 Folders::Folders()
 {
     QDir whole(whole_.path());

@@ -22,6 +22,7 @@ class NotedShell : public shell::Shell
 public:
     platform::Result<void> open(const QString &pathOrAddress) override;
     platform::Result<void> start(const QString &program, const QString &workingFolder) override;
+    platform::Result<void> openWindow(const QString &path) override;
 
     QStringList opened;
     QString refusal; // when not empty, why nothing is opened
