@@ -22,11 +22,13 @@ QString makersWebSite() { return QStringLiteral("https://zelph.example/"); }
 
 QString disclaimer()
 {
-    return QStringLiteral(
-        "Free software, without warranty of any kind to the extent that the law permits: you may use it, pass it on "
-        "and change it under the terms of the GNU General Public License, version 3, which its editor component "
-        "(QScintilla) asks for. The program's own source is also yours under the Expat licence. Keep copies of your "
-        "documents.");
+    return QStringLiteral("Free software, without warranty of any kind to the extent that the law permits: "
+                          "you may use it, pass it on "
+                          "and change it under the terms of the GNU General Public License, version 3, which "
+                          "its editor component "
+                          "(QScintilla) asks for. The program's own source is also yours under the Expat "
+                          "licence. Keep copies of your "
+                          "documents.");
 }
 
 QLabel *heading(QWidget *parent)

@@ -80,7 +80,7 @@ void CommandSet::bind(const char *name, const std::function<void()> &run)
 {
     QAction *bound = action(text(name));
     if (bound == nullptr)
-        return;
+        qFatal("There is no command %s to bind anything to.", name);
     const bool again = bound_.contains(text(name));
     bound_.insert(text(name), run);
     if (again)
@@ -119,10 +119,20 @@ void CommandSet::refreshIcons()
             shown->setIcon(dialogs::themeIcon(text(row.icon)));
 }
 
+QStringList CommandSet::unbound() const
+{
+    QStringList names;
+    for (auto it = actions_.cbegin(); it != actions_.cend(); ++it)
+        if (!bound_.contains(it.key()))
+            names.append(it.key());
+    return names;
+}
+
 void CommandSet::disableUnbound()
 {
+    const QStringList names = unbound();
     for (auto it = actions_.cbegin(); it != actions_.cend(); ++it)
-        it.value()->setEnabled(bound_.contains(it.key()));
+        it.value()->setEnabled(!names.contains(it.key()));
 }
 
 } // namespace app

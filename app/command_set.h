@@ -14,6 +14,8 @@ struct Command;
 
 class CommandSet : public QObject
 {
+    Q_OBJECT
+
 public:
     // Makes an action for every row that has one, named as its menu item.
     explicit CommandSet(QObject *parent);
@@ -22,7 +24,8 @@ public:
     QAction *action(const QString &name) const { return actions_.value(name); }
     QAction *action(const Command &row) const;
 
-    // Says what a command does, in place of what was said before.
+    // Says what a command does, in place of what was said before. A name that no row has is a slip in the
+    // program, which ends with it: left alone it would only make an item grey.
     void bind(const char *name, const std::function<void()> &run);
 
     // Called before each run of a command.
@@ -41,6 +44,9 @@ public:
 
     // Commands that nothing was bound to cannot be chosen.
     void disableUnbound();
+
+    // The names of the commands that nothing was bound to.
+    QStringList unbound() const;
 
 private:
     QHash<QString, QAction *> actions_;

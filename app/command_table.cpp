@@ -161,6 +161,11 @@ constexpr Command commands[] = {
     {.menu = "mnuview", .caption = "-"},
     {.menu = "mnuview", .name = "mnuAssignedfilePre", .caption = "Assigned file Preview", .toolbar = "Toolbar1",
      .key = "asign", .place = 24, .icon = "document-preview", .checkable = true},
+    {.menu = "mnuview", .caption = "-"},
+    {.menu = "mnuview", .name = "mnucolours", .caption = "&Colours", .submenu = true},
+    {.menu = "mnucolours", .name = "mnulight", .caption = "&Light", .checkable = true},
+    {.menu = "mnucolours", .name = "mnudark", .caption = "&Dark", .checkable = true},
+    {.menu = "mnucolours", .name = "mnudesktopcolours", .caption = "&As the Desktop", .checkable = true},
 
     {.menu = "mnuinsert", .name = "mnuelement", .caption = "Element", .toolbar = "Toolbar5", .key = "element",
      .place = 11, .icon = "xe-element", .tip = "Element",

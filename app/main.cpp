@@ -1,3 +1,4 @@
+#include "app/appearance.h"
 #include "app/command_line.h"
 #include "app/main_window.h"
 #include "app/read_ahead.h"
@@ -59,6 +60,7 @@ int main(int argc, char *argv[])
     dialogs::QtDialogs dialogs;
     shell::DesktopShell shell;
     settings::SettingsStore settings;
+    app::putOn(app::chosenAppearance(settings));
     const files::UserFolders folders(files::programFolder());
     const auto previews = browser::warmUp();
     const shell::EndRequest endRequest;

@@ -37,6 +37,7 @@ class Shell;
 
 namespace app {
 
+struct Appearance;
 class DocumentMark;
 class EditorHost;
 class FileDrop;
@@ -136,6 +137,8 @@ private:
     void browsed();
 
     void addToolBars();
+    void bindAppearances();
+    void showAppearance(const Appearance &chosen);
     void addViews();
     void connectEditor();
     void connectTree();

@@ -1,5 +1,6 @@
 // What the main window's own commands do. Those of the editor are bound in editor_routing.cpp.
 #include "app/about.h"
+#include "app/appearance.h"
 #include "app/editor_host.h"
 #include "app/main_window.h"
 #include "app/quick_tags_host.h"
@@ -42,9 +43,26 @@ void mainfrm::bindCommands()
     };
     for (const Binding &binding : bindings)
         commands_.bind(binding.name, [this, run = binding.run] { (this->*run)(); });
+    bindAppearances();
     commands_.setBeforeRun([this] { note({}); });
     commands_.disableUnbound();
     browsed(); // nowhere yet
+}
+
+void mainfrm::bindAppearances()
+{
+    for (const Appearance &row : appearances())
+        commands_.bind(row.command, [this, &row] {
+            putOn(row, &settings_);
+            showAppearance(row);
+        });
+    showAppearance(chosenAppearance(settings_));
+}
+
+void mainfrm::showAppearance(const Appearance &chosen)
+{
+    for (const Appearance &row : appearances())
+        commands_.action(QLatin1String(row.command))->setChecked(row.ground == chosen.ground);
 }
 
 void mainfrm::New() { session_->life().newDocument(); }

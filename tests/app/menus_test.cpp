@@ -1,6 +1,8 @@
 // The main window as it is offered: menus, toolbars, shortcuts. What each is called the help tells as well.
 #include "window_fixture.h"
 
+#include "app/appearance.h"
+#include "app/command_set.h"
 #include "app/commands.h"
 #include "app/help_window.h"
 
@@ -132,6 +134,29 @@ private Q_SLOTS:
         window.choose("mnuxmlmode");
         QTest::keyClick(window.editor(), Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(window.left);
+    }
+
+    void everyCommandDoesSomething()
+    {
+        const Window window;
+        // A heading above the commands for a selection, not a command.
+        QCOMPARE(window.main->findChild<app::CommandSet *>()->unbound(), QStringList{u"editcmxsub_12"_s});
+    }
+
+    void coloursAreChosenAndKept()
+    {
+        const Folders folders;
+        const auto ground = [] { return QApplication::palette().color(QPalette::Window).lightness(); };
+        for (const auto &[item, isDark] : {std::pair("mnudark", true), {"mnulight", false}}) {
+            Window window(folders);
+            window.choose(item);
+            QCOMPARE(ground() < 128, isDark);
+            QVERIFY(window.action(item)->isChecked() && !window.action("mnudesktopcolours")->isChecked());
+            QCOMPARE(app::chosenAppearance(window.settings).command, item);
+        }
+        Window window(folders);
+        QVERIFY(window.action("mnulight")->isChecked());
+        window.choose("mnudesktopcolours");
     }
 
     void helpHasAWindowOfItsOwn()
