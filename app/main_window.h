@@ -123,6 +123,7 @@ private:
     void helpIndex();
     void helpSearch();
     void about();
+    void listCommands();
     void openAddress(const QString &address); // a page of the web, in the desktop's browser
     void quickTags();
     void convertAndTidy();

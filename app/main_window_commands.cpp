@@ -1,6 +1,8 @@
 // What the main window's own commands do. Those of the editor are bound in editor_routing.cpp.
 #include "app/about.h"
+#include "app/all_commands.h"
 #include "app/appearance.h"
+#include "app/command_list.h"
 #include "app/editor_host.h"
 #include "app/main_window.h"
 #include "app/quick_tags_host.h"
@@ -37,6 +39,7 @@ void mainfrm::bindCommands()
         {"mnuindex", &mainfrm::helpIndex},
         {"mnuSearch", &mainfrm::helpSearch},
         {"mnuabout", &mainfrm::about},
+        {"mnucommands", &mainfrm::listCommands},
         {"back", &mainfrm::browseBack},
         {"forward", &mainfrm::browseForward},
         {"refreash", &mainfrm::browseReload},
@@ -93,6 +96,19 @@ void mainfrm::about()
 {
     frmAbout box(this, [this](const QString &address) { openAddress(address); });
     box.exec();
+}
+
+void mainfrm::listCommands()
+{
+    std::function<void()> run;
+    {
+        CommandList list(allCommands(commands_, *CodeMax1, currentTab()), this);
+        list.exec();
+        run = list.chosen();
+    }
+    focusView();
+    if (run)
+        run();
 }
 
 void mainfrm::quickTags() { quickTags_->show(this); }

@@ -2,16 +2,20 @@
 #include "window_fixture.h"
 
 #include "app/appearance.h"
+#include "app/command_list.h"
 #include "app/command_set.h"
 #include "app/commands.h"
 #include "app/help_window.h"
+#include "platform/control/editor_commands.h"
 
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QTabBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeWidget>
 
 using namespace app_test;
 using namespace Qt::StringLiterals;
@@ -141,6 +145,34 @@ private Q_SLOTS:
         const Window window;
         // A heading above the commands for a selection, not a command.
         QCOMPARE(window.main->findChild<app::CommandSet *>()->unbound(), QStringList{u"editcmxsub_12"_s});
+    }
+
+    // By words of its name, whether or not it stands in a menu.
+    void everyCommandIsListedAndRuns()
+    {
+        Window window;
+        window.choose("mnuxmlmode");
+        window.editor()->loadText("b\na\nc");
+        window.editor()->execute(137);
+        QSet<QString> listed;
+        QTimer::singleShot(0, window.main.get(), [&] {
+            auto *list = qobject_cast<app::CommandList *>(QApplication::activeModalWidget());
+            auto *rows = list->findChild<QTreeWidget *>();
+            for (int row = 0; row < rows->topLevelItemCount(); ++row)
+                listed.insert(rows->topLevelItem(row)->text(0) + u'/' + rows->topLevelItem(row)->text(1));
+            QCOMPARE(listed.size(), rows->topLevelItemCount()); // and none twice
+            QTest::keyClicks(list->findChild<QLineEdit *>(), u"descend sort"_s);
+            QTest::keyClick(list->findChild<QLineEdit *>(), Qt::Key_Return);
+        });
+        window.choose("mnucommands");
+        QCOMPARE(window.editor()->text(), QByteArray("c\nb\na"));
+        for (const control::EditorCommand &command : control::editorCommands()) {
+            const bool inMenu
+                = std::any_of(app::commandTable().begin(), app::commandTable().end(),
+                              [&](const auto &row) { return row.editorCommand == command.number; });
+            QVERIFY2(inMenu || listed.contains(QLatin1String(command.name) + u"/Text in XML Mode"_s),
+                     command.name);
+        }
     }
 
     void coloursAreChosenAndKept()
