@@ -1,11 +1,8 @@
 // Editing by structure: the commands that act on the tree's selected node.
 //
-// Document and rows are edited side by side, in place; nothing is rebuilt, and each command costs what it
+// The document is edited in place and the rows follow; nothing is rebuilt, and each command costs what it
 // touches. A command lands whole or not at all: what the document refuses leaves document, rows and selection
 // as they were, and noted() says why. What landed is one step of the history.
-//
-// After a drop the order of rows differs from the document's. Commands then go by what is seen: a node's
-// neighbours are those of its row, and where its row goes the node goes too, next to the same neighbour.
 #pragma once
 
 #include "platform/dialogs/dialogs.h"
@@ -85,8 +82,8 @@ private:
 
     platform::Result<void> insertAt(const QModelIndex &selected, dom::Node *node, NodeStep &step);
     platform::Result<void> moveVertically(const QModelIndex &moved, int by, NodeStep &step);
-    platform::Result<void> moveInto(const QModelIndex &moved, const QModelIndex &parent, int row,
-                                    dom::Node *reference, NodeStep &step);
+    platform::Result<void> moveInto(const QModelIndex &moved, const QModelIndex &parent, dom::Node *reference,
+                                    NodeStep &step);
     void deleteRoot();
     void settleMoved(const QModelIndex &moved, NodeStep &step);
     void setOpen(const QModelIndex &node, bool open, NodeStep &step);

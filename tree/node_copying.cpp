@@ -30,15 +30,11 @@ void NodeCommands::Paste()
         const auto copy = clipboard_.paste();
         if (!copy)
             return platform::Failure{copy.reason()};
-        {
-            const RowsByHand byHand(model_);
-            auto done = document_.appendChild(model_.GetNodepar(target), *copy);
-            if (done)
-                done = takeScopeAlong(document_, *copy, clipboard_.scope());
-            if (!done)
-                return done;
-        }
-        model_.insertLast(target, *copy);
+        auto done = document_.appendChild(model_.GetNodepar(target), *copy);
+        if (done)
+            done = takeScopeAlong(document_, *copy, clipboard_.scope());
+        if (!done)
+            return done;
         if (!face_.isOpen(target))
             setOpen(target, true, step); // what was pasted is in sight
         return {};
@@ -53,19 +49,9 @@ void NodeCommands::Delete()
         return;
     if (!selected.parent().isValid())
         return deleteRoot();
-    report(run(QStringLiteral("Delete"), [&](NodeStep &step) -> platform::Result<void> {
-        step.before.opened = openBelow(selected);
-        {
-            const RowsByHand byHand(model_);
-            auto done = document_.removeChild(node->parent(), node);
-            if (!done)
-                return done;
-        }
-        const QModelIndex next
-            = selected.row() > 0 ? selected.sibling(selected.row() - 1, 0) : selected.parent();
-        face_.select(next);
-        model_.remove(selected);
-        return {};
+    report(run(QStringLiteral("Delete"), [&](NodeStep &) -> platform::Result<void> {
+        face_.select(selected.row() > 0 ? selected.sibling(selected.row() - 1, 0) : selected.parent());
+        return document_.removeChild(node->parent(), node);
     }));
 }
 

@@ -78,20 +78,11 @@ platform::Result<void> NodeCommands::insertAt(const QModelIndex &selected, dom::
 {
     dom::Node *at = model_.GetNodepar(selected);
     const bool below = isElement(selected);
-    {
-        const RowsByHand byHand(model_);
-        auto done = below ? document_.appendChild(at, node)
-                          : document_.insertBefore(at->parent(), node, at->nextSibling());
-        if (!done)
-            return done;
-    }
-    if (!below) {
-        model_.insertAfter(selected, node);
-        return {};
-    }
-    model_.insertLast(selected, node);
-    setOpen(selected, true, step);
-    return {};
+    auto done = below ? document_.appendChild(at, node)
+                      : document_.insertBefore(at->parent(), node, at->nextSibling());
+    if (done && below)
+        setOpen(selected, true, step);
+    return done;
 }
 
 } // namespace tree

@@ -33,7 +33,6 @@ void NodeCommands::MoveNode(Direction direction)
         return;
     const QModelIndex node = face_.selected();
     const QModelIndex parent = node.parent();
-    const QModelIndex before = node.siblingAtRow(node.row() - 1);
     report(run(QLatin1String(names[size_t(direction)]), [&](NodeStep &step) {
         switch (direction) {
         case Direction::Up:
@@ -41,53 +40,38 @@ void NodeCommands::MoveNode(Direction direction)
         case Direction::Down:
             return moveVertically(node, 1, step);
         case Direction::Left:
-            return moveInto(node, parent.parent(), parent.row() + 1, model_.GetNodepar(parent)->nextSibling(),
-                            step);
+            return moveInto(node, parent.parent(), model_.GetNodepar(parent)->nextSibling(), step);
         default:
-            return moveInto(node, before, model_.rowCount(before), nullptr, step);
+            return moveInto(node, node.siblingAtRow(node.row() - 1), nullptr, step);
         }
     }));
 }
 
-// Neighbours in the document change places; the layout stays where it is. Where the rows' neighbours are none
-// in the document, the node goes beside that of the row it passes.
+// Neighbours change places; the layout stays where it is.
 platform::Result<void> NodeCommands::moveVertically(const QModelIndex &moved, int by, NodeStep &step)
 {
     dom::Node *node = model_.GetNodepar(moved);
     dom::Node *passed = model_.GetNodepar(moved.siblingAtRow(moved.row() + by));
-    dom::Node *parent = node->parent();
-    {
-        const RowsByHand byHand(model_);
-        const bool neighbours = (by < 0 ? node->previousSibling() : node->nextSibling()) == passed;
-        auto done = neighbours
-            ? document_.exchange(node, passed)
-            : document_.insertBefore(parent, node, by < 0 ? passed : passed->nextSibling());
-        if (!done)
-            return done;
-    }
-    const int row = by < 0 ? moved.row() - 1 : moved.row() + 2;
-    settleMoved(model_.move(moved, moved.parent(), row), step);
-    return {};
+    auto done = model_.move(node, node->parent(), [&] { return document_.exchange(node, passed); });
+    if (done)
+        settleMoved(model_.find(node), step);
+    return done;
 }
 
-platform::Result<void> NodeCommands::moveInto(const QModelIndex &moved, const QModelIndex &parent, int row,
+platform::Result<void> NodeCommands::moveInto(const QModelIndex &moved, const QModelIndex &parent,
                                               dom::Node *reference, NodeStep &step)
 {
     dom::Node *node = model_.GetNodepar(moved);
+    dom::Node *into = model_.GetNodepar(parent);
     const Scope scope = scopeOf(node->parent());
-    const QPersistentModelIndex target(parent);
-    {
-        const RowsByHand byHand(model_);
-        auto done = document_.insertBefore(model_.GetNodepar(parent), node, reference);
-        if (done)
-            done = takeScopeAlong(document_, node, scope);
-        if (!done)
-            return done;
-    }
-    const QPersistentModelIndex arrived = model_.move(moved, parent, row);
-    if (!face_.isOpen(target))
+    auto done = model_.move(node, into, [&] { return document_.insertBefore(into, node, reference); });
+    if (done)
+        done = takeScopeAlong(document_, node, scope);
+    if (!done)
+        return done;
+    if (const QModelIndex target = model_.find(into); !face_.isOpen(target))
         setOpen(target, true, step); // the moved node stays in sight
-    settleMoved(arrived, step);
+    settleMoved(model_.find(node), step);
     return {};
 }
 
@@ -102,11 +86,17 @@ void NodeCommands::settleMoved(const QModelIndex &moved, NodeStep &step)
 
 platform::Result<void> NodeCommands::drop(const QModelIndex &dragged, const QModelIndex &target)
 {
-    return run(QStringLiteral("Move"), [&](NodeStep &) -> platform::Result<void> {
+    return run(QStringLiteral("Move"), [&](NodeStep &step) -> platform::Result<void> {
         dom::Node *node = model_.GetNodepar(dragged);
+        dom::Node *into = model_.GetNodepar(target);
+        const bool isThere = node && into && into->firstChild() == node;
         const Scope scope = node ? scopeOf(node->parent()) : Scope();
         auto done = model_.drop(dragged, target);
-        return done ? takeScopeAlong(document_, node, scope) : done;
+        if (done && !isThere)
+            done = takeScopeAlong(document_, node, scope);
+        if (const QModelIndex onto = model_.find(into); done && !isThere && !face_.isOpen(onto))
+            setOpen(onto, true, step); // what was dropped stays in sight
+        return done;
     });
 }
 

@@ -1,6 +1,5 @@
-// What became of the rows in one step: enough to take it back and to do it again, row for row.
-//
-// The document's own change set cannot tell: after a drop, rows and document differ in order.
+// What became of the rows in one step, as far as the document's own change set does not tell: rows follow
+// that by themselves when the step is taken back or done again.
 #pragma once
 
 #include "tree/label.h"
@@ -16,20 +15,16 @@ struct RowEdit
 {
     enum class Kind
     {
-        Inserted, // at to, toRow
-        Removed, // from from, fromRow
-        Moved, // rows counted without the moved one
-        Relabelled, // the row at to, toRow
-        KeysLengthened, // of all below the row at to, toRow
+        Moved, // a removal and an insertion to the document; at most once in a step
+        Relabelled,
+        KeysLengthened, // of all below the row
         TreeExchanged // all rows for others
     };
 
     Kind kind;
-    dom::Node *node = nullptr;
-    dom::Node *from = nullptr; // parents, as nodes of the document: rows come and go with them
-    int fromRow = 0;
-    dom::Node *to = nullptr;
-    int toRow = 0;
+    dom::Node *node = nullptr; // that the row shows
+    dom::Node *from = nullptr; // Moved: the parents
+    dom::Node *into = nullptr;
     TagRule ruleBefore = TagRule::WithoutOwnNamespace; // Relabelled
     std::shared_ptr<TreeRows> treeBefore = nullptr; // TreeExchanged
     std::shared_ptr<TreeRows> treeAfter = nullptr;

@@ -22,16 +22,15 @@ qint64 Run::rowOf(const TreeNode *node) const
 RowList::RowList(TreeNode *owner, qint64 count) : owner_(owner), count_(count), shown_(count)
 {
     if (count > 0)
-        addRun(0, 0, count, 0);
+        addRun(0, 0, count);
 }
 
-void RowList::addRun(size_t at, qint64 firstRow, qint64 count, qint64 firstDom)
+void RowList::addRun(size_t at, qint64 firstRow, qint64 count)
 {
     auto run = std::make_unique<Run>();
     run->list = this;
     run->firstRow = firstRow;
     run->count = count;
-    run->firstDom = firstDom;
     runs_.insert(runs_.begin() + qsizetype(at), std::move(run));
     sums_.clear();
 }
@@ -59,53 +58,26 @@ TreeNode *RowList::made(qint64 row) const
     return runs_[at]->nodes[size_t(row - runs_[at]->firstRow)].get();
 }
 
-qint64 RowList::domIndexOf(qint64 row) const
-{
-    const Run &run = *runs_[runAt(row)];
-    return run.firstDom + (row - run.firstRow);
-}
-
-std::optional<qint64> RowList::unmadeRowOf(qint64 domIndex) const
-{
-    for (const auto &run : runs_) {
-        if (!run->made() && domIndex >= run->firstDom && domIndex < run->firstDom + run->count)
-            return run->firstRow + (domIndex - run->firstDom);
-    }
-    return std::nullopt;
-}
-
-TreeNode *RowList::find(const dom::Node *node) const
-{
-    for (const auto &run : runs_) {
-        for (const auto &candidate : run->nodes) {
-            if (candidate->dom == node)
-                return candidate.get();
-        }
-    }
-    return nullptr;
-}
-
 TreeNode *RowList::make(qint64 row, const Maker &from)
 {
     if (TreeNode *known = made(row))
         return known;
     // Cut the block out of its run, along the document's blocks.
     size_t at = runAt(row);
-    const qint64 domIndex = domIndexOf(row);
-    const qint64 blockBegin = domIndex - domIndex % blockSize;
-    if (blockBegin > runs_[at]->firstDom) {
-        splitUnmade(at, blockBegin - runs_[at]->firstDom);
+    const qint64 blockBegin = row - row % blockSize;
+    if (blockBegin > runs_[at]->firstRow) {
+        splitUnmade(at, blockBegin - runs_[at]->firstRow);
         ++at;
     }
     Run &run = *runs_[at];
-    const qint64 size = blockBegin + blockSize - run.firstDom;
+    const qint64 size = blockBegin + blockSize - run.firstRow;
     if (size < run.count)
         splitUnmade(at, size);
 
     std::vector<std::unique_ptr<TreeNode>> nodes;
     nodes.reserve(size_t(run.count));
     for (qint64 i = 0; i < run.count; ++i) {
-        nodes.push_back(from(run.firstDom + i));
+        nodes.push_back(from(run.firstRow + i));
         nodes.back()->run = &run;
     }
     run.nodes = std::move(nodes);
@@ -115,7 +87,7 @@ TreeNode *RowList::make(qint64 row, const Maker &from)
 void RowList::splitUnmade(size_t run, qint64 before)
 {
     Run &first = *runs_[run];
-    addRun(run + 1, first.firstRow + before, first.count - before, first.firstDom + before);
+    addRun(run + 1, first.firstRow + before, first.count - before);
     first.count = before;
 }
 
@@ -138,7 +110,7 @@ void RowList::insert(qint64 row, std::unique_ptr<TreeNode> node)
         if (at > 0 && runs_[at - 1]->made())
             --at;
         else
-            addRun(at, row, 0, 0);
+            addRun(at, row, 0);
     }
     Run &run = *runs_[at];
     node->run = &run;
@@ -156,7 +128,7 @@ void RowList::halveWhenLong(size_t run)
     if (first.nodes.size() <= splitSize)
         return;
     const qint64 half = first.count / 2;
-    addRun(run + 1, first.firstRow + half, first.count - half, 0);
+    addRun(run + 1, first.firstRow + half, first.count - half);
     Run &second = *runs_[run + 1];
     second.nodes.assign(std::make_move_iterator(first.nodes.begin() + half),
                         std::make_move_iterator(first.nodes.end()));
@@ -184,27 +156,6 @@ std::unique_ptr<TreeNode> RowList::take(qint64 row)
     if (run.count == 0)
         runs_.erase(runs_.begin() + qsizetype(at));
     return node;
-}
-
-void RowList::domInserted(qint64 index)
-{
-    for (size_t i = 0; i < runs_.size(); ++i) {
-        Run &run = *runs_[i];
-        if (run.made() || run.firstDom + run.count <= index)
-            continue;
-        if (run.firstDom < index)
-            splitUnmade(i, index - run.firstDom); // the second half is shifted by the next turn
-        else
-            ++run.firstDom;
-    }
-}
-
-void RowList::domRemoved(qint64 index)
-{
-    for (const auto &run : runs_) {
-        if (!run->made() && run->firstDom > index)
-            --run->firstDom;
-    }
 }
 
 void RowList::forEachMade(const std::function<void(TreeNode &)> &visit) const

@@ -1,18 +1,15 @@
 // The rows below one tree node.
 //
-// A list starts as one run that mirrors the children of the document node and costs nothing a child. Looking
-// at a row makes the tree nodes of the block around it. A list also knows how many rows are to be seen for
-// what is open in it, so that a place among millions of them is found without walking. The order of the rows
-// is the list's own: after a drop it differs from the document's, and only rows that nobody has looked at
-// still go by position in the document. What the document gains and loses must be told (domInserted,
-// domRemoved), or those would show the wrong nodes.
+// A row shows the child at its position in the document: a list is told of all that the document gains and
+// loses below its node, and has no order of its own. It starts as one run, which costs nothing a child.
+// Looking at a row makes the tree nodes of the block around it. A list also knows how many rows are to be
+// seen for what is open in it, so that a place among millions of them is found without walking.
 #pragma once
 
 #include "tree/tree_node.h"
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace tree {
@@ -23,26 +20,20 @@ public:
     static constexpr qint64 blockSize = 64; // the document's own blocks are as large
     static constexpr size_t splitSize = 128; // an edited run is halved beyond this
 
-    // The rows below owner (null: the list of the root alone), mirroring count children.
+    // The rows below owner, which has count children (null: the list of the root alone).
     RowList(TreeNode *owner, qint64 count);
 
     TreeNode *owner() const { return owner_; }
     qint64 count() const { return count_; }
 
     TreeNode *made(qint64 row) const; // null when not made, or out of range
-    qint64 domIndexOf(qint64 row) const; // of a row that is not made
-    std::optional<qint64> unmadeRowOf(qint64 domIndex) const; // the row that mirrors that child, if any does
-    TreeNode *find(const dom::Node *node) const; // among the made ones; costs as many as there are
 
-    // Makes the nodes of the block around row, which is in range; from gives the node for a child's index.
-    using Maker = std::function<std::unique_ptr<TreeNode>(qint64 domIndex)>;
+    // Makes the nodes of the block around row, which is in range; from gives the node of a row.
+    using Maker = std::function<std::unique_ptr<TreeNode>(qint64 row)>;
     TreeNode *make(qint64 row, const Maker &from);
 
     void insert(qint64 row, std::unique_ptr<TreeNode> node);
     std::unique_ptr<TreeNode> take(qint64 row); // a made one
-
-    void domInserted(qint64 index);
-    void domRemoved(qint64 index); // the row of that child has been made or taken before
 
     // What is seen of this list: its rows and, after each, what is open below it.
     qint64 shown() const { return shown_; }
@@ -64,7 +55,7 @@ private:
     void splitUnmade(size_t run, qint64 before); // in two: before rows, and the rest
     void halveWhenLong(size_t run);
     void shiftRows(size_t fromRun, qint64 by);
-    void addRun(size_t at, qint64 firstRow, qint64 count, qint64 firstDom);
+    void addRun(size_t at, qint64 firstRow, qint64 count);
     void addShown(qint64 rows); // here, and wherever this list is to be seen
     const std::vector<qint64> &sums() const; // rows seen before each run
 

@@ -1,6 +1,7 @@
 // Rows on record: how what a step did to them is taken back and done again.
 #include "tree/tree_model.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tree {
@@ -14,8 +15,7 @@ QModelIndex TreeModel::find(const dom::Node *node) const
     RowList *around = node->parent() ? rows_->listOf(node->parent()) : nullptr;
     if (!around || !rows_->isInTree(*around))
         return {};
-    const qint64 row = rows_->rowOf(*around, node, node->indexInParent());
-    return row < 0 ? QModelIndex() : createIndex(int(row), 0, around);
+    return createIndex(int(node->indexInParent()), 0, around);
 }
 
 QModelIndex TreeModel::reach(const dom::Node *node)
@@ -56,103 +56,49 @@ void TreeModel::record(const RowEdit &edit)
 
 void TreeModel::revert(const RowEdits &edits, const std::function<void()> &turnDocument)
 {
-    {
-        const RowsByHand byHand(*this);
-        turnDocument();
-    }
-    for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
-        switch (edit->kind) {
-        case RowEdit::Kind::Inserted:
-            takeAway(edit->to, edit->toRow);
-            break;
-        case RowEdit::Kind::Removed:
-            putBack(edit->from, edit->fromRow, edit->node);
-            break;
-        case RowEdit::Kind::Moved:
-            shift(edit->to, edit->toRow, edit->from, edit->fromRow);
-            break;
-        case RowEdit::Kind::Relabelled:
-            relabel(on(*edit), edit->ruleBefore);
-            break;
-        case RowEdit::Kind::KeysLengthened:
-            addToKeysBelow(*nodeAt(on(*edit)), -1);
-            break;
-        case RowEdit::Kind::TreeExchanged:
-            show(edit->treeBefore);
-            break;
-        }
-    }
+    turn(edits, true, turnDocument);
 }
 
 void TreeModel::reapply(const RowEdits &edits, const std::function<void()> &turnDocument)
 {
-    {
-        const RowsByHand byHand(*this);
+    turn(edits, false, turnDocument);
+}
+
+void TreeModel::turn(const RowEdits &edits, bool back, const std::function<void()> &turnDocument)
+{
+    const auto moved = std::find_if(edits.begin(), edits.end(),
+                                    [](const RowEdit &edit) { return edit.kind == RowEdit::Kind::Moved; });
+    if (moved == edits.end()) {
         turnDocument();
+    } else {
+        (void)move(moved->node, back ? moved->from : moved->into, [&turnDocument] {
+            turnDocument();
+            return platform::Result<void>();
+        });
     }
-    for (const RowEdit &edit : edits) {
-        switch (edit.kind) {
-        case RowEdit::Kind::Inserted:
-            putBack(edit.to, edit.toRow, edit.node);
-            break;
-        case RowEdit::Kind::Removed:
-            takeAway(edit.from, edit.fromRow);
-            break;
-        case RowEdit::Kind::Moved:
-            shift(edit.from, edit.fromRow, edit.to, edit.toRow);
-            break;
-        case RowEdit::Kind::Relabelled:
-            relabel(on(edit), TagRule::AsItStands);
-            break;
-        case RowEdit::Kind::KeysLengthened:
-            addToKeysBelow(*nodeAt(on(edit)), 1);
-            break;
-        case RowEdit::Kind::TreeExchanged:
-            show(edit.treeAfter);
-            break;
-        }
-    }
+    for (const RowEdit &edit : edits)
+        turnRow(edit, back);
 }
 
-// The row an edit left in place. By its place on record: the document is a step ahead of the rows by now.
-QModelIndex TreeModel::on(const RowEdit &edit) const
+// What does not depend on where the row stands by now; none of it depends on another.
+void TreeModel::turnRow(const RowEdit &edit, bool back)
 {
-    return createIndex(edit.toRow, 0, edit.to ? rows_->listOf(edit.to) : &rows_->top());
+    if (edit.kind == RowEdit::Kind::TreeExchanged)
+        return show(back ? edit.treeBefore : edit.treeAfter);
+    TreeNode *shown = rows_->madeNode(edit.node);
+    if (!shown)
+        return; // it went with the step
+    if (edit.kind == RowEdit::Kind::Relabelled)
+        relabel(*shown, back ? edit.ruleBefore : TagRule::AsItStands);
+    if (edit.kind == RowEdit::Kind::KeysLengthened)
+        addToKeysBelow(*shown, back ? -1 : 1);
 }
 
-void TreeModel::putBack(dom::Node *parent, int row, dom::Node *node)
+void TreeModel::relabel(TreeNode &node, TagRule rule)
 {
-    RowList &list = *rows_->listOf(parent);
-    beginInsertRows(ownerIndex(list), row, row);
-    list.insert(row, rows_->unpark(node));
-    endInsertRows();
-}
-
-void TreeModel::takeAway(dom::Node *parent, int row)
-{
-    RowList &list = *rows_->listOf(parent);
-    rows_->node(list, row);
-    beginRemoveRows(ownerIndex(list), row, row);
-    rows_->park(list.take(row));
-    endRemoveRows();
-}
-
-void TreeModel::shift(dom::Node *from, int fromRow, dom::Node *to, int toRow)
-{
-    RowList &source = *rows_->listOf(from);
-    RowList &target = *rows_->listOf(to);
-    rows_->node(source, fromRow);
-    const int before = &source == &target && toRow > fromRow ? toRow + 1 : toRow;
-    if (!beginMoveRows(ownerIndex(source), fromRow, fromRow, ownerIndex(target), before))
-        return;
-    target.insert(toRow, source.take(fromRow));
-    endMoveRows();
-}
-
-void TreeModel::relabel(const QModelIndex &node, TagRule rule)
-{
-    nodeAt(node)->rule = rule;
-    Q_EMIT dataChanged(node, node);
+    node.rule = rule;
+    const QModelIndex at = indexOf(node);
+    Q_EMIT dataChanged(at, at);
 }
 
 void TreeModel::addToKeysBelow(TreeNode &top, int underscores)

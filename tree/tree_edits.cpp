@@ -1,68 +1,61 @@
-// How rows come, go and move: by following the document, and by hand.
+// How rows come, go and move.
 #include "tree/tree_model.h"
+
+#include <QScopeGuard>
 
 namespace tree {
 
-// Only what is in the document can be placed by a command. What goes on in a subtree that is out of it has no
-// rows to see, and its list follows.
-bool TreeModel::staysByHand(const dom::Node *parent) const
+// Its rows go once, when the move is done.
+bool TreeModel::isMoving(const dom::Node *parent) const
 {
-    return byHand_ && document_.documentNode()->contains(parent);
+    return parent == movesFrom_ || parent == movesInto_;
 }
 
 void TreeModel::aboutToInsert(dom::Node *parent, qsizetype index, dom::Node *)
 {
+    if (isMoving(parent))
+        return;
     if (isRecording_)
-        reach(parent); // a row that is to be taken back must be one
+        reach(parent); // what a command brings in gets its key now
     RowList *list = rows_->listOf(parent); // counted before the change, if anybody can see it
-    announced_ = list && !staysByHand(parent) && rows_->isInTree(*list);
-    row_ = list ? followingRow(*list, parent, index) : 0;
+    announced_ = list && rows_->isInTree(*list); // to what was taken out nobody looks, but its rows follow
     if (announced_)
-        beginInsertRows(ownerIndex(*list), int(row_), int(row_));
+        beginInsertRows(ownerIndex(*list), int(index), int(index));
 }
 
 void TreeModel::inserted(dom::Node *parent, qsizetype index, dom::Node *node)
 {
-    RowList *list = rows_->listOf(parent);
+    RowList *list = isMoving(parent) ? nullptr : rows_->listOf(parent);
     if (!list)
-        return;
-    list->domInserted(index);
-    if (staysByHand(parent))
         return;
     std::unique_ptr<TreeNode> row = rows_->unpark(node);
-    list->insert(row_, row ? std::move(row) : rows_->makeNode(node, *list->owner()));
-    if (!announced_)
-        return;
-    endInsertRows();
-    record({.kind = RowEdit::Kind::Inserted, .node = node, .to = parent, .toRow = int(row_)});
-}
-
-void TreeModel::aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *node)
-{
-    if (isRecording_)
-        reach(parent);
-    RowList *list = rows_->listOf(parent);
-    row_ = list ? rows_->rowOf(*list, node, index) : -1;
-    announced_ = list && !staysByHand(parent) && row_ >= 0 && rows_->isInTree(*list);
-    if (row_ >= 0)
-        rows_->node(*list, row_); // from here on it no longer goes by its position in the document
+    list->insert(index, row ? std::move(row) : rows_->makeNode(node, *list->owner()));
     if (announced_)
-        beginRemoveRows(ownerIndex(*list), int(row_), int(row_));
+        endInsertRows();
 }
 
-void TreeModel::removed(dom::Node *parent, qsizetype index, dom::Node *node)
+void TreeModel::aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *)
 {
+    if (isMoving(parent))
+        return;
+    if (isRecording_)
+        reach(parent); // so that it has the same key when it comes back
     RowList *list = rows_->listOf(parent);
+    announced_ = list && rows_->isInTree(*list);
+    if (list)
+        rows_->node(*list, index); // made while its node is still in place
+    if (announced_)
+        beginRemoveRows(ownerIndex(*list), int(index), int(index));
+}
+
+void TreeModel::removed(dom::Node *parent, qsizetype index, dom::Node *)
+{
+    RowList *list = isMoving(parent) ? nullptr : rows_->listOf(parent);
     if (!list)
         return;
-    list->domRemoved(index);
-    if (staysByHand(parent) || row_ < 0)
-        return;
-    rows_->park(list->take(row_));
-    if (!announced_)
-        return;
-    endRemoveRows();
-    record({.kind = RowEdit::Kind::Removed, .node = node, .from = parent, .fromRow = int(row_)});
+    rows_->park(list->take(index));
+    if (announced_)
+        endRemoveRows();
 }
 
 void TreeModel::textChanged(dom::Node *node)
@@ -74,102 +67,45 @@ void TreeModel::textChanged(dom::Node *node)
     Q_EMIT dataChanged(at, at);
 }
 
-// The first and the last place are the same in rows and document; any other is the one after the same node.
-qint64 TreeModel::followingRow(const RowList &list, const dom::Node *parent, qint64 domIndex) const
+platform::Result<void> TreeModel::move(dom::Node *node, dom::Node *into, const Edits &edits)
 {
-    if (domIndex <= 0)
-        return 0;
-    if (domIndex >= parent->childCount())
-        return list.count();
-    const qint64 before = rows_->rowOf(list, parent->child(domIndex - 1), domIndex - 1);
-    return before < 0 ? list.count() : before + 1;
+    TreeNode *moved = nodeAt(find(node));
+    if (!moved || !rows_->listOf(into)) // listed before the change, or its count is wrong
+        return edits();
+    movesFrom_ = node->parent();
+    movesInto_ = into;
+    const auto over = qScopeGuard([this] { movesFrom_ = movesInto_ = nullptr; });
+    auto done = edits();
+    goAlong(*moved);
+    return done;
 }
 
-QModelIndex TreeModel::insertFresh(RowList &list, qint64 row, dom::Node *node)
+void TreeModel::goAlong(TreeNode &moved)
 {
-    std::unique_ptr<TreeNode> made = rows_->makeNode(node, *list.owner());
-    if (node->ordinal() >= 0) { // a fresh key even so
-        made->number = rows_->nextNumber();
-        made->suffix = 1;
-    }
-    beginInsertRows(ownerIndex(list), int(row), int(row));
-    list.insert(row, std::move(made));
-    endInsertRows();
-    record({.kind = RowEdit::Kind::Inserted, .node = node, .to = list.owner()->dom, .toRow = int(row)});
-    return createIndex(int(row), 0, &list);
-}
-
-QModelIndex TreeModel::insertLast(const QModelIndex &parent, dom::Node *node)
-{
-    TreeNode *below = nodeAt(parent);
-    if (!below || !node)
-        return {};
-    RowList &list = rows_->below(*below);
-    return insertFresh(list, list.count(), node);
-}
-
-QModelIndex TreeModel::insertAfter(const QModelIndex &sibling, dom::Node *node)
-{
-    if (!node || !sibling.parent().isValid())
-        return {};
-    return insertFresh(*static_cast<RowList *>(sibling.internalPointer()), sibling.row() + 1, node);
-}
-
-QModelIndex TreeModel::move(const QModelIndex &node, const QModelIndex &parent, int row)
-{
-    TreeNode *moved = nodeAt(node);
-    TreeNode *owner = nodeAt(parent);
-    if (!moved || !owner)
-        return {};
-    RowList *from = moved->run->list;
-    RowList *to = &rows_->below(*owner);
-    const int fromRow = node.row();
-    if (!beginMoveRows(node.parent(), fromRow, fromRow, parent, row))
-        return node; // it stands there already
-    std::unique_ptr<TreeNode> taken = from->take(fromRow);
-    const int target = from == to && row > fromRow ? row - 1 : row;
-    to->insert(target, std::move(taken));
+    RowList *from = moved.run->list;
+    RowList *into = rows_->listOf(moved.dom->parent());
+    const int row = int(moved.run->rowOf(&moved));
+    const int target = int(moved.dom->indexInParent());
+    const int before = from == into && target > row ? target + 1 : target;
+    if (!beginMoveRows(ownerIndex(*from), row, row, ownerIndex(*into), before))
+        return; // it has stayed where it was
+    into->insert(target, from->take(row));
     endMoveRows();
     record({.kind = RowEdit::Kind::Moved,
-            .node = moved->dom,
+            .node = moved.dom,
             .from = from->owner()->dom,
-            .fromRow = fromRow,
-            .to = owner->dom,
-            .toRow = target});
-    return indexOf(*moved);
-}
-
-void TreeModel::remove(const QModelIndex &node)
-{
-    const TreeNode *gone = nodeAt(node);
-    if (!gone || !node.parent().isValid())
-        return;
-    record({.kind = RowEdit::Kind::Removed,
-            .node = gone->dom,
-            .from = gone->run->list->owner()->dom,
-            .fromRow = node.row()});
-    beginRemoveRows(node.parent(), node.row(), node.row());
-    rows_->park(gone->run->list->take(node.row()));
-    endRemoveRows();
-}
-
-dom::Node *TreeModel::parentNode(const QModelIndex &node) const
-{
-    const TreeNode *above = nodeAt(node.parent());
-    return above ? above->dom : nullptr;
+            .into = into->owner()->dom});
+    const QModelIndex arrived = indexOf(moved);
+    Q_EMIT dataChanged(arrived, arrived); // what was edited on the way
 }
 
 void TreeModel::setLabelFrom(const QModelIndex &node)
 {
-    const TreeNode *shown = nodeAt(node);
+    TreeNode *shown = nodeAt(node);
     if (!shown || shown->rule == TagRule::AsItStands)
         return;
-    record({.kind = RowEdit::Kind::Relabelled,
-            .node = shown->dom,
-            .to = parentNode(node),
-            .toRow = node.row(),
-            .ruleBefore = shown->rule});
-    relabel(node, TagRule::AsItStands);
+    record({.kind = RowEdit::Kind::Relabelled, .node = shown->dom, .ruleBefore = shown->rule});
+    relabel(*shown, TagRule::AsItStands);
 }
 
 void TreeModel::lengthenKeysBelow(const QModelIndex &node)
@@ -177,10 +113,7 @@ void TreeModel::lengthenKeysBelow(const QModelIndex &node)
     TreeNode *top = nodeAt(node);
     if (!top)
         return;
-    record({.kind = RowEdit::Kind::KeysLengthened,
-            .node = top->dom,
-            .to = parentNode(node),
-            .toRow = node.row()});
+    record({.kind = RowEdit::Kind::KeysLengthened, .node = top->dom});
     addToKeysBelow(*top, 1);
 }
 
@@ -211,14 +144,7 @@ platform::Result<void> TreeModel::drop(const QModelIndex &dragged, const QModelI
         return platform::Failure{refusal};
     dom::Node *node = GetNodepar(dragged);
     dom::Node *into = GetNodepar(target);
-    if (into->firstChild() != node) {
-        const RowsByHand byHand(*this);
-        auto done = document_.insertBefore(into, node, into->firstChild());
-        if (!done)
-            return done;
-    }
-    move(dragged, target, rowCount(target));
-    return {};
+    return move(node, into, [&] { return document_.insertBefore(into, node, into->firstChild()); });
 }
 
 } // namespace tree

@@ -4,10 +4,9 @@
 // view asks for them (see row_list.h), so a document shows at once whatever its size. An index holds its row
 // and its parent's list and keeps no object for the row alive or in the making.
 //
-// Rows follow the document by themselves: what is inserted, removed or taken back there shows here at the
-// same place. A command whose rows are to go elsewhere than the nodes did holds a RowsByHand meanwhile and
-// moves the rows itself, after the document. What it recorded of them takes them back exactly, whatever the
-// order of the document.
+// Rows follow the document by themselves and stand in its order, always: what is inserted, removed or taken
+// back there shows here at the same place. To the document a move is a removal and an insertion; move() makes
+// one of the row, so that whoever holds on to it, as a selection does, goes along.
 #pragma once
 
 #include "platform/dom/document.h"
@@ -56,16 +55,14 @@ public:
     bool IsDragging() const { return isDragging_; }
     QModelIndex DraggedNode() const { return draggedNode_; }
 
-    // Puts the dragged node's document node before the target's first child, and its row after the last one.
-    // Fails, and changes nothing, unless the target is an element outside the dragged node, and when the
-    // document refuses.
+    // Makes the dragged node the target's first child. Fails, and changes nothing, unless the target is an
+    // element outside the dragged node, and when the document refuses.
     platform::Result<void> drop(const QModelIndex &dragged, const QModelIndex &target);
 
-    // Rows by hand (see RowsByHand), when the document has changed already. All give the row's new index.
-    QModelIndex insertLast(const QModelIndex &parent, dom::Node *node); // with a fresh key
-    QModelIndex insertAfter(const QModelIndex &sibling, dom::Node *node);
-    QModelIndex move(const QModelIndex &node, const QModelIndex &parent, int row); // row as before the move
-    void remove(const QModelIndex &node);
+    // edits move the node in the document, to a place among the children of into; among these and those it
+    // leaves they change nothing else. Its row goes with it, keeps its key, and is as open as before.
+    using Edits = std::function<platform::Result<void>()>;
+    platform::Result<void> move(dom::Node *node, dom::Node *into, const Edits &edits);
 
     // The document's content was replaced by an edit: builds its rows from there. Those so far are kept on
     // record. Unlike a rebuild this is a change that can be taken back.
@@ -76,11 +73,10 @@ public:
     QModelIndex find(const dom::Node *node) const;
     QModelIndex reach(const dom::Node *node);
 
-    // What becomes of rows between the two is recorded.
+    // What becomes of rows between the two is recorded, as far as the document cannot tell.
     void beginRecording();
     RowEdits endRecording();
-    // Take the rows of a step back, or do them again; meanwhile rows stay where they are. turnDocument does
-    // the same to the document.
+    // Take a step back, or do it again: turnDocument does so to the document, and the rows follow.
     void revert(const RowEdits &edits, const std::function<void()> &turnDocument);
     void reapply(const RowEdits &edits, const std::function<void()> &turnDocument);
 
@@ -128,8 +124,6 @@ Q_SIGNALS:
     void aboutToRebuild(); // the nodes shown so far are about to go, for good
 
 private:
-    friend class RowsByHand;
-
     void aboutToInsert(dom::Node *parent, qsizetype index, dom::Node *node) override;
     void inserted(dom::Node *parent, qsizetype index, dom::Node *node) override;
     void aboutToRemove(dom::Node *parent, qsizetype index, dom::Node *node) override;
@@ -139,15 +133,11 @@ private:
     TreeNode *nodeAt(const QModelIndex &index) const;
     QModelIndex indexOf(const TreeNode &node) const;
     QModelIndex ownerIndex(const RowList &list) const;
-    qint64 followingRow(const RowList &list, const dom::Node *parent, qint64 domIndex) const;
-    bool staysByHand(const dom::Node *parent) const;
-    QModelIndex insertFresh(RowList &list, qint64 row, dom::Node *node);
-    dom::Node *parentNode(const QModelIndex &node) const;
-    QModelIndex on(const RowEdit &edit) const;
-    void putBack(dom::Node *parent, int row, dom::Node *node);
-    void takeAway(dom::Node *parent, int row);
-    void shift(dom::Node *from, int fromRow, dom::Node *to, int toRow);
-    void relabel(const QModelIndex &node, TagRule rule);
+    bool isMoving(const dom::Node *parent) const;
+    void goAlong(TreeNode &moved);
+    void turn(const RowEdits &edits, bool back, const std::function<void()> &turnDocument);
+    void turnRow(const RowEdit &edit, bool back);
+    void relabel(TreeNode &node, TagRule rule);
     void show(const std::shared_ptr<TreeRows> &rows);
     void addToKeysBelow(TreeNode &top, int underscores);
     void record(const RowEdit &edit);
@@ -158,25 +148,12 @@ private:
     const dom::Node *builtFrom_ = nullptr; // the document node at the last rebuild; a load makes another
     QPersistentModelIndex draggedNode_;
     qint64 topLevelCount_ = 0;
-    qint64 row_ = 0; // of the change of the document under way
-    bool announced_ = false; // to the views, between the two notices of it
-    bool byHand_ = false;
+    const dom::Node *movesFrom_ = nullptr; // the parents, while a node moves; else null
+    const dom::Node *movesInto_ = nullptr;
+    bool announced_ = false; // to the views, between the two notices of a change of the document
     bool isDragging_ = false;
     bool isRecording_ = false;
     RowEdits recorded_;
-};
-
-// While it lives, rows stay where they are when the document changes; the command moves them.
-class RowsByHand
-{
-public:
-    explicit RowsByHand(TreeModel &model) : model_(model) { model_.byHand_ = true; }
-    ~RowsByHand() { model_.byHand_ = false; }
-    RowsByHand(const RowsByHand &) = delete;
-    RowsByHand &operator=(const RowsByHand &) = delete;
-
-private:
-    TreeModel &model_;
 };
 
 } // namespace tree

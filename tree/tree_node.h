@@ -37,15 +37,13 @@ struct TreeNode
     QString key() const { return QString::number(number) + QString(suffix, u'_'); }
 };
 
-// Rows of one parent that follow each other. Until one of them is looked at they have no tree nodes and
-// stand for as many children of the document node that follow each other there.
+// Rows of one parent that follow each other. Until one of them is looked at they have no tree nodes.
 struct Run
 {
     RowList *list = nullptr;
     qint64 firstRow = 0;
     qint64 count = 0;
     qint64 below = 0; // what its nodes show below them
-    qint64 firstDom = 0; // index of the first child shown; holds while not made
     std::vector<std::unique_ptr<TreeNode>> nodes; // empty until made
 
     bool made() const { return !nodes.empty(); }

@@ -30,7 +30,7 @@ TreeNode *TreeRows::node(RowList &list, qint64 row)
     if (TreeNode *known = list.made(row))
         return known;
     const TreeNode &parent = *list.owner(); // the root's own list is made from the start
-    return list.make(row, [&](qint64 domIndex) { return makeNode(parent.dom->child(domIndex), parent); });
+    return list.make(row, [&](qint64 index) { return makeNode(parent.dom->child(index), parent); });
 }
 
 std::unique_ptr<TreeNode> TreeRows::makeNode(dom::Node *node, const TreeNode &parent)
@@ -71,7 +71,7 @@ bool TreeRows::hasChildren(const RowList &list, qint64 row) const
         return known->dom->hasChildren();
     }
     const bool inRange = row >= 0 && row < list.count();
-    return inRange && list.owner()->dom->childHasChildren(list.domIndexOf(row));
+    return inRange && list.owner()->dom->childHasChildren(row);
 }
 
 bool TreeRows::isInTree(const RowList &list) const
@@ -93,19 +93,8 @@ RowList *TreeRows::listOf(const dom::Node *parent)
     if (root && root->dom == parent)
         return &below(*root);
     RowList *around = parent->parent() ? lists_.value(parent->parent()) : nullptr;
-    const qint64 row = around ? rowOf(*around, parent, parent->indexInParent()) : -1;
-    return row < 0 ? nullptr : &below(*node(*around, row));
-}
-
-qint64 TreeRows::rowOf(const RowList &list, const dom::Node *child, qint64 domIndex) const
-{
-    const TreeNode *inPlace = list.made(domIndex); // where it stands unless something was dropped here
-    if (inPlace && inPlace->dom == child)
-        return domIndex;
-    if (const auto unmade = list.unmadeRowOf(domIndex))
-        return *unmade;
-    const TreeNode *found = list.find(child);
-    return found ? found->run->rowOf(found) : -1;
+    TreeNode *shown = around ? node(*around, parent->indexInParent()) : nullptr;
+    return shown ? &below(*shown) : nullptr;
 }
 
 TreeNode *TreeRows::madeNode(const dom::Node *node) const
@@ -114,7 +103,8 @@ TreeNode *TreeRows::madeNode(const dom::Node *node) const
     if (root && root->dom == node)
         return root;
     const RowList *around = node->parent() ? lists_.value(node->parent()) : nullptr;
-    return around ? around->made(rowOf(*around, node, node->indexInParent())) : nullptr;
+    TreeNode *made = around ? around->made(node->indexInParent()) : nullptr;
+    return made && made->dom == node ? made : nullptr; // while it moves its row is still elsewhere
 }
 
 void TreeRows::park(std::unique_ptr<TreeNode> node)

@@ -1,5 +1,5 @@
 // All rows of the tree: makes tree nodes and their keys when they are asked for, and finds them again by the
-// document node they show.
+// document node they show, which stands at the same position among its siblings.
 //
 // Keys are those a build of the whole tree in document order would give: the root is 1, and a node's number
 // in the text added to the key counter's value at the start of the build gives every other, so that a node's
@@ -35,8 +35,6 @@ public:
 
     // The list that shows the children of parent; null when not even the row of parent has been listed.
     RowList *listOf(const dom::Node *parent);
-    // The row that shows child, which is at that index of its parent; -1 when none does. Makes nothing.
-    qint64 rowOf(const RowList &list, const dom::Node *child, qint64 domIndex) const;
     TreeNode *madeNode(const dom::Node *node) const; // null when its row has not been looked at
 
     std::unique_ptr<TreeNode> makeNode(dom::Node *node, const TreeNode &parent);

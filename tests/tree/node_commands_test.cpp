@@ -180,32 +180,46 @@ private Q_SLOTS:
         QCOMPARE(desk.document.xml().count(copy), 2);
     }
 
-    // After a drop rows and document differ in order: what is seen to happen happens.
-    void movesAfterADrop()
+    // What is seen after a drop is what the document has, and what the next command goes by.
+    void drops()
     {
-        const std::tuple<QString, QByteArray, QString> rows[] = {
-            {{}, "<a><t><d/><x/><y/></t></a>", q("a{t{x y d}}")},
-            {q("0/2 up"), "<a><t><x/><d/><y/></t></a>", q("a{t{x d y}}")},
-            {q("0/1 up"), "<a><t><d/><y/><x/></t></a>", q("a{t{y x d}}")},
-            {q("0/1 down"), "<a><t><d/><y/><x/></t></a>", q("a{t{x d y}}")},
-            {q("0/2 right"), "<a><t><x/><y><d/></y></t></a>", q("a{t{x y{d}}}")},
-            {q("0/0 delete"), "<a><t><d/><y/></t></a>", q("a{t{y d}}")},
+        const std::tuple<const char *, const char *, const char *, QByteArray, QString> rows[] = {
+            {"1", "0", "", "<a><t><d/><x/><y/></t></a>", q("a+{t+{d* x y}}")},
+            {"1", "0", "0/2 up", "<a><t><d/><y/><x/></t></a>", q("a+{t+{d y* x}}")},
+            {"1", "0", "0/0 down", "<a><t><x/><d/><y/></t></a>", q("a+{t+{x d* y}}")},
+            {"1", "0", "0/1 right", "<a><t><d><x/></d><y/></t></a>", q("a+{t+{d+{x*} y}}")},
+            {"1", "0", "0/0 delete", "<a><t><x/><y/></t></a>", q("a+{t*+{x y}}")},
+            {"0/1", "0", "", "<a><t><y/><x/></t><d/></a>", q("a+{t+{y* x} d}")},
+            {"0/1", ".", "", "<a><y/><t><x/></t><d/></a>", q("a+{y* t+{x} d}")},
+            {"0", "1", "", "<a><d><t><x/><y/></t></d></a>", q("a+{d+{t*+{x y}}}")},
         };
-        for (const auto &[steps, text, shape] : rows) {
+        for (const auto &[dragged, target, steps, text, shape] : rows) {
             CommandDesk desk("<a><t><x/><y/></t><d/></a>");
-            QVERIFY(desk.commands.drop(desk.at(q("1")), desk.at(q("0"))).ok());
+            const QModelIndex onto = desk.at(q(target).remove(u'.'));
+            desk.face.openAll();
+            desk.select(q(dragged));
+            QVERIFY(desk.commands.drop(desk.at(q(dragged)), onto).ok());
             const QString dropped = desk.shape();
-            if (!steps.isEmpty())
-                runSteps(desk, steps);
+            if (*steps)
+                runSteps(desk, q(steps));
             QCOMPARE(desk.document.xml(), text);
-            QCOMPARE(bare(desk.shape(false)), shape);
-            if (!steps.isEmpty())
+            QCOMPARE(desk.shape(false), shape);
+            if (*steps)
                 desk.run(q("undo"));
             QCOMPARE(bare(desk.shape()), bare(dropped));
             desk.run(q("undo"));
             QCOMPARE(desk.document.xml(), QByteArray("<a><t><x/><y/></t><d/></a>"));
             QCOMPARE(bare(desk.shape(false)), q("a{t{x y} d}"));
+            QCOMPARE(desk.face.selected(), desk.at(q(dragged))); // it stays selected there and back
         }
+    }
+
+    void aDropThatMovesNothingIsNoStep()
+    {
+        CommandDesk desk("<a><t><x/><y/></t><d/></a>");
+        QVERIFY(desk.commands.drop(desk.at(q("0/0")), desk.at(q("0"))).ok());
+        QVERIFY(desk.commands.undoName().isEmpty());
+        QCOMPARE(desk.shape(false), q("a*+{t{x y} d}"));
     }
 };
 
