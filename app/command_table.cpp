@@ -69,6 +69,8 @@ constexpr Command commands[] = {
     {.menu = "mnuedittag", .name = "mnuundotag", .caption = "&Undo", .icon = "edit-undo", .shortcut = "Ctrl+Z"},
     {.menu = "mnuedittag", .name = "mnuredotag", .caption = "&Redo", .icon = "edit-redo", .shortcut = "Ctrl+Shift+Z",
      .otherShortcut = "Ctrl+Y"},
+    {.menu = "mnuedittag", .caption = "-"},
+    {.menu = "mnuedittag", .name = "mnucut", .caption = "Cu&t", .icon = "edit-cut", .shortcut = "Ctrl+X", .once = true},
 
     {.menu = "editcmx", .name = "editcmxsub_0", .caption = "&Undo", .toolbar = "tBar", .key = "undo", .place = 11,
      .icon = "edit-undo", .editorCommand = 100},

@@ -5,6 +5,7 @@
 #include "app/file_drop.h"
 #include "app/file_watch.h"
 #include "app/help_window.h"
+#include "app/markup_clipboard.h"
 #include "app/node_editing.h"
 #include "app/node_images.h"
 #include "app/quick_tags_host.h"
@@ -57,8 +58,9 @@ mainfrm::mainfrm(const Outside &outside)
       session_(std::make_unique<document::Session>(
           document::Surroundings{*this, *CodeMax1, *WebBrowser1, dialogs_, folders_.exchange()})),
       model_(std::make_unique<tree::TreeModel>(session_->state().Document)),
-      TreeView1(new tree::TreeView(*model_, frame_)),
-      nodes_(std::make_unique<tree::NodeCommands>(*model_, session_->state().Document, *TreeView1, dialogs_)),
+      TreeView1(new tree::TreeView(*model_, frame_)), clipboard_(std::make_unique<MarkupClipboard>()),
+      nodes_(std::make_unique<tree::NodeCommands>(*model_, session_->state().Document, *TreeView1, dialogs_,
+                                                  *clipboard_)),
       drops_(std::make_unique<FileDrop>(*this, [this](const QStringList &paths) { openDropped(paths); }))
 {
     setObjectName(QStringLiteral("mainfrm"));
@@ -97,6 +99,7 @@ void mainfrm::addViews()
     TreeView1->setObjectName(QStringLiteral("TreeView1"));
     TreeView1->setNodeImages(nodeImages());
     CodeMax1->setObjectName(QStringLiteral("CodeMax1"));
+    CodeMax1->setCopyMark(sourceFormat());
     WebBrowser1->setObjectName(QStringLiteral("WebBrowser1"));
     const auto bar = [this](const char *name, const QString &title) {
         return makeToolBar(name, title, commands_, frame_);

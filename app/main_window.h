@@ -43,6 +43,7 @@ class EditorHost;
 class FileDrop;
 class FileWatch;
 class frmHelp;
+class MarkupClipboard;
 class NodeEditing;
 class QuickTagsHost;
 class RecentDocuments;
@@ -177,6 +178,7 @@ private:
     std::unique_ptr<document::Session> session_;
     std::unique_ptr<tree::TreeModel> model_; // of the session's document
     tree::TreeView *TreeView1;
+    std::unique_ptr<MarkupClipboard> clipboard_;
     std::unique_ptr<tree::NodeCommands> nodes_;
     std::unique_ptr<NodeEditing> nodeEditing_;
     std::unique_ptr<QuickTagsHost> quickTags_;

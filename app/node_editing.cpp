@@ -2,7 +2,6 @@
 
 #include "app/command_set.h"
 #include "app/commands.h"
-#include "app/markup_clipboard.h"
 #include "app/menus.h"
 #include "document/workspace.h"
 #include "editor/character_map.h"
@@ -11,6 +10,8 @@
 #include "tree/propfrm.h"
 #include "tree/tree_view.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 
 namespace app {
@@ -65,16 +66,21 @@ struct Plain
 };
 
 constexpr Plain plain[] = {
-    {"mnucopytag", &NodeCommands::Copy},      {"mnupastetag", &NodeCommands::Paste},
-    {"mnudeletetag", &NodeCommands::Delete},  {"mnuexpand", &NodeCommands::Expand},
-    {"mnucontract", &NodeCommands::Collapse}, {"mnuconverttoattribute", &NodeCommands::convertToAttribute},
-    {"mnuundotag", &NodeCommands::undo},      {"mnuredotag", &NodeCommands::redo},
+    {"mnucopytag", &NodeCommands::Copy},
+    {"mnupastetag", &NodeCommands::Paste},
+    {"mnudeletetag", &NodeCommands::Delete},
+    {"mnucut", &NodeCommands::Cut},
+    {"mnuexpand", &NodeCommands::Expand},
+    {"mnucontract", &NodeCommands::Collapse},
+    {"mnuconverttoattribute", &NodeCommands::convertToAttribute},
+    {"mnuundotag", &NodeCommands::undo},
+    {"mnuredotag", &NodeCommands::redo},
 };
 
 // What the menu at the pointer offers after its own item: commands, menus, and "-" for a separator.
 constexpr const char *const alsoAtPointer[]
-    = {"-",         "mnucopytag", "mnupastetag", "mnudeletetag",         "-",
-       "mnuinsert", "mnumovetag", "-",           "mnuconverttoattribute"};
+    = {"-", "mnucut",    "mnucopytag", "mnupastetag", "mnudeletetag",
+       "-", "mnuinsert", "mnumovetag", "-",           "mnuconverttoattribute"};
 
 QString text(const char *constant) { return QString::fromLatin1(constant); }
 
@@ -178,7 +184,7 @@ void NodeEditing::connectView()
     QObject::connect(&around_.nodes, &NodeCommands::stepsChanged, view, [this] { refresh(); });
     QObject::connect(&around_.model, &QAbstractItemModel::modelReset, view, [this] { refresh(); });
     QObject::connect(&around_.nodes, &NodeCommands::noted, view, around_.note);
-    QObject::connect(&around_.nodes, &NodeCommands::copied, view, &putMarkupOnClipboard);
+    QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, view, [this] { refresh(); });
     view->setDrop([this](const QModelIndex &dragged, const QModelIndex &target) {
         return around_.nodes.drop(dragged, target);
     });
@@ -204,7 +210,7 @@ void NodeEditing::refresh()
         enable(row.name, true);
     for (const Move &row : moves)
         enable(row.name, around_.nodes.canMove(row.direction));
-    for (const char *name : {"mnucopytag", "mnudeletetag", "mnuexpand", "mnucontract"})
+    for (const char *name : {"mnucut", "mnucopytag", "mnudeletetag", "mnuexpand", "mnucontract"})
         enable(name, any);
     for (const char *name : {"mnueditnod", "mnueditnod4"})
         enable(name, any && tree::Propfrm::edits(selected));

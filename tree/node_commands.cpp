@@ -20,8 +20,8 @@ private:
 } // namespace
 
 NodeCommands::NodeCommands(TreeModel &model, dom::Document &document, TreeFace &face,
-                           dialogs::Dialogs &dialogs)
-    : model_(model), document_(document), face_(face), dialogs_(dialogs), clipboard_(document)
+                           dialogs::Dialogs &dialogs, Clipboard &clipboard)
+    : model_(model), document_(document), face_(face), dialogs_(dialogs), clipboard_(document, clipboard)
 {
     connect(&model_, &TreeModel::aboutToRebuild, this, &NodeCommands::forget);
     connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, [this] { clipboard_.letGo(); });

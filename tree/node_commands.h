@@ -30,7 +30,8 @@ public:
     };
 
     // All of them outlive this.
-    NodeCommands(TreeModel &model, dom::Document &document, TreeFace &face, dialogs::Dialogs &dialogs);
+    NodeCommands(TreeModel &model, dom::Document &document, TreeFace &face, dialogs::Dialogs &dialogs,
+                 Clipboard &clipboard);
 
     // What the document becomes when its root is deleted; without one the root stays.
     void setNewDocument(const QByteArray &text) { newDocument_ = text; }
@@ -45,8 +46,9 @@ public:
     bool canMove(Direction direction) const;
     platform::Result<void> drop(const QModelIndex &dragged, const QModelIndex &target);
 
-    void Copy();
-    void Paste();
+    void Copy(); // onto the clipboard
+    void Cut();
+    void Paste(); // whatever the clipboard holds, as the selected element's last children
     void Delete();
     bool canPaste() const { return !clipboard_.isEmpty(); }
 
@@ -68,8 +70,7 @@ public:
 
 Q_SIGNALS:
     void noted(const QString &reason); // what was not done, and why, for the status bar
-    void copied(const QByteArray &markup); // UTF-8, for the system clipboard
-    void stepsChanged(); // what undo and redo would do, or what can be pasted
+    void stepsChanged(); // what undo and redo would do
 
 private:
     using Body = std::function<platform::Result<void>(NodeStep &)>;
@@ -84,7 +85,10 @@ private:
     platform::Result<void> moveVertically(const QModelIndex &moved, int by, NodeStep &step);
     platform::Result<void> moveInto(const QModelIndex &moved, const QModelIndex &parent, dom::Node *reference,
                                     NodeStep &step);
-    void deleteRoot();
+    bool copySelected();
+    platform::Result<void> append(dom::Node *into, const PastedNodes &pasted);
+    void remove(const QString &name);
+    void deleteRoot(const QString &name);
     void settleMoved(const QModelIndex &moved, NodeStep &step);
     void setOpen(const QModelIndex &node, bool open, NodeStep &step);
     void closeBelow(const QModelIndex &node, NodeStep &step);

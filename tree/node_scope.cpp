@@ -1,5 +1,6 @@
 #include "tree/node_scope.h"
 
+#include "platform/dom/characters.h"
 #include "platform/dom/document.h"
 #include "platform/dom/markup_reader.h"
 #include "platform/dom/start_tag.h"
@@ -142,20 +143,47 @@ platform::Result<void> takeScopeAlong(dom::Document &document, dom::Node *node, 
     return {};
 }
 
-QByteArray withScope(const dom::Node &element, const Scope &scope, const dom::Entities &entities)
+QByteArray declarationsOf(const Scope &scope)
 {
-    const QByteArray markup = element.xml();
-    const QByteArray used = withEntities(markup, entities);
     QByteArray declarations;
     for (auto binding = scope.cbegin(); binding != scope.cend(); ++binding) {
-        const QString name = declaration(binding.key());
-        if (binding.value().isEmpty() || element.attribute(name) || !uses(used, binding.key()))
-            continue;
-        declarations += QStringLiteral(" %1=\"%2\"").arg(name, binding.value().toHtmlEscaped()).toUtf8();
+        if (!binding.value().isEmpty())
+            declarations += ' ' + declaration(binding.key()).toUtf8() + "=\""
+                + dom::encodeAttribute(binding.value(), '"') + '"';
     }
-    if (declarations.isEmpty())
-        return markup;
-    return QByteArray(markup).insert(1 + element.name().toUtf8().size(), declarations);
+    return declarations;
+}
+
+Scope scopeFrom(const QByteArray &markup)
+{
+    Scope scope{{QString(), QString()}};
+    const auto first = dom::MarkupReader(markup).nextTag();
+    if (!first)
+        return scope;
+    const dom::StartTag tag(first->text);
+    for (const dom::StartTag::AttributeSpan &attribute : tag.attributes()) {
+        const QString name = QString::fromUtf8(tag.nameOf(attribute));
+        const QString prefix = name.section(u':', 1);
+        if (name == declaration(prefix))
+            scope.insert(prefix, dom::decodeAttribute(tag.valueOf(attribute), {}));
+    }
+    return scope;
+}
+
+QByteArray neededDeclarations(const dom::Node &node, const Scope &scope, const dom::Entities &entities)
+{
+    Scope needed;
+    const QByteArray used = scope.isEmpty() ? QByteArray() : withEntities(node.xml(), entities);
+    for (auto binding = scope.cbegin(); binding != scope.cend(); ++binding) {
+        if (!node.attribute(declaration(binding.key())) && uses(used, binding.key()))
+            needed.insert(binding.key(), binding.value());
+    }
+    return declarationsOf(needed);
+}
+
+bool refersToEntities(const dom::Node &node, const dom::Entities &entities)
+{
+    return !entities.isEmpty() && !entityTexts(node.xml(), entities).isEmpty();
 }
 
 bool entitiesUse(const dom::Node &node, const QString &prefix, const dom::Entities &entities)

@@ -30,8 +30,16 @@ bool isPrefixBound(const dom::Node *element, const QString &name);
 // need it. Costs a look at the node's markup only when scopes differ.
 platform::Result<void> takeScopeAlong(dom::Document &document, dom::Node *node, const Scope &from);
 
-// An element's markup that declares all of scope that it uses and does not declare itself.
-QByteArray withScope(const dom::Node &element, const Scope &scope, const dom::Entities &entities);
+// Attributes that declare a scope, each with a blank before it. No namespace is not declared.
+QByteArray declarationsOf(const Scope &scope);
+// The scope that the first start tag in markup declares.
+Scope scopeFrom(const QByteArray &markup);
+
+// Declarations of all of scope that a node uses and does not declare itself.
+QByteArray neededDeclarations(const dom::Node &node, const Scope &scope, const dom::Entities &entities);
+
+// Whether a node refers to an entity, other than those that are always there.
+bool refersToEntities(const dom::Node &node, const dom::Entities &entities);
 
 // Whether entities that the node refers to use a prefix.
 bool entitiesUse(const dom::Node &node, const QString &prefix, const dom::Entities &entities);

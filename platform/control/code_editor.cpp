@@ -310,6 +310,14 @@ void CodeEditor::copy()
         QGuiApplication::clipboard()->setMimeData(toMimeData(bytes(selection()), false));
 }
 
+QMimeData *CodeEditor::toMimeData(const QByteArray &text, bool rectangular) const
+{
+    QMimeData *data = QsciScintillaBase::toMimeData(text, rectangular);
+    if (!copyMark_.isEmpty())
+        data->setData(copyMark_, "1"); // some systems do not pass on what is empty
+    return data;
+}
+
 void CodeEditor::paste()
 {
     if (!canPaste())

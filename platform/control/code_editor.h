@@ -92,6 +92,10 @@ public:
     ShortcutTable &shortcuts() { return library_->shortcuts; }
     const std::shared_ptr<EditorLibrary> &library() const { return library_; }
 
+    // What is copied or dragged from here is offered in this format too, without content of its own: so
+    // others can tell where the text is from. None when empty.
+    void setCopyMark(const QString &format) { copyMark_ = format; }
+
     // Does what a user could do with a key, as often as the step says, or the pending count of repetitions;
     // false when nothing came of it.
     bool perform(const Step &step);
@@ -166,6 +170,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    QMimeData *toMimeData(const QByteArray &text, bool rectangular) const override;
 
 private:
     // What was last told to the outside.
@@ -231,6 +236,7 @@ private:
     InsertedRun inserted_;
     mutable ColumnCount columns_;
     std::shared_ptr<EditorLibrary> library_;
+    QString copyMark_;
     QKeySequence firstStroke_;
     QHash<int, std::function<bool()>> services_;
     AccessibleText accessible_;

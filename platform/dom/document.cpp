@@ -16,18 +16,6 @@ using platform::Result;
 
 namespace {
 
-// A document type that declares these entities, with the same replacement texts.
-QByteArray declarationsOf(const Entities &entities)
-{
-    QByteArray out;
-    for (auto entity = entities.cbegin(); entity != entities.cend(); ++entity) {
-        QByteArray value = entity.value();
-        value.replace('&', "&#38;").replace('%', "&#37;").replace('"', "&#34;");
-        out += "<!ENTITY " + entity.key() + " \"" + value + "\">";
-    }
-    return out.isEmpty() ? out : "<!DOCTYPE x [" + out + "]>";
-}
-
 qsizetype endingBrackets(QByteArrayView text)
 {
     qsizetype start = text.size();
@@ -165,19 +153,6 @@ Result<Node *> Document::cloneNode(Node *node, bool deep)
     if (!node || node->kind() == NodeKind::Document)
         return platform::Failure{QStringLiteral("There is no node to copy")};
     return NodeFactory::clone(*node, deep);
-}
-
-Result<Node *> Document::importMarkup(const QByteArray &markup, NodeKind kind)
-{
-    // Judged and parsed within an element of its own: so any kind of node can stand there.
-    const QByteArray wrapped = "<x>" + markup + "</x>";
-    if (const auto error = checkWellFormed(declarationsOf(d->content->entities) + wrapped))
-        return platform::Failure{QStringLiteral("The copied markup does not fit this document: %1")
-                                     .arg(error->reason.simplified())};
-    Node *node = NodeFactory::import(*this, wrapped, kind);
-    if (!node)
-        return platform::Failure{QStringLiteral("The copied markup is not exactly one node")};
-    return node;
 }
 
 Result<void> Document::edit(const std::function<Result<void>()> &operation)

@@ -77,10 +77,13 @@ public:
     Result<Node *> createComment(const QString &data);
     Result<Node *> createProcessingInstruction(const QString &target, const QString &data);
     Result<Node *> cloneNode(Node *node, bool deep);
-    // A node from the markup of exactly one node of that kind, as Node::xml gave it in whatever document.
-    // Fails when it is not well-formed here: its prefixes are declared within it, its entities in this
-    // document.
-    Result<Node *> importMarkup(const QByteArray &markup, NodeKind kind);
+    // What is within the markup of one element, at least one node, detached. Blanks that are content there
+    // are texts here, and lines end as this document's do. Fails when that is not well-formed: its prefixes
+    // are declared by that element or below, its entities by this document.
+    Result<std::vector<Node *>> importContent(const QByteArray &element);
+    // References to entities are bounded for the document as a whole. Fails when an edit has brought in more
+    // than it may have; costs a parse.
+    Result<void> keepsEntitiesBounded() const;
 
     // Structure. A node that stands elsewhere is moved. The node takes on the layout of the siblings it
     // joins and takes its leading layout along when it goes.

@@ -5,6 +5,8 @@
 #include "platform/dom/source.h"
 #include "platform/dom/start_tag.h"
 
+#include <algorithm>
+
 namespace dom {
 
 // Gathers scanned children into blocks.
@@ -166,19 +168,32 @@ Node *NodeFactory::clone(Node &node, bool deep)
     return makeNode(*source, scanned, -1);
 }
 
-Node *NodeFactory::import(Document &document, const QByteArray &wrapped, NodeKind kind)
+std::vector<Node *> NodeFactory::import(Document &document, const QByteArray &element)
 {
-    Source *source = document.d->newSource(wrapped);
+    Source *source = document.d->newSource(element);
     std::vector<ScannedChild> found;
     ContentEnd end{};
-    const auto keep = [&found](const ScannedChild &child) { found.push_back(child); };
     Scanner(*source).wholeDocument(
-        source->index, [](const ScannedChild &) {}, keep, end);
-    if (found.empty() && kind == NodeKind::Text && end.tag > end.tail) // blanks alone count as layout
-        return create(document, kind, source->view({end.tail, end.tag}).toByteArray());
-    if (found.size() != 1 || found.front().kind != kind || found.front().leadSize > 0 || end.tail < end.tag)
-        return nullptr;
-    return makeNode(*source, found.front(), -1);
+        source->index, [](const ScannedChild &) {},
+        [&found](const ScannedChild &child) { found.push_back(child); }, end);
+    const auto leadOf = [source](const ScannedChild &child) {
+        return source->view({child.whole.begin - child.leadSize, child.whole.begin});
+    };
+    const bool mixed = found.empty() || std::any_of(found.begin(), found.end(), [&](const auto &child) {
+                           return ChildList::mixes(child.kind, leadOf(child));
+                       });
+    std::vector<Node *> nodes;
+    const auto addBlanks = [&](QByteArrayView blanks) {
+        if (mixed && !blanks.isEmpty())
+            nodes.push_back(create(document, NodeKind::Text, blanks.toByteArray()));
+    };
+    for (ScannedChild &child : found) {
+        addBlanks(leadOf(child));
+        child.leadSize = 0;
+        nodes.push_back(makeNode(*source, child, -1));
+    }
+    addBlanks(source->view({end.tail, end.tag}));
+    return nodes;
 }
 
 } // namespace dom

@@ -4,6 +4,7 @@
 #include "platform/dom/node.h"
 
 #include <memory>
+#include <vector>
 
 namespace dom {
 
@@ -31,9 +32,9 @@ public:
     // edited.
     static Node *clone(Node &node, bool deep);
 
-    // The one node within an accepted wrapping element, detached; null when there is not exactly one, of that
-    // kind and with nothing around it.
-    static Node *import(Document &document, const QByteArray &wrapped, NodeKind kind);
+    // The nodes within an accepted element, detached. Where some of them run inline the blanks between them
+    // are texts.
+    static std::vector<Node *> import(Document &document, const QByteArray &element);
 
 private:
     class BlockBuilder;

@@ -1,6 +1,7 @@
 // A document, its tree and the commands on it, with everything around them standing in.
 #pragma once
 
+#include "plain_clipboard.h"
 #include "plain_face.h"
 #include "platform/dialogs/scripted_dialogs.h"
 #include "tree/node_commands.h"
@@ -15,7 +16,7 @@ class CommandDesk
 {
 public:
     explicit CommandDesk(const QByteArray &text)
-        : model(document), face(model), commands(model, document, face, dialogs)
+        : model(document), face(model), commands(model, document, face, dialogs, clipboard)
     {
         QObject::connect(&commands, &tree::NodeCommands::noted, &model,
                          [this](const QString &reason) { notes.append(reason); });
@@ -57,6 +58,7 @@ public:
             {QStringLiteral("left"), [](auto &c) { c.MoveNode(Direction::Left); }},
             {QStringLiteral("right"), [](auto &c) { c.MoveNode(Direction::Right); }},
             {QStringLiteral("copy"), [](auto &c) { c.Copy(); }},
+            {QStringLiteral("cut"), [](auto &c) { c.Cut(); }},
             {QStringLiteral("paste"), [](auto &c) { c.Paste(); }},
             {QStringLiteral("delete"), [](auto &c) { c.Delete(); }},
             {QStringLiteral("attribute"), [](auto &c) { c.convertToAttribute(); }},
@@ -79,6 +81,7 @@ public:
     QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::QtTest};
     PlainFace face;
     dialogs::ScriptedDialogs dialogs;
+    PlainClipboard clipboard;
     tree::NodeCommands commands;
     QStringList notes;
 

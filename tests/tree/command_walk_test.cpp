@@ -3,6 +3,7 @@
 #include "command_desk.h"
 
 #include <QRandomGenerator>
+#include <array>
 
 using namespace tree_test;
 using namespace Qt::StringLiterals;
@@ -71,11 +72,14 @@ private:
 
     void step()
     {
-        static const char *const names[] = {
-            "element", "text", "cdata", "comment", "pi",    "up",     "down",   "left",      "right", "up",
-            "down",    "left", "right", "copy",    "paste", "delete", "delete", "attribute", "undo",  "redo"};
+        static const char *const names[]
+            = {"element", "text",  "cdata",  "comment", "pi",        "up",    "down",
+               "left",    "right", "up",     "down",    "left",      "right", "cut",
+               "copy",    "paste", "delete", "delete",  "attribute", "undo",  "redo"};
         if (random_.bounded(3U) == 0)
             openAndClose();
+        if (random_.bounded(20U) == 0)
+            copyElsewhere();
         const quint32 which = random_.bounded(quint32(std::size(names)) + 4);
         if (random_.bounded(3U) || !desk_.face.selected().parent().isValid())
             desk_.face.select(randomNode());
@@ -102,6 +106,22 @@ private:
         } else {
             desk_.model.setOpen(randomNode(), random_.bounded(3U));
         }
+    }
+
+    // In another program, another window, or the text.
+    void copyElsewhere()
+    {
+        using Form = tree::Clip::Form;
+        static const char *const clips[] = {"plain & <plain>",
+                                            "<b/> <c>&e;</c>\r\n<!--c-->",
+                                            " a<b>x</b> <i/> <b/>",
+                                            "<p:b p:n='2'><e xmlns='w'/></p:b>",
+                                            "<?xml version='1.0'?><!DOCTYPE b [<!ENTITY e 'z'>]><b>&e;</b>",
+                                            "]]&gt; <b>]]</b>",
+                                            "<b"};
+        const QString clip = QString::fromLatin1(clips[random_.bounded(quint32(std::size(clips)))]);
+        const Form form = std::array{Form::Text, Form::Source, Form::Node}[random_.bounded(3U)];
+        desk_.clipboard.set(form, form == Form::Node ? u"<node xmlns:p='v'>%1</node>"_s.arg(clip) : clip);
     }
 
     void editOfOthers()

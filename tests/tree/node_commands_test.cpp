@@ -43,6 +43,9 @@ const std::tuple<const char *, QByteArray, const char *, QByteArray, const char 
      "<r><b xmlns=\"u\"></b><p:c xmlns:p=\"v\"><d xmlns=\"w\"/></p:c></r>", "r[1_]+{b[2_] p:c[3_]*{d[4__]}}"},
     {"none stays none", "<r><c/><b xmlns=\"u\"/></r>", "0 copy 1 paste",
      "<r><c/><b xmlns=\"u\"><c xmlns=\"\"/></b></r>", "r[1_]+{c[2_] b[3_]*+{c xmlns=\"\"[4_]}}"},
+    {"cut is one step", "<a><b>x</b><c/></a>", "0 cut", "<a><c/></a>", "a[1_]*+{c[4_]}"},
+    {"cut and paste elsewhere", "<a xmlns:p=\"u\"><p:b>x</p:b><c/></a>", "0 cut 0 paste",
+     "<a xmlns:p=\"u\"><c><p:b>x</p:b></c></a>", "a xmlns:p=\"u\"[1_]+{c[4_]*+{p:b[5_]{x[6_]}}}"},
     {"deleting the root is a step", "<!--c--><a><b/></a>", "0 delete delete text",
      "<?xml version=\"1.0\"?>\r\n<Element>Text</Element>", "Element[1_]*+{Text[3_]}"},
     {"paste twice, levels deep", "<a><b><c>x</c></b><d/></a>", "0 copy 1 paste paste",
@@ -163,6 +166,125 @@ private Q_SLOTS:
         QVERIFY(desk.commands.redoName().isEmpty());
     }
 
+    // What another window, another program, or the text put on the clipboard.
+    void pastesWhatWasCopiedLast()
+    {
+        using Form = tree::Clip::Form;
+        const auto text = Form::Text;
+        const auto source = Form::Source;
+        const QByteArray r = "<r/>";
+        const std::tuple<QByteArray, Form, const char *, QByteArray> rows[] = {
+            {r, text, "plain", "<r>plain</r>"},
+            {r, text, "a < b && c > d &amp; e", "<r>a &lt; b &amp;&amp; c > d &amp;amp; e</r>"},
+            {r, text, "for (i=0;i<n && i>m;i++)", "<r>for (i=0;i&lt;n &amp;&amp; i>m;i++)</r>"},
+            {r, text, "<3 you", "<r>&lt;3 you</r>"},
+            {"<r>\r\n</r>\r\n", text, "one\ntwo\r\n", "<r>one\r\ntwo\r\n</r>\r\n"},
+            {r, text, "<b n='1'>x</b>", "<r><b n='1'>x</b></r>"},
+            {r, text, "\n  <b/>\n\t<!--c--><?go on?>\n", "<r><b/><!--c--><?go on?></r>"},
+            {r, text, "<![CDATA[a<b]]>", "<r><![CDATA[a<b]]></r>"},
+            {r, text, "so <b>bold</b> <i>x</i> ", "<r>so <b>bold</b> <i>x</i> </r>"},
+            {"<r>\n  <a/>\n</r>", text, "<b/> <c>\nd</c>", "<r>\n  <a/>\n  <b/>\n  <c>\nd</c>\n</r>"},
+            {"<r xml:space=\"preserve\"> </r>", text, "<b/> <c/>",
+             "<r xml:space=\"preserve\"> <b/> <c/></r>"},
+            {"<r>\r\n<a/>\r\n</r>", text, "<b>\n</b>", "<r>\r\n<a/>\r\n<b>\r\n</b>\r\n</r>"},
+            {"<r xmlns=\"d\" xmlns:p=\"u\"/>", text, "<p:b><c/></p:b>",
+             "<r xmlns=\"d\" xmlns:p=\"u\"><p:b><c/></p:b></r>"},
+            {r, text, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n<!DOCTYPE b>\n<b/>\n", "<r><b/></r>"},
+            {r, text, "\xEF\xBB\xBF<?go?><!DOCTYPE b [<!ELEMENT b ANY>]><b>x</b><!--end-->",
+             "<r><b>x</b></r>"},
+            {"<r xmlns=\"d\"/>", text, "<?xml version=\"1.0\"?><b/>", "<r xmlns=\"d\"><b xmlns=\"\"/></r>"},
+            {r, source, "5 &gt; 3 &#169;", "<r>5 &gt; 3 &#169;</r>"},
+            {r, source, " ", "<r> </r>"},
+            {"<!DOCTYPE r [<!ENTITY e 'x'>]><r/>", source, "&e;", "<!DOCTYPE r [<!ENTITY e 'x'>]><r>&e;</r>"},
+        };
+        for (const auto &[before, form, clip, after] : rows) {
+            CommandDesk desk(before);
+            desk.clipboard.set(form, QString::fromUtf8(clip));
+            desk.run(q("paste"));
+            QCOMPARE(desk.document.xml(), after);
+            QVERIFY2(dom::checkWellFormed(after) == std::nullopt, clip);
+            QCOMPARE(desk.notes.size(), QByteArray(clip).contains("end-->") ? 1 : 0);
+            const QString shape = desk.shape();
+            desk.run(q("undo"));
+            QCOMPARE(desk.document.xml(), before);
+            QVERIFY(desk.commands.undoName().isEmpty());
+            desk.run(q("redo"));
+            QCOMPARE(desk.document.xml(), after);
+            QCOMPARE(desk.shape(), shape);
+        }
+    }
+
+    // With the reason in a note; nothing changes.
+    void refusesToPaste()
+    {
+        using Form = tree::Clip::Form;
+        const QByteArray r = "<r/>";
+        const QByteArray bomb = "<!DOCTYPE r [<!ENTITY e \"" + QByteArray(1000, 'x') + "\">]><r>"
+            + QByteArray("&e;").repeated(9900) + "</r>";
+        const std::tuple<QByteArray, Form, QByteArray> rows[] = {
+            {r, Form::Text, ""},
+            {r, Form::Text, "<b><c></b>"},
+            {r, Form::Text, "</r><r>"},
+            {r, Form::Text, "a <b>"},
+            {r, Form::Text, "<b>\n&e;</b>"},
+            {r, Form::Text, "<p:b/>"},
+            {"<r xmlns:p=\"u\" xmlns:q=\"u\"/>", Form::Text, "<b p:n='' q:n=''/>"},
+            {r, Form::Text, "<?xml version=\"1.0\"?><b>"},
+            {r, Form::Text, "<!DOCTYPE b [<!ENTITY e 'x'>]><b>&e;</b>"},
+            {r, Form::Text, "a\x0C"},
+            {r, Form::Text, "<b>\x01</b>"},
+            {r, Form::Text, "<b><?xml version='1.0'?></b>"},
+            {r, Form::Source, "a & b"},
+            {r, Form::Node, "<!DOCTYPE node [<!ENTITY e 'x'>]><node>&e;</node>"},
+            {r, Form::Node, "<node/>"},
+            {r, Form::Text,
+             "<!DOCTYPE l [<!ENTITY a 'xxxxxxxxxx'><!ENTITY b '" + QByteArray("&a;").repeated(999)
+                 + "'><!ENTITY c '" + QByteArray("&b;").repeated(999) + "'>]><l>"
+                 + QByteArray("&c;").repeated(9) + "</l>"},
+            {bomb, Form::Text, "<b>" + QByteArray("&e;").repeated(9900) + "</b>"},
+        };
+        for (const auto &[before, form, clip] : rows) {
+            CommandDesk desk(before);
+            QCOMPARE(desk.document.xml(), before);
+            const QString shape = desk.shape();
+            desk.clipboard.set(form, QString::fromUtf8(clip));
+            desk.run(q("paste"));
+            QVERIFY2(desk.notes.size() == 1 && desk.notes[0].size() > 4, clip.left(80));
+            QCOMPARE(desk.document.xml(), before);
+            QCOMPARE(desk.shape(), shape);
+            QVERIFY(desk.commands.undoName().isEmpty());
+        }
+    }
+
+    // A copied node is the same node in another window, and as text in another program.
+    void copiesTravel()
+    {
+        using Form = tree::Clip::Form;
+        const char *const scoped = "<a xmlns=\"d\" xmlns:p=\"u\"><p:b n='1'><c/></p:b><!--x-->1 &lt; 2</a>";
+        const std::tuple<const char *, const char *, Form, const char *, QByteArray> rows[] = {
+            {scoped, "0", Form::Node, "<a xmlns=\"d\" xmlns:p=\"u\"/>", "<p:b n='1'><c/></p:b>"},
+            {scoped, "0", Form::Node, "<r/>", "<p:b n='1' xmlns=\"d\" xmlns:p=\"u\"><c/></p:b>"},
+            {scoped, "0", Form::Text, "<r/>", "<p:b xmlns=\"d\" xmlns:p=\"u\" n='1'><c/></p:b>"},
+            {scoped, "1", Form::Node, "<r/>", "<!--x-->"},
+            {scoped, "2", Form::Node, "<r/>", "1 &lt; 2"},
+            {scoped, "2", Form::Source, "<r/>", "1 &lt; 2"},
+            {"<a><c/></a>", "0", Form::Node, "<r xmlns=\"d\"/>", "<c xmlns=\"\"/>"},
+            {"<a><c/></a>", "0", Form::Text, "<r xmlns=\"d\"/>", "<c/>"},
+            {"<a>x<b/> </a>", "0", Form::Node, "<r/>", "x"},
+        };
+        for (const auto &[from, path, form, into, pasted] : rows) {
+            CommandDesk one(from);
+            one.select(q(path));
+            one.run(q("copy"));
+            one.clipboard.passOn(form);
+            CommandDesk other(into);
+            other.clipboard = one.clipboard;
+            other.run(q("paste"));
+            QVERIFY2(other.document.xml().contains('>' + pasted + "</"), other.document.xml());
+            QVERIFY(other.notes.isEmpty());
+        }
+    }
+
     void clipboardOutlivesTheDocument()
     {
         CommandDesk desk("<!DOCTYPE a [<!ENTITY e \"50&#37; &#38;#38; &#34;\">]><a xmlns:p=\"u\"><p:b "
@@ -176,7 +298,7 @@ private Q_SLOTS:
         desk.load("<!DOCTYPE r [<!ENTITY e \"y\">]>\n<r/>");
         desk.run(q("paste"));
         desk.run(q("paste"));
-        const QByteArray copy("<p:b xmlns:p=\"u\" n='1'>x&e;</p:b>");
+        const QByteArray copy("<p:b n='1' xmlns:p=\"u\">x&e;</p:b>");
         QCOMPARE(desk.document.xml().count(copy), 2);
     }
 
