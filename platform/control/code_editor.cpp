@@ -312,10 +312,10 @@ void CodeEditor::copy()
 
 QMimeData *CodeEditor::toMimeData(const QByteArray &text, bool rectangular) const
 {
-    QMimeData *data = QsciScintillaBase::toMimeData(text, rectangular);
+    QMimeData *offered = QsciScintillaBase::toMimeData(text, rectangular);
     if (!copyMark_.isEmpty())
-        data->setData(copyMark_, "1"); // some systems do not pass on what is empty
-    return data;
+        offered->setData(copyMark_, "1"); // some systems do not pass on what is empty
+    return offered;
 }
 
 void CodeEditor::paste()

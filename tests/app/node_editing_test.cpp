@@ -72,13 +72,17 @@ private Q_SLOTS:
             {"Ctrl+C", "<a><c></c><b/></a>"},
             {"Ctrl+V", "<a><c></c><b><b/></b></a>"},
             {"Del", "<a><c></c></a>"},
+            {"Ctrl+X", "<a></a>"},
+            {"Ctrl+V", "<a><c></c></a>"},
+            {"Ctrl+Z", "<a></a>"},
+            {"Ctrl+Z", "<a><c></c></a>"},
         };
         for (const auto &[keys, text] : steps) {
             window.press(keys);
             QCOMPARE(window.xml(), text);
         }
         QCOMPARE(window.selected(), u"c"_s);
-        QCOMPARE(QGuiApplication::clipboard()->text(), u"<b/>"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"<c></c>"_s);
         QVERIFY(window.main->session().saving().isChanged());
         while (window.action("mnuundotag")->isEnabled())
             window.choose("mnuundotag");
@@ -122,8 +126,43 @@ private Q_SLOTS:
         }
     }
 
+    // Whoever put something on the clipboard last.
+    void pasteTakesTheClipboard()
+    {
+        QClipboard *clipboard = QGuiApplication::clipboard();
+        clipboard->clear();
+        TreeWindow window("<a><b>x</b>y</a>");
+        QVERIFY(!window.action("mnupastetag")->isEnabled());
+        window.select({0});
+        window.press("Ctrl+C");
+        QVERIFY(window.action("mnupastetag")->isEnabled());
+        window.select({});
+        clipboard->setText(u"1 &lt; 2"_s); // some program's
+        window.press("Ctrl+V");
+        QCOMPARE(window.xml(), QByteArray("<a><b>x</b>y1 &amp;lt; 2</a>"));
+        window.press("Ctrl+Z");
+        window.choose("mnuxmlmode");
+        window.typeAt(0, 0, " ");
+        window.editor()->replaceText("<a>1 &lt; 2</a>");
+        window.editor()->placeCaret(0, 3);
+        for (int i = 0; i < 8; ++i)
+            QTest::keyClick(window.editor(), Qt::Key_Right, Qt::ShiftModifier);
+        window.choose("editcmxsub_4");
+        QCOMPARE(clipboard->text(), u"1 &lt; 2"_s);
+        window.choose("mnunormalmod");
+        window.press("Ctrl+V");
+        QCOMPARE(window.xml(), QByteArray("<a>1 &lt; 21 &lt; 2</a>"));
+        clipboard->setText(u"<b>"_s);
+        window.press("Ctrl+V");
+        QCOMPARE(window.xml(), QByteArray("<a>1 &lt; 21 &lt; 2</a>"));
+        QVERIFY(!window.note().isEmpty());
+        clipboard->clear();
+        QVERIFY(!window.action("mnupastetag")->isEnabled());
+    }
+
     void enabledStates()
     {
+        QGuiApplication::clipboard()->clear();
         TreeWindow window("<a><b/><!--c--><d/></a>");
         static constexpr const char *const names[]
             = {"mnumoveup",  "mnumovedown", "mnumoveleft", "mnumoveright", "mnuconverttoattribute",

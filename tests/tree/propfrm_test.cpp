@@ -1,4 +1,5 @@
 // What the Node Properties dialog makes of a document, and what it keeps from it.
+#include "plain_clipboard.h"
 #include "plain_face.h"
 #include "propfrm_desk.h"
 #include "tree/node_commands.h"
@@ -112,7 +113,8 @@ private Q_SLOTS:
         const QByteArray text = "<r><p:a xmlns:p='urn:p' x='1'/></r>";
         Desk desk(text, "0");
         tree_test::PlainFace face(desk.model);
-        NodeCommands commands(desk.model, desk.document, face, desk.dialogs);
+        PlainClipboard clipboard;
+        NodeCommands commands(desk.model, desk.document, face, desk.dialogs, clipboard);
         desk.services.run = [&](const QString &name, const PropertyServices::Edit &edit) {
             return commands.edit(name, edit);
         };
