@@ -1,11 +1,14 @@
 #include "editor/header_lines.h"
 
+#include <QDir>
+
 namespace editor {
 
 QString urlLocation(const QString &path)
 {
-    QString location = path;
-    return location.replace(u'\\', u'/').replace(u' ', QStringLiteral("%20"));
+    QString location = QDir::fromNativeSeparators(path);
+    // Where it is no separator it belongs to a name; bare, whoever reads the location would take it for one.
+    return location.replace(u'\\', QStringLiteral("%5C")).replace(u' ', QStringLiteral("%20"));
 }
 
 QString headerLine(const HeaderLineRow &row, const QString &location)

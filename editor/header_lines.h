@@ -20,7 +20,8 @@ inline constexpr std::array headerLineTable = {
     HeaderLineRow{"Assign as CSS:", "CSS", "<?xml:stylesheet type=\"text/css\" href=\"", "\"?>"},
 };
 
-// A file's path as a URL's path: with forward slashes, and "%20" for blanks. No other sign is escaped.
+// A file's path as a URL's path: with forward slashes, "%20" for blanks, and "%5C" for a backslash
+// that belongs to a name. No other sign is escaped.
 QString urlLocation(const QString &path);
 
 // The line of one row of the table for a location.

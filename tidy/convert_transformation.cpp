@@ -17,11 +17,10 @@ QString placeName(const TransformMessage &message, const QString &file)
 
 Transformation transformWithFile(CurrentTextIs role, const TransformInput &current, const QString &file)
 {
-    const QString path = files::systemPath(file);
-    const auto loaded = files::readTextFile(path);
+    const auto loaded = files::readTextFile(file);
     if (!loaded)
         return {platform::Failure{loaded.reason()}, {}};
-    const TransformInput other{loaded->utf8, path};
+    const TransformInput other{loaded->utf8, file};
     return role == CurrentTextIs::Xml ? transform(current, other) : transform(other, current);
 }
 

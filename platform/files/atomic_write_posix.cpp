@@ -29,7 +29,9 @@ struct Place
 
 platform::Failure failure(const QString &path, int error)
 {
-    return {QStringLiteral("%1 cannot be written: %2.").arg(path, errorText(error))};
+    // Of a file that is to be made the system's words would say that this very file is missing.
+    const QString why = error == ENOENT ? QStringLiteral("its folder does not exist") : errorText(error);
+    return {QStringLiteral("%1 cannot be written: %2.").arg(path, why)};
 }
 
 QByteArray folderOf(const QByteArray &path)
@@ -61,7 +63,7 @@ struct Stems
     QByteArray away;
 };
 
-QByteArray temporaryFolder() // empty where there is none
+QByteArray privateFolder() // empty where there is none
 {
     const platform::Result<QString> folder = privateTempFolder();
     return folder ? QFile::encodeName(*folder) : QByteArray();
@@ -188,7 +190,7 @@ int keepCopy(int old, const Place &place, NewFile &copy)
     const int error = copyInto(place.folder, stems.beside, old, copy);
     if (error == 0)
         return 0;
-    const QByteArray folder = temporaryFolder();
+    const QByteArray folder = privateFolder();
     return !folder.isEmpty() && copyInto(folder, stems.away, old, copy) == 0 ? 0 : error;
 }
 
@@ -258,18 +260,17 @@ platform::Result<void> replace(const QString &path, const Place &place, Pieces p
 platform::Result<void> replaceFile(const QString &path, std::span<const QByteArrayView> pieces,
                                    const std::function<void()> &writesOver)
 {
-    const QString named = systemPath(path);
     Place place;
-    place.path = QFile::encodeName(named);
+    place.path = QFile::encodeName(path);
     if (const int error = findPlace(place))
-        return failure(named, error);
-    platform::Result<void> done = replace(named, place, pieces, writesOver);
+        return failure(path, error);
+    platform::Result<void> done = replace(path, place, pieces, writesOver);
     if (!done)
         return done;
     const Stems stems(place.path);
     clearDrafts(place.folder, stems.fresh);
     clearDrafts(place.folder, stems.beside);
-    if (const QByteArray folder = temporaryFolder(); !folder.isEmpty())
+    if (const QByteArray folder = privateFolder(); !folder.isEmpty())
         clearDrafts(folder, stems.away);
     return done;
 }
@@ -277,11 +278,11 @@ platform::Result<void> replaceFile(const QString &path, std::span<const QByteArr
 QString leftOfCutShort(const QString &path)
 {
     Place place;
-    place.path = QFile::encodeName(systemPath(path));
+    place.path = QFile::encodeName(path);
     if (findPlace(place) != 0)
         return {};
     const Stems stems(place.path);
-    const QByteArray folder = temporaryFolder();
+    const QByteArray folder = privateFolder();
     for (const QByteArray &copy :
          {draftName(place.folder, stems.beside, 0), draftName(folder, stems.away, 0)}) {
         struct stat status = {};

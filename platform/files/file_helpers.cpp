@@ -15,7 +15,9 @@ namespace files {
 
 namespace {
 
-QString withSlashes(QString path) { return path.replace(QLatin1Char('\\'), QLatin1Char('/')); }
+QString withSlashes(QString suffix) { return suffix.replace(QLatin1Char('\\'), QLatin1Char('/')); }
+
+QString cleanPath(const QString &path) { return QDir::cleanPath(QDir::fromNativeSeparators(path)); }
 
 // Also true for a link that leads nowhere.
 bool isThere(const QString &path)
@@ -26,20 +28,26 @@ bool isThere(const QString &path)
 
 } // namespace
 
-QString systemPath(const QString &path)
+QString fullPath(const QString &path)
 {
-    if (!path.contains(QLatin1Char('\\')) || isThere(path))
-        return path;
-    return withSlashes(path);
+    const QString named = QDir::fromNativeSeparators(path);
+    const qsizetype slash = named.lastIndexOf(QLatin1Char('/'));
+    const QString before = named.first(qMax(slash, qsizetype(0)));
+    const QString name = named.sliced(slash + 1);
+    const bool goesUp = before.split(QLatin1Char('/')).contains(QLatin1String(".."));
+    const QString folder = goesUp ? QFileInfo(before).canonicalFilePath() : QString();
+    if (folder.isEmpty() || name.isEmpty() || name == QLatin1String(".."))
+        return QFileInfo(path).absoluteFilePath();
+    return QDir(folder).filePath(name);
 }
 
 bool fileExists(const QString &path)
 {
-    const QFileInfo info(systemPath(path));
+    const QFileInfo info(path);
     return info.exists() && !info.isDir();
 }
 
-bool folderExists(const QString &path) { return QFileInfo(systemPath(path)).isDir(); }
+bool folderExists(const QString &path) { return QFileInfo(path).isDir(); }
 
 QString extensionOf(const QString &path)
 {
@@ -50,13 +58,13 @@ QString extensionOf(const QString &path)
 
 QString fileNameOf(const QString &path)
 {
-    const QString clean = QDir::cleanPath(systemPath(path));
+    const QString clean = cleanPath(path);
     return clean.sliced(clean.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
 QString parentFolderOf(const QString &path)
 {
-    const QString clean = QDir::cleanPath(systemPath(path));
+    const QString clean = cleanPath(path);
     const qsizetype slash = clean.lastIndexOf(QLatin1Char('/'));
     if (slash < 0 || clean.size() == 1)
         return {};
@@ -65,7 +73,7 @@ QString parentFolderOf(const QString &path)
 
 platform::Result<QString> createFolder(const QString &path)
 {
-    const QString clean = QDir::cleanPath(systemPath(path));
+    const QString clean = cleanPath(path);
     std::error_code error;
     if (std::filesystem::create_directory(QFile::encodeName(clean).toStdString(), error))
         return clean;
@@ -83,25 +91,19 @@ QStringList nonEmptyLines(const QString &path)
     return QString::fromUtf8(*text).remove(QChar::ByteOrderMark).split(lineEnd, Qt::SkipEmptyParts);
 }
 
-bool deleteIfExists(const QString &path)
-{
-    const QString name = systemPath(path);
-    return !isThere(name) || QFile::remove(name);
-}
+bool deleteIfExists(const QString &path) { return !isThere(path) || QFile::remove(path); }
 
 int firstFreeNumber(const QString &path)
 {
-    const QString name = systemPath(path);
     for (int number = 0;; ++number) {
-        const QString numbered = name + QString::number(number);
-        if (!isThere(numbered) || QFileInfo(numbered).isDir())
+        if (!isThere(path + QString::number(number)))
             return number;
     }
 }
 
 QString joinPath(const QString &folder, const QString &suffix)
 {
-    return QDir::cleanPath(systemPath(folder) + QLatin1Char('/') + withSlashes(suffix));
+    return cleanPath(folder + QLatin1Char('/') + withSlashes(suffix));
 }
 
 QString programFolder()

@@ -72,8 +72,8 @@ FileEnd takeFileEnd(QByteArray &utf8)
 platform::Result<LoadedText> readTextFile(const QString &path)
 {
     LoadedText loaded;
-    loaded.stamp = stampOf(systemPath(path)).value_or(FileStamp());
-    platform::Result<QByteArray> bytes = readBytes(systemPath(path));
+    loaded.stamp = stampOf(path).value_or(FileStamp());
+    platform::Result<QByteArray> bytes = readBytes(path);
     if (!bytes)
         return platform::Failure{bytes.reason()};
     DecodedText decoded = decodeText(std::move(*bytes));
@@ -85,7 +85,7 @@ platform::Result<LoadedText> readTextFile(const QString &path)
 
 platform::Result<QByteArray> readPlainText(const QString &path)
 {
-    platform::Result<QByteArray> bytes = readBytes(systemPath(path));
+    platform::Result<QByteArray> bytes = readBytes(path);
     if (!bytes)
         return bytes;
     return decodePlainText(std::move(*bytes));

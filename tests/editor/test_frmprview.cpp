@@ -92,8 +92,8 @@ private Q_SLOTS:
     void showsLinesToCopy()
     {
         const QTemporaryDir documents;
-        const Opened opened(documents.filePath(QStringLiteral("My Files/a.xsl")));
-        const QString location = documents.path() + QStringLiteral("/My%20Files/a.xsl0");
+        const Opened opened(documents.filePath(QStringLiteral("My Files/a\\b.xsl")));
+        const QString location = documents.path() + QStringLiteral("/My%20Files/a%5Cb.xsl0");
         QCOMPARE(opened.shown("Text1"), location);
         const QStringList lines{
             u"<!DOCTYPE Element_1 SYSTEM \"%1\">"_qs.arg(location),

@@ -113,10 +113,13 @@ private Q_SLOTS:
         for (const auto &[name, xmlIsCurrent, text, file, run, line] : rows) {
             Desk desk;
             desk.text = text;
+            QVERIFY(QDir(desk.folder.path()).mkdir(q("o")));
+            desk.write("o/ther", "<not-this/>");
             desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
             desk.find<QRadioButton>("optjob1")->click();
             desk.find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
-            desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")->setText(desk.write("other", file));
+            desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")
+                ->setText(desk.write("o\\ther", file));
             desk.convert();
             QCOMPARE(desk.runs, run.isEmpty() ? QList<QByteArray>() : QList<QByteArray>({run}));
             QCOMPARE(desk.perRunFile(), QByteArray(run.isEmpty() ? "" : "output-html: yes\r\n"));
@@ -124,7 +127,7 @@ private Q_SLOTS:
             QCOMPARE(desk.failure().isEmpty(), !run.isEmpty());
             QCOMPARE(desk.messages.empty() ? -1 : desk.messages.front().line, line);
             if (line == 0)
-                QVERIFY(desk.messages.front().text.startsWith(q("other, line 2: ")));
+                QVERIFY(desk.messages.front().text.startsWith(q("o\\ther, line 2: ")));
         }
     }
 

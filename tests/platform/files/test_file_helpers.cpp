@@ -1,4 +1,5 @@
 #include "platform/files/file_helpers.h"
+#include "platform/files/text_file.h"
 #include "tests/platform/files/file_content.h"
 
 #include <QDir>
@@ -28,7 +29,7 @@ private Q_SLOTS:
                                 << QString::fromLatin1(extension) << QString::fromLatin1(parent);
         };
         row("/x/a.tar.gz", "a.tar.gz", "gz", "/x");
-        row("\\x\\a.xml", "a.xml", "xml", "/x");
+        row("/x.y\\a.b\\c", "x.y\\a.b\\c", "b\\c", "/");
         row("/x.y/tdyex", "tdyex", "", "/x.y");
         row("/x/a.", "a.", "", "/x");
         row("/x/.b", ".b", "b", "/x");
@@ -53,21 +54,43 @@ private Q_SLOTS:
         write(folder.filePath(QStringLiteral("a")), {});
         const QString file = joinPath(folder.path(), QStringLiteral("\\a"));
         QCOMPARE(file, folder.path() + QStringLiteral("/a"));
-        QVERIFY(fileExists(QString(file).replace(QLatin1Char('/'), QLatin1Char('\\'))));
         QVERIFY(!fileExists(folder.path()) && folderExists(folder.path()) && !folderExists(file));
         QVERIFY(deleteIfExists(file) && deleteIfExists(file));
         QVERIFY(!fileExists(file));
     }
 
-    // Here a backslash may be part of a name: what is there under the name as given is meant.
+    // Here a backslash may be part of a name, whether such a file is there or not. Only suffixes are turned.
     void backslashInName()
     {
         const QTemporaryDir folder;
+        const QString other = folder.filePath(QStringLiteral("a/b.c"));
         const QString file = folder.filePath(QStringLiteral("a\\b.c"));
-        write(file, {});
-        QVERIFY(fileExists(file));
-        QCOMPARE(fileNameOf(file), QStringLiteral("a\\b.c"));
-        QCOMPARE(parentFolderOf(file), folder.path());
+        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("a")));
+        write(other, "other");
+        QVERIFY(!fileExists(file) && !readTextFile(file) && deleteIfExists(file));
+        QCOMPARE(firstFreeNumber(other.chopped(1)), 0);
+        QVERIFY(writeTextFile(file, "mine"));
+        QCOMPARE(contentOf(other), QByteArray("other"));
+        QCOMPARE(contentOf(file), QByteArray("mine\r\n"));
+        QVERIFY(createFolder(file + QStringLiteral("\\d")).ok());
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 2);
+        QCOMPARE(joinPath(file, QStringLiteral("\\d\\e")), file + QStringLiteral("/d/e"));
+    }
+
+    // Links before ".." are followed, as the system has it.
+    void fullPaths()
+    {
+        const QTemporaryDir folder;
+        const QString top = QDir(folder.path()).canonicalPath();
+        QVERIFY(QDir(top).mkpath(QStringLiteral("far/away")));
+        QVERIFY(QFile::link(QStringLiteral("far/away"), top + QStringLiteral("/l")));
+        const auto full
+            = [&](const char *path) { return fullPath(top + QLatin1String(path)).mid(top.size()); };
+        QCOMPARE(full("/l/../a\\b"), QStringLiteral("/far/a\\b"));
+        QCOMPARE(full("/far/../a"), QStringLiteral("/a"));
+        QCOMPARE(full("/none/../a"), QStringLiteral("/a"));
+        QCOMPARE(full("/l/a"), QStringLiteral("/l/a"));
+        QCOMPARE(fullPath(QStringLiteral("a")), QDir::current().filePath(QStringLiteral("a")));
     }
 
     void nonEmptyLinesOfAnyEnd()
@@ -112,8 +135,9 @@ private Q_SLOTS:
         QCOMPARE(firstFreeNumber(document), 0);
         write(document + QStringLiteral("0"), {});
         QVERIFY(QFile::link(QStringLiteral("nowhere"), document + QStringLiteral("1")));
-        write(document + QStringLiteral("3"), {});
-        QCOMPARE(firstFreeNumber(document), 2);
+        QVERIFY(QDir().mkdir(document + QStringLiteral("2")));
+        write(document + QStringLiteral("4"), {});
+        QCOMPARE(firstFreeNumber(document), 3);
     }
 
     void folders()
@@ -134,6 +158,25 @@ private Q_SLOTS:
         qputenv("XMLEDITOR_PROGRAM_FOLDER", QFile::encodeName(folder.path() + QStringLiteral("//")));
         QCOMPARE(programFolder(), folder.path());
         qunsetenv("XMLEDITOR_PROGRAM_FOLDER");
+    }
+
+    // Nothing is put into the root of all files for want of the folder that is named.
+    void temporaryFolderIsMissing()
+    {
+        const QTemporaryDir place;
+        const QString missing = place.filePath(QStringLiteral("none"));
+        const QString file = place.filePath(QStringLiteral("file"));
+        write(file, {});
+        for (const QString &named : {missing, file}) {
+            qputenv("TMPDIR", QFile::encodeName(named));
+            const TemporaryFolder found = temporaryFolder();
+            QVERIFY(QFileInfo(found.path).isDir() && !QFileInfo(found.path).isRoot());
+            QVERIFY(found.note.contains(named) && found.note.contains(found.path));
+            QVERIFY(!QFileInfo::exists(missing));
+        }
+        qputenv("TMPDIR", QFile::encodeName(place.path()));
+        QCOMPARE(temporaryFolder().path, QDir(place.path()).canonicalPath());
+        QVERIFY(temporaryFolder().note.isEmpty());
     }
 
     void privateFolder()
