@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 
 namespace document {
 
@@ -21,7 +20,6 @@ constexpr const char *lockSuffix = ".lock";
 constexpr const char *part = ".part";
 
 constexpr qint64 beginning = 65536; // bytes, in which the longest path has room
-constexpr qint64 whole = std::numeric_limits<qint32>::max();
 
 QString freshId() { return QString::number(QRandomGenerator::system()->generate64(), 16); }
 
@@ -105,7 +103,7 @@ WaitingText RecoveryStore::look(const QString &file, bool abandoned) const
     const auto bytes = files::readPrivateFile(file, beginning);
     const RecoveryBeginning found = bytes ? readBeginning(*bytes) : RecoveryBeginning();
     WaitingText text{file, found.head, info.size(), info.lastModified(), abandoned, false, {}};
-    text.damaged = !found.legible || found.fileSize != info.size();
+    text.damaged = !found.legible || found.fileSize != info.size() || info.size() > longestFile;
     if (text.damaged)
         text.head = {{}, {}, XmlMode, text.since};
     return text;
@@ -136,7 +134,7 @@ bool RecoveryStore::claim(WaitingText &text) const
 
 platform::Result<OpenedCopy> RecoveryStore::open(const WaitingText &text) const
 {
-    const auto bytes = files::readPrivateFile(text.file, whole);
+    const auto bytes = files::readPrivateFile(text.file, text.damaged ? mostBytes : longestFile);
     if (!bytes)
         return platform::Failure{bytes.reason()};
     return openCopy(*bytes);
@@ -172,13 +170,18 @@ void RecoveryStore::expire(const QDateTime &now)
         return std::pair(one.lastModified(), one.fileName())
             > std::pair(other.lastModified(), other.fileName());
     });
+    // What goes for its size takes no other with it.
     qint64 bytes = 0;
     int count = 0;
     for (const QFileInfo &file : all) {
-        bytes += file.size();
-        const bool tooMuch = ++count > mostKept || (count > 1 && bytes > mostBytes);
-        if (tooMuch || file.lastModified().addDays(mostDays) < now)
+        const bool latest = count == 0 && file.size() <= longestFile;
+        const bool hasRoom = latest || (count < mostKept && bytes + file.size() <= mostBytes);
+        if (!hasRoom || file.lastModified().addDays(mostDays) < now) {
             QFile::remove(file.filePath());
+            continue;
+        }
+        bytes += latest && file.size() > mostBytes ? 0 : file.size();
+        ++count;
     }
 }
 

@@ -34,7 +34,9 @@ class RecoveryStore
 public:
     static constexpr int mostDays = 14;
     static constexpr int mostKept = 20;
-    static constexpr qint64 mostBytes = 500'000'000; // but one text stays, however long
+    static constexpr qint64 mostBytes
+        = 500'000'000; // but the latest stays, however long, and takes no other's room
+    static constexpr qint64 longestFile = (qint64(1) << 31) - 1; // no text that was kept is longer
 
     explicit RecoveryStore(const QString &folder);
     ~RecoveryStore() = default;
@@ -55,7 +57,7 @@ public:
     // Makes an abandoned text this window's to ask about; false when another has it or it is gone.
     bool claim(WaitingText &text) const;
 
-    // All of a text, proved.
+    // All of a text, proved; of a damaged one no more than mostBytes.
     platform::Result<OpenedCopy> open(const WaitingText &text) const;
 
     // The text is open in this window now, and so its unsaved text; false when it could not be taken over.

@@ -29,6 +29,15 @@ void put(const QString &path, const QByteArray &content)
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
 }
 
+// As though written so many seconds from now.
+void resizeAt(const QString &path, qint64 size, int seconds)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite) && file.resize(size));
+    QVERIFY(
+        file.setFileTime(QDateTime::currentDateTime().addSecs(seconds), QFileDevice::FileModificationTime));
+}
+
 } // namespace
 
 class TestRecoveryStore : public QObject
@@ -86,6 +95,17 @@ private Q_SLOTS:
         leaveBehind(copy);
         QFile(RecoveryStore(folder()).waiting().at(0).file).resize(file.size() - 1);
         QVERIFY(RecoveryStore(folder()).waiting().at(0).damaged);
+        // What is longer than any text is known without a look at what it says of itself.
+        const qint64 tooLong = RecoveryStore::longestFile + 1;
+        const QByteArray size = "\"size\":" + QByteArray::number(copy.text.size());
+        QByteArray head = sealedHead(copy);
+        QVERIFY(head.contains(size));
+        head.replace(size, "\"size\":" + QByteArray::number(tooLong - head.size() - 9));
+        const QString path = RecoveryStore(folder()).waiting().at(0).file;
+        put(path, head);
+        resizeAt(path, tooLong, 0);
+        QCOMPARE(readBeginning(head).fileSize, tooLong);
+        QVERIFY(RecoveryStore(folder()).waiting().at(0).damaged);
     }
 
     void windowsLeaveEachOtherAlone()
@@ -115,14 +135,17 @@ private Q_SLOTS:
         QCOMPARE(texts.size(), RecoveryStore::mostKept);
         for (const WaitingText &text : texts)
             QVERIFY(!text.abandoned && store.open(text)->copy.text.toInt() >= 2);
-        // Much at once leaves room for the newest alone, whatever its size.
-        QFile largest(texts.at(3).file);
-        QVERIFY(largest.open(QIODevice::ReadWrite) && largest.resize(RecoveryStore::mostBytes + 1));
-        QVERIFY(
-            largest.setFileTime(QDateTime::currentDateTime().addSecs(9), QFileDevice::FileModificationTime));
-        largest.close();
+        // The newest may be of any size; what is none of ours goes, and nothing goes with it.
+        resizeAt(texts.at(3).file, RecoveryStore::mostBytes + 1, 9);
+        const QString foreign = folder() + u"/9.kept"_s;
+        put(foreign, {});
+        resizeAt(foreign, RecoveryStore::longestFile + 1, 18);
         store.expire(QDateTime::currentDateTime());
-        QCOMPARE(store.waiting().size(), 1);
+        QVERIFY(!QFile::exists(foreign));
+        QCOMPARE(store.waiting().size(), RecoveryStore::mostKept);
+        resizeAt(texts.at(3).file, RecoveryStore::mostBytes + 1, -9);
+        store.expire(QDateTime::currentDateTime());
+        QCOMPARE(store.waiting().size(), RecoveryStore::mostKept - 1);
         store.expire(QDateTime::currentDateTime().addDays(RecoveryStore::mostDays + 1));
         QVERIFY(store.waiting().isEmpty());
     }
