@@ -3,6 +3,7 @@
 #include "app/main_window.h"
 #include "app/read_ahead.h"
 #include "app/splash.h"
+#include "document/life.h"
 #include "platform/browser/browser_process.h"
 #include "platform/browser/preview_profile.h"
 #include "platform/dialogs/qt_dialogs.h"

@@ -207,6 +207,7 @@ void mainfrm::keepUnsaved()
         .dialogs = dialogs_,
         .menu = *menus_.menu(QStringLiteral("mnurecover")),
         .note = [this](const QString &text) { note(text); },
+        .fileNote = [this](const QString &text) { fileNote(text); },
         .dataFolder = folders_.data(),
     });
     connect(CodeMax1, &control::CodeEditor::textEdited, recovery_.get(), &Recovery::edited);
@@ -250,6 +251,8 @@ bool mainfrm::askToLoadAgain(const QString &otherwise)
         text += QLatin1Char('\n') + tr("What you changed here would be lost.");
     const bool again = dialogs_.message(dialogs::Icon::Question, dialogs::Buttons::YesNo, text + otherwise)
         == dialogs::Answer::Yes;
+    if (std::exchange(fileGone_, false))
+        fileNote({});
     if (!again || !session_->life().reload())
         session_->life().keepOver();
     mark_->refresh();
@@ -262,25 +265,28 @@ bool mainfrm::mayWriteFile()
     const FileWatch::Found found = watch_->checkNow();
     if (found == FileWatch::Found::Changed && !session_->life().fileIsAsSaved())
         return !askToLoadAgain(QLatin1Char('\n') + tr("If not, what the other program wrote is replaced."));
-    if (found == FileWatch::Found::Gone) {
+    if (found == FileWatch::Found::Gone)
         fileGone();
-        note(tr("%1 was no longer there and was written anew.").arg(session_->state().CurrentFilePath));
-    }
     return true;
 }
 
+// Its folder may have gone with it, which is not for saving to make: who removed it had a reason.
 void mainfrm::fileGone()
 {
+    fileGone_ = true;
     session_->life().keepOver();
     mark_->refresh();
     recovery_->settled();
-    note(tr("%1 is no longer there; saving writes it anew.").arg(session_->state().CurrentFilePath));
+    const QString path = session_->state().CurrentFilePath;
+    const QString told = files::folderExists(files::parentFolderOf(path))
+        ? tr("%1 is no longer there; saving writes it anew.")
+        : tr("%1 is no longer there, nor is its folder; save the document elsewhere.");
+    fileNote(told.arg(path));
 }
 
 void mainfrm::prelodr(const QStringList &arguments)
 {
     WebBrowser1->setSilent(true);
-    setSaveEnabled(false);
     setModesEnabled(false, true, true);
     editorHost_->load();
     showMenusFor(currentTab());
@@ -381,17 +387,14 @@ void mainfrm::rebuildTree()
     model_->nametree(session_->state().Document.documentElement());
 }
 
-void mainfrm::setSaveEnabled(bool enabled)
-{
-    commands_.action(QStringLiteral("mnuSave"))->setEnabled(enabled);
-}
-
 void mainfrm::setTitleLine(const QString &text)
 {
     StatusBar1->setTitleLine(text);
     const QString path = session_->files().istmppath() ? QString() : session_->state().CurrentFilePath;
+    fileGone_ = false;
     if (!path.isEmpty()) {
-        recent_->add(path);
+        if (session_->state().stamp.exists)
+            recent_->add(path);
         dialogs_.beginIn(files::parentFolderOf(path));
     }
     watch_->watch(path, session_->state().stamp);
@@ -404,9 +407,23 @@ void mainfrm::documentSaved()
     watch_->remember();
     mark_->refresh();
     recovery_->settled();
+    tellOfFirstWriting();
+}
+
+// The document may as well have been written to another file.
+void mainfrm::tellOfFirstWriting()
+{
+    const QString path = session_->state().CurrentFilePath;
+    if (session_->files().istmppath() || !files::fileExists(path))
+        return;
+    recent_->add(path);
+    if (std::exchange(fileGone_, false))
+        note(tr("%1 was no longer there and was written anew.").arg(path));
 }
 
 void mainfrm::note(const QString &text) { StatusBar1->setNote(text); }
+
+void mainfrm::fileNote(const QString &text) { StatusBar1->setFileNote(text); }
 
 void mainfrm::setModesEnabled(bool normal, bool xml, bool preview)
 {

@@ -96,11 +96,11 @@ private:
     int currentTab() const override;
     void selectTab(int tab) override;
     void rebuildTree() override;
-    void setSaveEnabled(bool enabled) override;
     void documentSaved() override;
     void textGivenUp(const QByteArray &text) override;
     void setTitleLine(const QString &text) override;
     void note(const QString &text) override;
+    void fileNote(const QString &text) override;
     void setModesEnabled(bool normal, bool xml, bool preview) override;
     void showMenusFor(int tab) override;
     void layOut() override;
@@ -147,6 +147,7 @@ private:
     void editNodes();
     void serveEditor(const Outside &outside);
     void tellOfDocument();
+    void tellOfFirstWriting();
     void keepUnsaved();
     void watchFile();
     void checkFile();
@@ -191,6 +192,7 @@ private:
     std::unique_ptr<RecentDocuments> recent_;
     std::unique_ptr<Recovery> recovery_;
     int tab_ = document::NormalMode; // the one that the last switch led to
+    bool fileGone_ = false; // since it was last written
     bool left_ = false;
 };
 

@@ -52,7 +52,7 @@ QString question(const document::RecoveryHead &head)
                        .arg(name, timeOf(head.changed));
     const QFileInfo file(head.path);
     if (!head.path.isEmpty() && !file.exists())
-        text += QLatin1Char('\n') + Recovery::tr("The file itself is no longer there.");
+        text += QLatin1Char('\n') + Recovery::tr("The file itself is not there.");
     else if (!head.path.isEmpty() && !files::leftOfCutShort(head.path).isEmpty())
         text += QLatin1Char('\n') + Recovery::tr("The file itself was only written in part.");
     else if (!head.path.isEmpty() && file.lastModified() > head.changed)
@@ -148,7 +148,7 @@ void Recovery::endUnsaved()
 void Recovery::written(const platform::Result<void> &result)
 {
     if (!result && !toldOfFailure_)
-        around_.note(tr("Changes are not kept for recovery: %1").arg(result.reason()));
+        around_.fileNote(tr("Changes are not kept for recovery: %1").arg(result.reason()));
     toldOfFailure_ = !result;
 }
 
@@ -166,9 +166,11 @@ void Recovery::offer()
             return;
 }
 
+// What its beginning or its size shows to be damaged is not read, however long it is.
 bool Recovery::offerOne(document::WaitingText &text)
 {
-    const auto opened = looking_.open(text);
+    const auto opened
+        = text.damaged ? platform::Result<document::OpenedCopy>(document::OpenedCopy()) : looking_.open(text);
     if (!opened || !opened->whole) {
         looking_.retire(text);
         around_.note(tr("What was kept for recovery at %1 is damaged.").arg(timeOf(text.head.changed)));
@@ -196,8 +198,9 @@ bool Recovery::open(const document::WaitingText &text, const document::OpenedCop
     if (!around_.session.life().recover(copy.head.path, copy.text, copy.head.form, copy.head.mode))
         return false;
     writer_.finish();
-    store_.adopt(text);
-    if (!opened.whole)
+    if (opened.whole)
+        store_.adopt(text);
+    else // what is shown may not be all that somebody could yet make of the file
         around_.note(tr("The text was damaged; this is what is left of it."));
     return true;
 }

@@ -32,6 +32,7 @@ public:
         dialogs::Dialogs &dialogs;
         QMenu &menu;
         std::function<void(const QString &)> note;
+        std::function<void(const QString &)> fileNote; // what stands until the document is saved
         QString dataFolder; // the copies are in a folder of it
     };
 

@@ -1,5 +1,7 @@
 #include "app/status_bar.h"
 
+#include "app/fitted_line.h"
+
 #include <QPainter>
 #include <QStyle>
 
@@ -24,7 +26,7 @@ void ElidedLabel::setWhole(const QString &text)
 
 QSize ElidedLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(text()) + 2 * inset, fontMetrics().height()};
+    return {fontMetrics().horizontalAdvance(text()) + 1 + 2 * inset, fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -37,9 +39,7 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRect area = contentsRect().adjusted(inset, 0, -inset, 0);
-    QString line = text();
-    line.replace(QLatin1Char('\n'), QLatin1Char(' ')); // a file name may hold one
-    const QString shown = fontMetrics().elidedText(line, Qt::ElideMiddle, area.width());
+    const QString shown = fittedLine(text(), fontMetrics(), area.width());
     style()->drawItemText(&painter, area, int(Qt::AlignVCenter | Qt::AlignLeft), palette(), isEnabled(),
                           shown, foregroundRole());
 }
@@ -51,7 +51,7 @@ StatusBar::StatusBar(QWidget *parent)
     title_->setObjectName(QStringLiteral("Panel1"));
     note_->setObjectName(QStringLiteral("Note"));
     addWidget(title_, 1);
-    addPermanentWidget(note_, 1);
+    addPermanentWidget(note_); // has the room it needs before the title line
     note_->hide();
     activity_ = addPanel("Activity", tr("What the editor is doing"));
     caret_ = addPanel("CaretPlace", tr("Line and column of the caret"));
@@ -85,6 +85,21 @@ void StatusBar::setForm(const QString &encoding, const QString &lineEnd)
 
 void StatusBar::setNote(const QString &text)
 {
+    passing_ = text;
+    showNote();
+}
+
+void StatusBar::setFileNote(const QString &text)
+{
+    ofFile_ = text;
+    if (!text.isEmpty())
+        passing_.clear();
+    showNote();
+}
+
+void StatusBar::showNote()
+{
+    const QString &text = passing_.isEmpty() ? ofFile_ : passing_;
     note_->setWhole(text);
     note_->setVisible(!text.isEmpty());
 }

@@ -6,7 +6,7 @@
 
 namespace app {
 
-// A line of text that gives way in a narrow window: cut in the middle, whole in its tool tip.
+// A line of text that gives way in a narrow window; whole in its tool tip.
 class ElidedLabel : public QLabel
 {
 public:
@@ -29,6 +29,8 @@ public:
 
     // Stays until it is replaced; empty clears it.
     void setNote(const QString &text);
+    // The same, of the document's file. Shown when there is no other note, and so again when that is cleared.
+    void setFileNote(const QString &text);
 
     // What the editor is busy with by itself, such as recording; empty for nothing.
     void setActivity(const QString &text) { show(activity_, text); }
@@ -39,10 +41,13 @@ public:
 
 private:
     QLabel *addPanel(const char *name, const QString &tip);
+    void showNote();
     static void show(QLabel *panel, const QString &text);
 
     ElidedLabel *title_;
     ElidedLabel *note_;
+    QString passing_;
+    QString ofFile_;
     QLabel *activity_;
     QLabel *caret_;
     QLabel *encoding_;

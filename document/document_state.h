@@ -28,8 +28,7 @@ struct DocumentState
     int PreviewCopyNumber = 0;
     QString PreviewFilePath;
     QString temporaryFolder; // where new documents live
-    QString refusedPath; // of a new document: the file named at start-up that its text is from; else empty
-    files::FileStamp stamp; // of that file, from before it was read or after it was written
+    files::FileStamp stamp; // of that path's file, from before it was read or after it was written
     files::FileForm form; // how the document stood in its file, and so how it is written
 
     dom::Document Document; // the truth while the tree is shown

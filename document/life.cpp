@@ -4,16 +4,22 @@
 #include "platform/files/atomic_write.h"
 #include "platform/files/file_helpers.h"
 
-#include <QFileInfo>
 #include <array>
 
 namespace document {
 
-// Arguments that a shell split at blanks are one path again; quotes only ever stood around it.
-static QString pathOnCommandLine(const QStringList &arguments)
+// Arguments that a shell split at blanks are one path again; quotes only ever stood around it. But where
+// there is a file of the very name that was given, nothing is made of it.
+QString pathOnCommandLine(const QStringList &arguments)
 {
-    const QString path = arguments.join(QLatin1Char(' ')).remove(QLatin1Char('"'));
-    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+    const QString given = arguments.join(QLatin1Char(' '));
+    QString path = given;
+    path.remove(QLatin1Char('"'));
+    if (files::fileExists(given))
+        path = given;
+    else if (arguments.size() > 1 && !files::fileExists(path) && files::fileExists(arguments.first()))
+        path = arguments.first();
+    return path.isEmpty() ? path : files::fullPath(path);
 }
 
 void Life::prelodr(const QStringList &arguments)
@@ -23,26 +29,32 @@ void Life::prelodr(const QStringList &arguments)
     state_.TabTag = NormalMode;
     around_.editor.setLanguage(control::Language::Xml);
     clearEditor();
-    if (named.isEmpty() || !loadNamed(named))
-        startAnew(workingFile, named);
-    else
-        around_.workspace.setSaveEnabled(true); // a file of the user's, as after Open
-    saving_.rememberDom();
-    saving_.showTitle();
+    if (named.isEmpty() || !openNamed(named))
+        beginAnew(workingFile);
+    else if (arguments.size() > 1 && named == files::fullPath(arguments.first()))
+        around_.workspace.note(QStringLiteral("Of the files that were named only the first was opened."));
 }
 
-bool Life::loadNamed(const QString &path)
+// False when there is something of that name that cannot be opened, which is reported.
+bool Life::openNamed(const QString &path)
 {
+    const auto found = files::stampOf(path);
+    if (found && !found->exists && !path.endsWith(QLatin1Char('/'))) {
+        beginAnew(path);
+        return true;
+    }
     const auto file = parsing_.readFile(path);
-    return file && loadAs(path, *file);
+    if (file)
+        take(path, *file);
+    return file.has_value();
 }
 
-bool Life::loadAs(const QString &path, const files::LoadedText &file)
+void Life::loadAs(const QString &path, const files::LoadedText &file)
 {
     files_.setCurrentFile(path);
     around_.editor.setLanguage(languageOf(path, file.utf8));
     takeForm(file);
-    return parsing_.Loadpathxml(file);
+    parsing_.Loadpathxml(file);
 }
 
 // How the current file was when it was read, and what is to be told of that.
@@ -51,19 +63,21 @@ void Life::takeForm(const files::LoadedText &file)
     state_.form = file.form;
     state_.stamp = file.stamp;
     const QString former = files::leftOfCutShort(state_.CurrentFilePath);
-    if (!former.isEmpty())
-        around_.workspace.note(QStringLiteral("An unfinished save left the former text in %1.").arg(former));
-    else if (!file.note.isEmpty())
-        around_.workspace.note(file.note);
+    around_.workspace.fileNote(
+        former.isEmpty() ? file.note
+                         : QStringLiteral("An unfinished save left the former text in %1.").arg(former));
 }
 
-// The form of a faulty file stays: its text is still what the editor shows, and what would be saved.
-void Life::startAnew(const QString &workingFile, const QString &refused)
+void Life::beginAnew(const QString &path)
 {
-    files_.setCurrentFile(workingFile);
-    if (state_.HasParseErrors)
-        state_.refusedPath = refused;
+    files_.setCurrentFile(path);
+    state_.form = {};
+    state_.stamp = {};
+    around_.editor.setLanguage(languageOf(path, newDocumentTemplate()));
+    around_.workspace.fileNote({});
     parsing_.LoadXml(newDocumentTemplate());
+    saving_.rememberDom();
+    saving_.showTitle();
 }
 
 void Life::newDocument()
@@ -73,13 +87,7 @@ void Life::newDocument()
     clearEditor();
     around_.workspace.selectTab(NormalMode);
     files_.kiltmpfyl();
-    files_.setCurrentFile(files_.makefile());
-    around_.workspace.setSaveEnabled(false);
-    state_.form = {};
-    around_.editor.setLanguage(languageOf(state_.CurrentFilePath, newDocumentTemplate()));
-    parsing_.LoadXml(newDocumentTemplate());
-    saving_.rememberDom();
-    saving_.showTitle();
+    beginAnew(files_.makefile());
 }
 
 void Life::open()
@@ -89,13 +97,13 @@ void Life::open()
         if (chosen.isEmpty())
             return;
         if (files::fileExists(chosen))
-            return openExisting(QFileInfo(chosen).absoluteFilePath());
+            return openExisting(files::fullPath(chosen));
     }
 }
 
 void Life::openPath(const QString &path)
 {
-    const QString fullPath = QFileInfo(path).absoluteFilePath();
+    const QString fullPath = files::fullPath(path);
     if (files::fileExists(fullPath))
         openExisting(fullPath);
     else
@@ -115,7 +123,6 @@ void Life::openExisting(const QString &path)
 void Life::take(const QString &path, const files::LoadedText &file)
 {
     leaveViews(path);
-    around_.workspace.setSaveEnabled(true);
     loadAs(path, file);
     saving_.rememberLoaded();
     saving_.showTitle();
@@ -142,8 +149,8 @@ bool Life::recover(const QString &path, const QByteArray &text, const files::Fil
         return false;
     leaveViews(path);
     files_.setCurrentFile(path.isEmpty() ? files_.makefile() : path);
-    around_.workspace.setSaveEnabled(!path.isEmpty());
     state_.form = form;
+    around_.workspace.fileNote({});
     around_.editor.setLanguage(languageOf(state_.CurrentFilePath, text));
     keepOver();
     showUnsaved(text, mode);

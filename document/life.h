@@ -16,6 +16,10 @@ enum class HelpPage
     Search
 };
 
+// The one path that these arguments name, quotes around it dropped; empty for none. Of several files the
+// first.
+QString pathOnCommandLine(const QStringList &arguments);
+
 class Life
 {
 public:
@@ -24,8 +28,8 @@ public:
         : state_(state), around_(around), parsing_(parsing), files_(files), saving_(saving)
     { }
 
-    // The document's part of start-up: opens the document that the command line names, or a new one. All
-    // arguments together are one path; double quotes in it are dropped.
+    // The document's part of start-up: opens the document that the command line names, as Open does, or a new
+    // one. A name that no file has yet is that of the new document.
     void prelodr(const QStringList &arguments);
 
     void newDocument();
@@ -63,9 +67,9 @@ public:
     void openHelp(HelpPage page);
 
 private:
-    bool loadNamed(const QString &path);
-    bool loadAs(const QString &path, const files::LoadedText &file);
-    void startAnew(const QString &workingFile, const QString &refused);
+    bool openNamed(const QString &path);
+    void loadAs(const QString &path, const files::LoadedText &file);
+    void beginAnew(const QString &path);
     void openExisting(const QString &path);
     void take(const QString &path, const files::LoadedText &file);
     void takeForm(const files::LoadedText &file);

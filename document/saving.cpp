@@ -3,8 +3,6 @@
 #include "document/language.h"
 #include "platform/files/file_helpers.h"
 
-#include <QFileInfo>
-
 namespace document {
 
 using dialogs::Answer;
@@ -66,7 +64,7 @@ bool Saving::cndsavefunc()
     if (answer == Answer::Cancel)
         return true;
     // A dismissed Save As dialog goes on without saving; a file that could not be written must not.
-    const SaveResult result = answer == Answer::No ? SaveResult::Dismissed : isNew ? saveAs() : save();
+    const SaveResult result = answer == Answer::No ? SaveResult::Dismissed : save();
     if (result == SaveResult::Dismissed)
         giveUp();
     return result == SaveResult::Failed || result == SaveResult::LoadedAgain;
@@ -80,42 +78,69 @@ void Saving::keep(const QByteArray &text) const
 
 void Saving::giveUp() { around_.workspace.textGivenUp(currentText()); }
 
-SaveResult Saving::save(const QString &path)
+platform::Result<void> Saving::write(const QString &path)
 {
     const Busy busy(around_.workspace);
     const QByteArray text = currentText();
-    const auto written = files::writeDocumentFile(path, text, state_.form, [&] { keep(text); });
+    auto written = files::writeDocumentFile(path, text, state_.form, [&] { keep(text); });
     if (!written) {
         keep(text);
-        around_.workspace.note(written.reason());
-        return SaveResult::Failed;
+        return written;
     }
     files_.spare(path);
     state_.stamp = files::stampOf(path).value_or(files::FileStamp());
     state_.SavedXml = text;
     knowSaved();
-    around_.workspace.setSaveEnabled(true);
+    around_.workspace.fileNote({});
     around_.workspace.documentSaved();
-    return SaveResult::Saved;
+    return written;
+}
+
+// The note stays when the box has gone.
+bool Saving::offersSaveAs(const QString &reason)
+{
+    around_.workspace.fileNote(QStringLiteral("Not saved: %1").arg(reason));
+    return around_.dialogs.message(
+               Icon::Exclamation, Buttons::YesNo,
+               QStringLiteral("The document is not saved.\n%1\n\n"
+                              "Do you want to save it under another name or in another folder?")
+                   .arg(reason))
+        == Answer::Yes;
 }
 
 SaveResult Saving::save()
 {
-    return mayWrite_ && !mayWrite_() ? SaveResult::LoadedAgain : save(state_.CurrentFilePath);
+    if (files_.istmppath())
+        return saveAs();
+    if (mayWrite_ && !mayWrite_())
+        return SaveResult::LoadedAgain;
+    const auto written = write(state_.CurrentFilePath);
+    if (written)
+        return SaveResult::Saved;
+    const bool elsewhere = offersSaveAs(written.reason());
+    return elsewhere && saveAs() == SaveResult::Saved ? SaveResult::Saved : SaveResult::Failed;
 }
 
 SaveResult Saving::saveAs()
 {
-    QString proposed = files_.istmppath() ? state_.refusedPath : state_.CurrentFilePath;
+    QString proposed = files_.istmppath() ? QString() : state_.CurrentFilePath;
+    SaveResult unsaved = SaveResult::Dismissed;
     for (;;) {
         const QString chosen
             = around_.dialogs.saveFile(QStringLiteral("Save as"), documentFilter(), proposed);
         if (chosen.isEmpty())
-            return SaveResult::Dismissed;
-        const QString path = QFileInfo(chosen).absoluteFilePath();
-        if (mayWriteTo(path))
-            return moveTo(path);
-        proposed = path;
+            return unsaved;
+        proposed = files::fullPath(chosen);
+        if (!mayWriteTo(proposed))
+            continue;
+        const auto written = write(proposed);
+        if (written) {
+            moveTo(proposed);
+            return SaveResult::Saved;
+        }
+        unsaved = SaveResult::Failed;
+        if (!offersSaveAs(written.reason()))
+            return unsaved;
     }
 }
 
@@ -128,18 +153,15 @@ bool Saving::mayWriteTo(const QString &path)
         == Answer::Yes;
 }
 
-SaveResult Saving::moveTo(const QString &path)
+// The document is in that file now.
+void Saving::moveTo(const QString &path)
 {
-    const SaveResult result = save(path);
-    if (result != SaveResult::Saved)
-        return result;
     files_.kiltmpfyl();
     files_.setCurrentFile(path);
     if (around_.workspace.currentTab() == Preview) // of the copy that is gone
         files_.preview(state_.SavedXml);
     around_.editor.setLanguage(languageOf(path, state_.SavedXml));
     showTitle();
-    return result;
 }
 
 void Saving::rememberDom()

@@ -54,10 +54,10 @@ public:
     // The document's unsaved text is about to be let go: hands it to the workspace.
     void giveUp();
 
-    // Writes the current text to path. On failure the file and SavedXml stay as they were, the text is kept,
-    // and a note says why.
-    SaveResult save(const QString &path);
+    // Writes the current text to the document's file; of a new document to a file that is asked for. What
+    // cannot be written leaves file and SavedXml as they were and is kept; a box says why and offers Save As.
     SaveResult save();
+    // Dismissed when no file was chosen, Failed when one was that could not be written.
     SaveResult saveAs();
 
     // SavedXml becomes the DOM's serialised XML, as of a document that was just made.
@@ -74,8 +74,10 @@ private:
     bool domIsSource() const;
     void knowSaved();
     void keep(const QByteArray &text) const;
+    platform::Result<void> write(const QString &path);
+    bool offersSaveAs(const QString &reason); // of what was not written; true when accepted
     bool mayWriteTo(const QString &path);
-    SaveResult moveTo(const QString &path);
+    void moveTo(const QString &path);
 
     DocumentState &state_;
     Surroundings around_;

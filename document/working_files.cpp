@@ -34,7 +34,6 @@ void WorkingFiles::kiltmpfyl()
 void WorkingFiles::setCurrentFile(const QString &path)
 {
     state_.CurrentFilePath = path;
-    state_.refusedPath.clear();
     state_.PreviewCopyNumber = files::firstFreeNumber(path);
     state_.previewCopyWritten = false;
 }
@@ -47,9 +46,11 @@ void WorkingFiles::spare(const QString &chosenPath)
 
 platform::Result<void> WorkingFiles::writePreviewCopy(const QByteArray &text)
 {
-    // Somebody may have made a file of that name since; it is not ours to overwrite.
-    if (!state_.previewCopyWritten)
+    // Somebody may have made something of that name since; it is not ours to overwrite.
+    if (!state_.previewCopyWritten || !files::fileExists(state_.previewCopyPath())) {
         state_.PreviewCopyNumber = files::firstFreeNumber(state_.CurrentFilePath);
+        state_.previewCopyWritten = false;
+    }
     const QString path = state_.previewCopyPath();
     auto written = files::writeDocumentFile(path, text, {state_.form.encoding, files::FileEnd::CrLf});
     if (!written)
@@ -74,14 +75,18 @@ void WorkingFiles::preview(const QByteArray &text)
 
 QString WorkingFiles::findTemporaryFolder()
 {
+    if (const QString note = files::temporaryFolder().note; !note.isEmpty())
+        around_.workspace.note(note);
     const auto usual = files::privateTempFolder();
     if (usual && claim(*usual))
         return *usual;
     if (!usual)
         around_.workspace.note(usual.reason());
+    const QDir folder(files::temporaryFolder().path);
     if (!standIn_)
-        standIn_ = std::make_unique<QTemporaryDir>();
-    return standIn_->isValid() ? standIn_->path() : QDir::tempPath();
+        standIn_ = std::make_unique<QTemporaryDir>(folder.filePath(QStringLiteral("xmleditor-XXXXXX")));
+    // Where nothing can be written at all a new document is in a folder that is not there.
+    return standIn_->isValid() ? standIn_->path() : folder.filePath(QStringLiteral("xmleditor-none"));
 }
 
 // The working files have the same names in every window.

@@ -30,14 +30,17 @@ public:
     // Rebuilds the tree from the document element and expands its first node.
     virtual void rebuildTree() = 0;
 
-    virtual void setSaveEnabled(bool enabled) = 0; // "&Save" and "Save1" together
     virtual void documentSaved() { } // the document's file was just written
 
     // The user let an unsaved text go, which the document still is; it may yet be wanted back.
     virtual void textGivenUp(const QByteArray &) { }
 
     virtual void setTitleLine(const QString &text) = 0; // first panel of the status bar
-    virtual void note(const QString &text) = 0; // right end of the status bar: what was not done, and why
+    // Right end of the status bar: what was not done, and why. Until the next command.
+    virtual void note(const QString &text) = 0;
+    // There as well: what is to be known of the document's file. Until the file is written, or another
+    // document is opened; empty for nothing.
+    virtual void fileNote(const QString &text) = 0;
 
     // Enables or disables each mode's menu item and toolbar button together.
     virtual void setModesEnabled(bool normal, bool xml, bool preview) = 0;

@@ -64,9 +64,12 @@ private Q_SLOTS:
     {
         for (const char *name : {"with blank.xml", "100%25.xml", "it's.xml", "#fragment?query.xml",
                                  "\xd0\xb6\xe2\x82\xac\xe4\xb8\xad.xml", "&amp;<b>.xml", "line\nbreak.xml",
-                                 "noending", ".xml"}) {
+                                 "noending", ".xml", "p\\q.xml"}) {
             Window window;
             const QString path = window.folders.document(QString::fromUtf8(name));
+            const QString other = window.folders.document(u"p/q.xml"_s);
+            QVERIFY(QDir().mkdir(window.folders.document(u"p"_s)));
+            write(other, "<other/>");
             write(path, "<named/>\r\n");
             window.dialogs.answerFile(path);
             window.choose("mnuOpen");
@@ -78,6 +81,7 @@ private Q_SLOTS:
             QCOMPARE(contentOf(path), QByteArray("<named/>\r\n"));
             window.main->close();
             QVERIFY2(!QFile::exists(path + u'0'), name);
+            QCOMPARE(contentOf(other), QByteArray("<other/>"));
         }
     }
 
@@ -127,9 +131,10 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(window.path).dir().removeRecursively());
         window.typeAt(0, 2, " ");
         window.dialogs.answer(Answer::Yes);
+        window.dialogs.answer(Answer::No); // nor elsewhere
         window.main->close();
         QVERIFY(!window.left && window.main->isVisible());
-        QVERIFY(!window.note().isEmpty());
+        QVERIFY(window.note().startsWith(u"Not saved: "_s));
         QCOMPARE(window.editor()->text(), QByteArray("<a />"));
     }
 };

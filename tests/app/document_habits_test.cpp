@@ -2,6 +2,7 @@
 // that another program changes, and where the caret is.
 #include "window_fixture.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
@@ -71,24 +72,37 @@ private Q_SLOTS:
         QCOMPARE(panel(window, "LineEnd"), QStringLiteral("LF"));
     }
 
+    // One that was only named has nothing to be opened yet.
+    void firstSavingMakesADocument()
+    {
+        const Folders folders;
+        Window window(folders, {folders.document(QStringLiteral("new.xml"))});
+        QCOMPARE(recentItems(window), QStringList{QStringLiteral("&Clear List")});
+        QVERIFY(!window.main->isWindowModified());
+        window.choose("mnuSave");
+        QCOMPARE(recentItems(window).first(), QStringLiteral("&1  new.xml"));
+    }
+
     void lastDocumentsAreOffered()
     {
         const Folders folders;
-        for (const char *name : {"one&two.xml", "b.xml"})
+        for (const char *name : {"one&two.xml", "b\\c.xml"})
             write(folders.document(QString::fromLatin1(name)), "<a/>");
         {
             Window first(folders, {folders.document(QStringLiteral("one&two.xml"))});
-            first.main->session().life().openPath(folders.document(QStringLiteral("b.xml")));
+            first.main->session().life().openPath(folders.document(QStringLiteral("b\\c.xml")));
             QVERIFY(first.settings.flush());
         }
         Window second(folders);
         QCOMPARE(recentItems(second),
-                 (QStringList{QStringLiteral("&1  b.xml"), QStringLiteral("&2  one&&two.xml"),
+                 (QStringList{QStringLiteral("&1  b\\c.xml"), QStringLiteral("&2  one&&two.xml"),
                               QStringLiteral("&Clear List")}));
         auto *menu = second.main->findChild<QMenu *>(QStringLiteral("mnurecent"));
         menu->actions().at(1)->trigger();
         QVERIFY(second.titleLine().endsWith(QStringLiteral("one&two.xml")));
         QVERIFY(recentItems(second).first().startsWith(QStringLiteral("&1  one&&two.xml")));
+        menu->actions().at(1)->trigger();
+        QVERIFY(second.titleLine().endsWith(QStringLiteral("/b\\c.xml")));
         menu->actions().last()->trigger();
         Q_EMIT menu->aboutToShow();
         QCOMPARE(recentItems(second), QStringList{QStringLiteral("&Clear List")});
@@ -160,6 +174,33 @@ private Q_SLOTS:
         window.choose("mnuSave");
         QVERIFY(window.note().contains(QStringLiteral("was written anew")));
         QCOMPARE(contentOf(window.path), "<mine/>\r\n");
+    }
+
+    // Its folder is not made anew: the document goes elsewhere.
+    void aVanishedFolderIsTold()
+    {
+        const Folders folders;
+        const QString folder = folders.document(QStringLiteral("d"));
+        QVERIFY(QDir().mkdir(folder));
+        const QString path = folder + QStringLiteral("/a.xml");
+        write(path, "<mine/>");
+        Window window(folders, {path});
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        QVERIFY(QDir(folder).removeRecursively());
+        QTRY_VERIFY(window.note().contains(QStringLiteral("nor is its folder")));
+        window.choose("mnuelement"); // the note is not for this command to take away
+        QVERIFY(window.note().contains(QStringLiteral("nor is its folder")));
+        window.dialogs.answer(Answer::No);
+        window.choose("mnuSave");
+        QVERIFY(window.lastMessage().contains(QStringLiteral("its folder does not exist")));
+        QCOMPARE(window.dialogs.messages().last().icon, dialogs::Icon::Exclamation);
+        QVERIFY(window.main->isWindowModified() && window.note().startsWith(QStringLiteral("Not saved: ")));
+        const QString other = folders.document(QStringLiteral("b.xml"));
+        window.dialogs.answer(Answer::Yes);
+        window.dialogs.answerFile(other);
+        window.choose("mnuSave");
+        QCOMPARE(contentOf(other), "<mine><Element/></mine>\r\n");
+        QVERIFY(!window.main->isWindowModified() && window.note().isEmpty());
     }
 };
 

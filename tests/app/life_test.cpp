@@ -30,7 +30,7 @@ private Q_SLOTS:
     void openEditSave()
     {
         Window window;
-        QVERIFY(window.titleLine().startsWith(titleStart) && !window.action("mnuSave")->isEnabled());
+        QVERIFY(window.titleLine().startsWith(titleStart));
         const QString path = window.folders.document(u"a.xml"_s);
         write(path, "<a>\n<b/>\n</a>\n");
         window.dialogs.answerFile(path);
@@ -45,6 +45,12 @@ private Q_SLOTS:
         QCOMPARE(contentOf(path), QByteArray("<a>\n<b c='1'/>\n</a>\n"));
         window.choose("mnuNew"); // asks nothing: it was saved
         QCOMPARE(window.treeRoot(), u"Element"_s);
+        // Which has no file to be saved to.
+        const QString other = window.folders.document(u"b.xml"_s);
+        window.dialogs.answerFile(other);
+        window.choose("mnuSave");
+        QCOMPARE(contentOf(other), newText + "\r\n");
+        QCOMPARE(window.titleLine(), titleStart + other);
     }
 
     // Leaving clears up what is the program's own, staying touches nothing.
@@ -75,25 +81,31 @@ private Q_SLOTS:
     // %1 is the folder.
     void commandLine()
     {
-        const std::tuple<QStringList, QString, int, int> rows[] = {
-            {{u"%1/with two blanks.xml"_s}, u"named"_s, 0, 0},
-            {{u"\"%1/with two blanks.xml\""_s}, u"named"_s, 0, 0},
-            {{u"%1/with"_s, u"two"_s, u"blanks.xml"_s}, u"named"_s, 0, 0},
-            {{u"%1/faulty.xml"_s}, u"Element"_s, 1, 1},
-            {{u"%1/missing.xml"_s}, u"Element"_s, 0, 1},
+        const std::tuple<QStringList, QString, QString, int> rows[] = {
+            {{u"%1/with two blanks.xml"_s}, u"with two blanks.xml"_s, u"named"_s, 0},
+            {{u"\"%1/with two blanks.xml\""_s}, u"with two blanks.xml"_s, u"named"_s, 0},
+            {{u"%1/with"_s, u"two"_s, u"blanks.xml"_s}, u"with two blanks.xml"_s, u"named"_s, 0},
+            {{u"%1/faulty.xml"_s}, u"faulty.xml"_s, {}, 1},
+            {{u"%1/missing.xml"_s}, u"missing.xml"_s, u"Element"_s, 0},
+            {{u"%1"_s}, u"zelphedit.xml"_s, u"Element"_s, 1},
         };
-        for (const auto &[given, root, tab, reports] : rows) {
+        for (const auto &[given, name, root, reports] : rows) {
             const Folders folders;
             write(folders.document(u"with two blanks.xml"_s), "<named/>");
             write(folders.document(u"faulty.xml"_s), "<a>\n<b></a>");
             QStringList arguments = given;
             arguments.replaceInStrings(u"%1"_s, folders.document(u"."_s).chopped(2));
-            const Window window(folders, arguments, QList<Answer>(reports, Answer::Ok));
+            Window window(folders, arguments, QList<Answer>(reports, Answer::Ok));
             QCOMPARE(window.treeRoot(), root);
-            QCOMPARE(window.tabs()->currentIndex(), tab);
-            QCOMPARE(window.titleLine().endsWith(u"zelphedit.xml"_s), root == u"Element");
-            if (tab == 1)
+            QCOMPARE(window.titleLine().section(u'/', -1), name);
+            QCOMPARE(window.tabs()->currentIndex(), int(root.isEmpty()));
+            if (name == u"zelphedit.xml")
+                continue;
+            if (root.isEmpty())
                 QCOMPARE(window.editor()->text(), QByteArray("<a>\n<b></a>"));
+            const QByteArray text = window.main->session().saving().currentText();
+            window.choose("mnuSave");
+            QVERIFY(contentOf(folders.document(name)).startsWith(text));
         }
     }
 

@@ -2,6 +2,7 @@
 #include "app/command_line.h"
 #include "app/commands.h"
 #include "app/dependency_check.h"
+#include "app/fitted_line.h"
 #include "app/layout_rule.h"
 #include "app/word_cycle.h"
 #include "platform/control/shortcut_table.h"
@@ -77,6 +78,29 @@ private Q_SLOTS:
         }
         QCOMPARE(app::firstMissing(folder.path()), QString());
         QVERIFY(app::missingMessage(u"/opt/100%1/tdyex"_s).contains(u"'/opt/100%1/tdyex' was not found."));
+    }
+
+    // As narrow as what is expected: the words stay, the folders go, and then the middle of a long name.
+    void longLinesKeepTheirWords()
+    {
+        const QFontMetrics metrics{QFont()};
+        const std::pair<QString, QString> rows[] = {
+            {u"Not saved: /home/me/my work/a b.xml cannot be written: No space left on device."_s,
+             u"Not saved: \u2026/a b.xml cannot be written: No space left on device."_s},
+            {u"/x/y/a.xml cannot be written: it fails; its old content is in /x/y/old-a.xml."_s,
+             u"\u2026/a.xml cannot be written: it fails; its old content is in \u2026/old-a.xml."_s},
+            {u"/x/y/a.xml was put into /x/z/b.xml."_s, u"\u2026/a.xml was put into \u2026/b.xml."_s},
+            {u"and/or\n/not"_s, u"and/or /not"_s},
+        };
+        for (const auto &[line, expected] : rows) {
+            QCOMPARE(app::fittedLine(line, metrics, metrics.horizontalAdvance(expected) + 1), expected);
+            const QString whole = QString(line).replace(u'\n', u' ');
+            QCOMPARE(app::fittedLine(line, metrics, metrics.horizontalAdvance(whole) + 1), whole);
+        }
+        const QString name = u"/x/"_s + QString(200, u'n') + u".xml"_s;
+        const QString shown = app::fittedLine(name + u" cannot be written: Disk full."_s, metrics,
+                                              metrics.averageCharWidth() * 60);
+        QVERIFY2(shown.contains(u".xml cannot be written: Disk full."_s), qPrintable(shown));
     }
 
     void namesAreUnique()

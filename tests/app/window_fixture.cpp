@@ -23,7 +23,14 @@ platform::Result<void> NotedShell::start(const QString &program, const QString &
 
 platform::Result<void> NotedShell::openWindow(const QString &path) { return open(u"window "_s + path); }
 
-Folders::Folders()
+// Where the first of them are: the folder that is named by now may be that of others, which has gone.
+static QString place()
+{
+    static const QString first = QDir::tempPath();
+    return first;
+}
+
+Folders::Folders() : whole_(QDir(place()).filePath(u"window-XXXXXX"_s))
 {
     QDir whole(whole_.path());
     for (const char *name : {"program/tdyex", "temporary", "documents"})

@@ -14,7 +14,8 @@ inline QStringList linesOf(const char *lines)
 }
 
 // Steps, parted by " | ":
-//   file NAME=TEXT, remove NAME             make or remove a file beside the documents
+//   file NAME=TEXT, dir NAME, remove NAME   make or remove a file or folder beside the documents
+//   link NAME=TARGET                        a symbolic link there
 //   meanwhile NAME=TEXT                     the same, while the next file is being parsed
 //   start NAME                              start-up with that file on the command line
 //   new, open, drop NAME, reload, save, saveas, leave, check

@@ -94,9 +94,9 @@ public:
         std::exchange(meanwhile, [] {})();
     }
     void rebuildTree() override { ++rebuilds; }
-    void setSaveEnabled(bool enabled) override { saveEnabled = enabled; }
     void setTitleLine(const QString &text) override { title = text; }
     void note(const QString &text) override { notes.append(text); }
+    void fileNote(const QString &text) override { ofFile = text; }
     void setModesEnabled(bool normal, bool xml, bool preview) override
     {
         modes = QStringLiteral("%1%2%3").arg(int(normal)).arg(int(xml)).arg(int(preview));
@@ -112,9 +112,9 @@ public:
     std::function<void()> meanwhile = [] {}; // done once, between reading a file and parsing it
     int tab = 0;
     int rebuilds = 0;
-    bool saveEnabled = false;
     QString title;
     QStringList notes;
+    QString ofFile;
     QString modes;
     int menusFor = 0;
     int editorEntries = 0;

@@ -21,14 +21,24 @@ private Q_SLOTS:
     {
         runRows({
             {"named", "file a b.xml=<a/>\\n | start a b.xml",
-             "name=a b.xml | new=0 | tab=0 | dom=<a/> | messages=0 | /a b.xml=<a/>\\n | save=1"},
-            {"faulty: its text stays, the document is new", "file bad.xml=<a>\\n | start bad.xml",
-             "name=zelphedit.xml | new=1 | tab=1 | tag=1 | editor=<a> | errors=1 | line=0 | messages=1 | "
-             "dom=" TEMPLATE},
-            {"faulty, then closed", "file bad.xml=<a>\\n | start bad.xml | answer No | leave",
-             "left=1 | message=Save changes to New Document? | /bad.xml=<a>\\n"},
-            {"faulty, then saved as", "file bad.xml=<a>\\n | start bad.xml | choose c.xml | saveas",
-             "proposed=bad.xml | /c.xml=<a>\\n | name=c.xml"},
+             "name=a b.xml | new=0 | tab=0 | dom=<a/> | messages=0 | /a b.xml=<a/>\\n"},
+            {"faulty, as by Open", "file bad.xml=<a>\\n | start bad.xml",
+             "name=bad.xml | new=0 | tab=1 | tag=1 | editor=<a> | errors=1 | line=0 | messages=1 | dom="},
+            {"faulty, then saved", "file bad.htm=<p>\\n | start bad.htm | type <p>x | save | leave",
+             "/bad.htm=<p>x\\n | left=1 | messages=1"},
+            {"faulty, then previewed", "file bad.htm=<p>\\n | start bad.htm | preview",
+             "browser=bad.htm0 | /bad.htm0=<p>\\n"},
+            {"not there: a new document of that name", "start n.xml",
+             "name=n.xml | new=0 | tab=0 | dom=" TEMPLATE " | messages=0 | /n.xml=(no file)"},
+            {"which nobody edited", "start n.xml | leave", "left=1 | messages=0 | /n.xml=(no file)"},
+            {"and is written by Save", "start n.xml | save | leave", "/n.xml=" TEMPLATE "\\n | left=1"},
+            {"a link to what is not there", "link l.xml=n.xml | start l.xml | edit | save",
+             "name=l.xml | /n.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
+            {"not there, nor its folder", "start d/n.xml | answer Yes | choose n.xml | save",
+             "name=n.xml | /n.xml=" TEMPLATE "\\n | proposed=n.xml"},
+            {"quotes stood around it", "file pq.xml=<pq/> | start \"pq.xml\"", "dom=<pq/>"},
+            {"quotes in its name", "file pq.xml=<pq/> | file p\"q.xml=<other/> | start p\"q.xml",
+             "dom=<other/>"},
             {"a folder", "file d/x= | start d", "name=zelphedit.xml | tab=0 | dom=" TEMPLATE " | messages=1"},
         });
     }
@@ -37,7 +47,7 @@ private Q_SLOTS:
     {
         runRows({
             {"open", "start | file a.xml=<a/>\\n | choose a.xml | open",
-             "name=a.xml | new=0 | dom=<a/> | editor=" TEMPLATE " | save=1 | tab=0 | messages=0 | asign=1"},
+             "name=a.xml | new=0 | dom=<a/> | editor=" TEMPLATE " | tab=0 | messages=0 | asign=1"},
             {"open from XML Mode shows the tree", "start | file a.xml=<a/> | xml | choose a.xml | open",
              "tab=0 | tag=0 | dom=<a/> | modes=011"},
             {"open after a faulty text",
@@ -53,7 +63,7 @@ private Q_SLOTS:
              "dom=<a x=\"1\"/> | /a.xml=<a x=\"1\"/>\\n"},
             {"open a faulty file", "start | file bad.xml=<a>\\n</b>\\n | choose bad.xml | open",
              "name=bad.xml | tab=1 | tag=1 | modes=101 | menus=1 | editor=<a>\\n</b> | errors=1 | line=1 | "
-             "messages=1 | dom= | save=1 | undo=0 | /bad.xml=<a>\\n</b>\\n"},
+             "messages=1 | dom= | undo=0 | /bad.xml=<a>\\n</b>\\n"},
             {"a faulty file left as it was", "start | file bad.htm=<p>\\n | choose bad.htm | open | leave",
              "left=1 | messages=1 | /bad.htm=<p>\\n"},
             {"a faulty file corrected",
@@ -71,7 +81,7 @@ private Q_SLOTS:
              "name=a.xml | editor=<b/> | messages=1 | tab=1"},
             {"new after open", "file a.xml=<a/>\\n | start | drop a.xml | xml | new",
              "name=zelphedit.xml | new=1 | tab=0 | dom=" TEMPLATE " | editor=" TEMPLATE
-             " | undo=0 | save=0 | messages=0"},
+             " | undo=0 | messages=0"},
             {"new forgets the form of the file",
              "file a.xml=<a>\\l</a>\\l | start | drop a.xml | new | choose b.xml | saveas",
              "/b.xml=" TEMPLATE "\\n"},
@@ -116,7 +126,7 @@ private Q_SLOTS:
              "file a.xml=<a/> | start a.xml | xml | type <b/> | save | normal | leave",
              "left=1 | messages=0 | dom=<b/>"},
             {"save as", "start | edit | choose b.xml | saveas | leave",
-             "name=b.xml | new=0 | save=1 | left=1 | /b.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
+             "name=b.xml | new=0 | left=1 | /b.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
             {"save as asks before it overwrites",
              "start | file b.xml=old | choose b.xml | answer No | choose c.xml | saveas",
              "name=c.xml | /b.xml=old | message=b.xml already exits, would you like to overwrite it? | "
@@ -126,14 +136,40 @@ private Q_SLOTS:
             {"save as over the preview copy keeps what was saved",
              "file a.xml=<a/> | start a.xml | preview | choose a.xml0 | answer Yes | saveas",
              "name=a.xml0 | /a.xml0=<a/>\\n"},
-            {"a failed save changes nothing", "file d/a.xml=<a/> | start d/a.xml | edit | remove d | save",
-             "notes=1 | name=a.xml | save=1 | messages=0"},
-            {"a failed save as keeps the path", "file a.xml=<a/> | start a.xml | choose none/b.xml | saveas",
-             "notes=1 | name=a.xml | save=1"},
+            {"save on a new document leads to save as", "start | edit | choose b.xml | save | save | leave",
+             "name=b.xml | left=1 | /b.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
+        });
+    }
+
+    // A box says why, and offers another place.
+    void failedSave()
+    {
+        runRows({
+            {"the folder has gone", "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer No | save",
+             "told=Not saved: ~/d/a.xml cannot be written: its folder does not exist. | messages=1 | "
+             "name=a.xml | changed=1"},
+            {"and the document goes elsewhere",
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer Yes | choose b.xml | save | leave",
+             "told= | proposed=a.xml | name=b.xml | /b.xml=<a x=\"1\"/>\\n | left=1"},
+            {"or stays, when that is dismissed",
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer Yes | choose  | save",
+             "name=a.xml | changed=1"},
+            {"save as into a folder that is not there",
+             "file a.xml=<a/> | start a.xml | choose none/b.xml | answer No | saveas",
+             "told=Not saved: ~/none/b.xml cannot be written: its folder does not exist. | name=a.xml"},
+            {"and then into one that is",
+             "file a.xml=<a/> | start a.xml | choose none/b.xml | answer Yes | choose c.xml | saveas",
+             "told= | proposed=b.xml | name=c.xml | /c.xml=<a/>\\n"},
             {"a character that the encoding lacks is not lost",
              "file a.xml=<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a/>\\n | start a.xml | xml | type "
-             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><\u65e5/> | save",
-             "notes=1 | /a.xml=<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a/>\\n"},
+             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><\u65e5/> | answer No | save",
+             "messages=1 | changed=1 | /a.xml=<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a/>\\n"},
+            {"what failed stands until it is written",
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer No | save | file d/x= | save",
+             "told= | changed=0 | /d/a.xml=<a x=\"1\"/>\\n"},
+            {"or another document is opened",
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer No | save | answer No | new",
+             "told= | new=1"},
         });
     }
 
@@ -149,10 +185,18 @@ private Q_SLOTS:
              "left=1 | /b.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
             {"yes, and save as dismissed, goes on", "start | edit | answer Yes | choose  | leave", "left=1"},
             {"yes, and the file cannot be written, stays",
-             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer Yes | leave",
-             "left=0 | notes=1 | dom=<a x=\"1\"/>"},
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer Yes | answer No | leave",
+             "left=0 | messages=2 | dom=<a x=\"1\"/>"},
+            {"yes, not written, and save as dismissed, stays",
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer Yes | answer Yes | choose  | "
+             "leave",
+             "left=0 | changed=1"},
+            {"yes, and written elsewhere",
+             "file d/a.xml=<a/> | start d/a.xml | edit | remove d | answer Yes | answer Yes | choose b.xml | "
+             "leave",
+             "left=1 | /b.xml=<a x=\"1\"/>\\n"},
             {"yes on new, and the file cannot be written, stays",
-             "start | edit | answer Yes | choose none/b.xml | leave", "left=0 | notes=1 | new=1"},
+             "start | edit | answer Yes | choose none/b.xml | answer No | leave", "left=0 | new=1"},
             {"another load of the same document does not pass for the saved one",
              "file a.xml=<a/> | start a.xml | xml | type <b/> | normal | answer No | leave",
              "message=Save changes to a.xml?"},
@@ -167,7 +211,7 @@ private Q_SLOTS:
     {
         runRows({
             {"beside the document, gone with it", "file a.xml=<a/>\\l | start a.xml | preview | leave",
-             "browser=a.xml0 | /a.xml0=(no file) | left=1 | asign=1"},
+             "browser=a.xml0 | /a.xml0=(no file) | left=1 | asign=2"},
             {"the first free number",
              "file a.xml=<a/>\\n | file a.xml0=old | file a.xml1=old | start a.xml | preview",
              "copy=a.xml2 | /a.xml2=<a/>\\n | /a.xml0=old"},
@@ -185,9 +229,56 @@ private Q_SLOTS:
             {"opening the copy itself keeps it",
              "file a.xml=<a/> | start a.xml | preview | choose a.xml0 | open",
              "name=a.xml0 | /a.xml0=<a/>\\n"},
+            {"a folder has that name", "file a.xml=<a/> | dir a.xml0 | start a.xml | preview",
+             "browser=a.xml1 | /a.xml1=<a/>\\n"},
+            {"a folder takes that name",
+             "file a.xml=<a/> | start a.xml | preview | xml | remove a.xml0 | dir a.xml0 | preview | leave",
+             "browser=a.xml1 | /a.xml1=(no file) | notes=0"},
             {"a folder that cannot be written to", "file d/a.xml=<a/> | start d/a.xml | remove d | preview",
              "tab=2 | browser= | shown=<a/> | notes=1"},
         });
+    }
+
+    // A backslash belongs to the name: of p\q.xml and p/q.xml only the one that was named is touched.
+    void backslash()
+    {
+        const QString files = u"file p/q.xml=<other/> | file p/q.xml0=kept | file p\\q.xml=<a/> | "_s;
+        const QString others = u" | /p/q.xml=<other/> | /p/q.xml0=kept"_s;
+        const std::pair<const char *, const char *> rows[] = {
+            {"start p\\q.xml | edit | save", "name=p\\q.xml | /p\\q.xml=<a x=\"1\"/>\\n"},
+            {"start | choose p\\q.xml | open | edit | save", "/p\\q.xml=<a x=\"1\"/>\\n"},
+            {"start | drop p\\q.xml | preview", "browser=p\\q.xml0 | /p\\q.xml0=<a/>\\n"},
+            {"start p\\q.xml | preview | leave", "/p\\q.xml0=(no file)"},
+            {"start | edit | choose p\\q.xml | answer Yes | saveas",
+             "message=p\\q.xml already exits, would you like to overwrite it?"},
+            {"start | remove p\\q.xml | choose p\\q.xml | saveas", "/p\\q.xml=" TEMPLATE "\\n"},
+            {"remove p\\q.xml | start p\\q.xml | save", "/p\\q.xml=" TEMPLATE "\\n"},
+            {"start p\\q.xml | remove p\\q.xml | edit | save", "/p\\q.xml=<a x=\"1\"/>\\n"},
+            {"start p\\q.xml | file p\\q.xml=<c/> | reload", "dom=<c/>"},
+        };
+        for (const auto &[steps, expected] : rows)
+            runRows({{steps, qPrintable(files + QLatin1String(steps)),
+                      qPrintable(QLatin1String(expected) + others)}});
+    }
+
+    // Where ".." follows a link, the system goes up from where that leads to.
+    void linksBeforeGoingUp()
+    {
+        Desk desk;
+        desk.run("file far/away/x= | file far/a.xml=<far/> | file a.xml=<near/> | link l=far/away | start "
+                 "l/../a.xml "
+                 "| edit | save");
+        QCOMPARE(desk.seen(u"/far/a.xml"_s), u"<far x=\"1\"/>\\n"_s);
+        QCOMPARE(desk.seen(u"/a.xml"_s), u"<near/>"_s);
+    }
+
+    void manyNames()
+    {
+        Desk desk;
+        desk.run("file a.xml=<a/> | file b.xml=<b/>");
+        desk.session.life().prelodr({desk.path(u"a.xml"_s), desk.path(u"b.xml"_s)});
+        QCOMPARE(desk.seen(u"dom"_s), u"<a/>"_s);
+        QCOMPARE(desk.workspace.notes.size(), 1);
     }
 
     void relativeCommandLine()
@@ -214,6 +305,20 @@ private Q_SLOTS:
         QCOMPARE(desk.workspace.notes.size(), 1);
         QVERIFY(QFileInfo::exists(desk.session.state().PreviewFilePath));
         QCOMPARE(desk.seen(u"/zelphedit.xml"_s), u"(no file)"_s);
+    }
+
+    // Not in the root of all files, and not beside the user's own.
+    void temporaryFolderIsMissing()
+    {
+        Desk desk;
+        qputenv("TMPDIR", desk.path(u"none"_s).toUtf8());
+        desk.run("start | preview | leave");
+        QCOMPARE(desk.seen(u"new"_s), u"1"_s);
+        QVERIFY(desk.seen(u"browser"_s).startsWith(u"zelphedit.xml"_s));
+        const QString folder = files::parentFolderOf(desk.session.state().temporaryFolder);
+        QVERIFY(!QFileInfo(folder).isRoot() && QFileInfo(folder).isWritable());
+        QVERIFY(!QFileInfo::exists(desk.path(u"none"_s)));
+        QVERIFY(desk.workspace.notes.value(0).contains(desk.path(u"none"_s)));
     }
 
     // The working files have the same names in every window of the user.
