@@ -26,17 +26,27 @@ void shorten(QString &line, const QRegularExpression &what, const QFontMetrics &
     }
 }
 
+// Of two paths, what stands between them is not taken for a folder of either.
+const QRegularExpression &folders()
+{
+    static const QRegularExpression pattern(
+        QStringLiteral(R"((?<!\S)/[^/:;]*[^/:;\s](?:/[^/:;]*[^/:;\s])*(?=/))"));
+    return pattern;
+}
+
 } // namespace
+
+int widthOfWords(const QString &line, const QFontMetrics &metrics)
+{
+    return metrics.horizontalAdvance(QString(line).replace(folders(), QChar(0x2026))) + 1; // which is rounded
+}
 
 QString fittedLine(const QString &line, const QFontMetrics &metrics, int width)
 {
-    // Of two paths, what stands between them is not taken for a folder of either.
-    static const QRegularExpression folders(
-        QStringLiteral(R"((?<!\S)/[^/:;]*[^/:;\s](?:/[^/:;]*[^/:;\s])*(?=/))"));
     static const QRegularExpression words(QStringLiteral(R"(\S{16,})"));
     QString shown = line;
     shown.replace(QLatin1Char('\n'), QLatin1Char(' ')); // a file name may hold one
-    shorten(shown, folders, metrics, width, metrics.horizontalAdvance(QChar(0x2026)));
+    shorten(shown, folders(), metrics, width, metrics.horizontalAdvance(QChar(0x2026)));
     shorten(shown, words, metrics, width, metrics.averageCharWidth() * leastOfWord);
     return metrics.elidedText(shown, Qt::ElideMiddle, width);
 }

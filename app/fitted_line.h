@@ -11,4 +11,7 @@ namespace app {
 // line.
 QString fittedLine(const QString &line, const QFontMetrics &metrics, int width);
 
+// So many pixels the line needs to keep its words.
+int widthOfWords(const QString &line, const QFontMetrics &metrics);
+
 } // namespace app

@@ -39,6 +39,15 @@ int say(const app::CommandLine &asked)
 
 } // namespace
 
+// All that needs a temporary folder, other programs among it, finds one that is there.
+static files::TemporaryFolder settleTemporaryFolder()
+{
+    files::TemporaryFolder folder = files::temporaryFolder();
+    if (!folder.note.isEmpty())
+        qputenv("TMPDIR", QFile::encodeName(folder.path));
+    return folder;
+}
+
 int main(int argc, char *argv[])
 {
     QApplication::setApplicationName(QStringLiteral("Zelph XML Editor"));
@@ -47,6 +56,7 @@ int main(int argc, char *argv[])
     if (const app::CommandLine asked = app::readCommandLine(rawArguments(argc, argv));
         asked.wish == app::CommandLine::Wish::Help || asked.wish == app::CommandLine::Wish::Version)
         return say(asked);
+    const files::TemporaryFolder temporary = settleTemporaryFolder();
     browser::prepareProcess();
     QApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("xmleditor"));
@@ -62,7 +72,9 @@ int main(int argc, char *argv[])
     shell::DesktopShell shell;
     settings::SettingsStore settings;
     app::putOn(app::chosenAppearance(settings));
-    const files::UserFolders folders(files::programFolder());
+    files::UserFolders folders(files::programFolder());
+    if (!temporary.note.isEmpty())
+        folders.addNote(temporary.note);
     const auto previews = browser::warmUp();
     const shell::EndRequest endRequest;
     std::unique_ptr<app::mainfrm> window;

@@ -201,7 +201,9 @@ bool Recovery::open(const document::WaitingText &text, const document::OpenedCop
     if (opened.whole)
         store_.adopt(text);
     else // what is shown may not be all that somebody could yet make of the file
-        around_.note(tr("The text was damaged; this is what is left of it."));
+        around_.note(text.size <= document::RecoveryStore::mostDamaged
+                         ? tr("The text was damaged; this is what is left of it.")
+                         : tr("The text was damaged; this is the beginning of %1.").arg(text.file));
     return true;
 }
 

@@ -10,6 +10,7 @@ namespace app {
 namespace {
 
 constexpr int leastLetters = 12; // of either line, in a window however narrow
+constexpr int lettersOfFolders = 20; // in a note, as far as there is room
 constexpr int inset = 4; // pixels at either end
 
 } // namespace
@@ -24,9 +25,16 @@ void ElidedLabel::setWhole(const QString &text)
     updateGeometry();
 }
 
+void ElidedLabel::setWanted(int width)
+{
+    wanted_ = width;
+    updateGeometry();
+}
+
 QSize ElidedLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(text()) + 1 + 2 * inset, fontMetrics().height()};
+    const int whole = fontMetrics().horizontalAdvance(text()) + 1; // which is rounded
+    return {(wanted_ > 0 ? std::min(wanted_, whole) : whole) + 2 * inset, fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -51,7 +59,7 @@ StatusBar::StatusBar(QWidget *parent)
     title_->setObjectName(QStringLiteral("Panel1"));
     note_->setObjectName(QStringLiteral("Note"));
     addWidget(title_, 1);
-    addPermanentWidget(note_); // has the room it needs before the title line
+    addPermanentWidget(note_); // has its room before the title line, which stands in the window's title too
     note_->hide();
     activity_ = addPanel("Activity", tr("What the editor is doing"));
     caret_ = addPanel("CaretPlace", tr("Line and column of the caret"));
@@ -101,6 +109,8 @@ void StatusBar::showNote()
 {
     const QString &text = passing_.isEmpty() ? ofFile_ : passing_;
     note_->setWhole(text);
+    const QFontMetrics metrics = note_->fontMetrics();
+    note_->setWanted(widthOfWords(text, metrics) + lettersOfFolders * metrics.averageCharWidth());
     note_->setVisible(!text.isEmpty());
 }
 

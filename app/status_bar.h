@@ -13,11 +13,15 @@ public:
     explicit ElidedLabel(QWidget *parent) : QLabel(parent) { }
 
     void setWhole(const QString &text);
+    void setWanted(int width); // pixels, in place of what the whole line takes
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    int wanted_ = 0;
 };
 
 class StatusBar : public QStatusBar

@@ -134,7 +134,7 @@ bool RecoveryStore::claim(WaitingText &text) const
 
 platform::Result<OpenedCopy> RecoveryStore::open(const WaitingText &text) const
 {
-    const auto bytes = files::readPrivateFile(text.file, text.damaged ? mostBytes : longestFile);
+    const auto bytes = files::readPrivateFile(text.file, text.damaged ? mostDamaged : longestFile);
     if (!bytes)
         return platform::Failure{bytes.reason()};
     return openCopy(*bytes);
@@ -170,18 +170,19 @@ void RecoveryStore::expire(const QDateTime &now)
         return std::pair(one.lastModified(), one.fileName())
             > std::pair(other.lastModified(), other.fileName());
     });
-    // What goes for its size takes no other with it.
+    // What has a size of its own takes no other's room.
     qint64 bytes = 0;
     int count = 0;
     for (const QFileInfo &file : all) {
-        const bool latest = count == 0 && file.size() <= longestFile;
-        const bool hasRoom = latest || (count < mostKept && bytes + file.size() <= mostBytes);
+        const bool foreign = file.size() > longestFile;
+        const bool large = file.size() > mostBytes;
+        const bool hasRoom = foreign || count == 0 || (count < mostKept && bytes + file.size() <= mostBytes);
         if (!hasRoom || file.lastModified().addDays(mostDays) < now) {
             QFile::remove(file.filePath());
             continue;
         }
-        bytes += latest && file.size() > mostBytes ? 0 : file.size();
-        ++count;
+        bytes += large ? 0 : file.size();
+        count += foreign ? 0 : 1;
     }
 }
 

@@ -36,6 +36,7 @@ public:
     static constexpr int mostKept = 20;
     static constexpr qint64 mostBytes
         = 500'000'000; // but the latest stays, however long, and takes no other's room
+    static constexpr qint64 mostDamaged = 64'000'000; // bytes that are read; damage makes files of any length
     static constexpr qint64 longestFile = (qint64(1) << 31) - 1; // no text that was kept is longer
 
     explicit RecoveryStore(const QString &folder);
@@ -57,7 +58,7 @@ public:
     // Makes an abandoned text this window's to ask about; false when another has it or it is gone.
     bool claim(WaitingText &text) const;
 
-    // All of a text, proved; of a damaged one no more than mostBytes.
+    // All of a text, proved; of a damaged one no more than mostDamaged.
     platform::Result<OpenedCopy> open(const WaitingText &text) const;
 
     // The text is open in this window now, and so its unsaved text; false when it could not be taken over.

@@ -63,6 +63,16 @@ Answer answerOf(int button, Answer least)
     return least;
 }
 
+// In a folder that is there: where the file's own has gone, in the next one above it.
+void propose(QFileDialog &dialog, const QFileInfo &file)
+{
+    QString folder = file.absolutePath();
+    while (!QFileInfo(folder).isDir() && !QFileInfo(folder).isRoot())
+        folder = QFileInfo(folder).absolutePath();
+    dialog.setDirectory(folder);
+    dialog.selectFile(file.fileName());
+}
+
 } // namespace
 
 // Whoever asks gets the focus back.
@@ -108,7 +118,7 @@ QString QtDialogs::saveFile(const QString &title, const QString &filter, const Q
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
                      [&](const QString &chosen) { dialog.setDefaultSuffix(defaultEnding(chosen)); });
     if (!proposed.isEmpty())
-        dialog.selectFile(proposed);
+        propose(dialog, QFileInfo(proposed));
     return run(dialog);
 }
 

@@ -33,6 +33,7 @@ public:
 
     // One line for each thing that could not be done.
     const QStringList &notes() const { return notes_; }
+    void addNote(const QString &line) { notes_.append(line); }
 
 private:
     void seed(const QString &programFolder, const QString &folder);

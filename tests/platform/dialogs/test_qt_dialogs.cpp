@@ -112,6 +112,18 @@ private Q_SLOTS:
                  QDir::toNativeSeparators(taken.fileName()));
     }
 
+    // Where the folder has gone that a file was in, its name is proposed in one that is there.
+    void proposesWhereThereIsAFolder()
+    {
+        const QTemporaryDir folder;
+        for (const QString &name : {u"gone/deep/a.xml"_s, u"a\\b.xml"_s}) {
+            whenShown<QFileDialog>([](QFileDialog &dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
+            const QString expected = QDir(folder.path()).filePath(name.section(u'/', -1));
+            QCOMPARE(QtDialogs().saveFile(u"Save as"_s, u"All files (*.*)|*.*"_s, folder.filePath(name)),
+                     expected);
+        }
+    }
+
 private:
     // Lets act see the next modal window of that kind once it is there.
     template <typename Window>
