@@ -119,6 +119,41 @@ private Q_SLOTS:
         QTRY_VERIFY(namesIn(recovery()).filter(QStringLiteral(".live")).isEmpty());
     }
 
+    void savedElsewhere_data()
+    {
+        QTest::addColumn<bool>("leaving");
+        QTest::addColumn<bool>("chosen"); // another file, when one was asked for
+        QTest::newRow("another file") << false << true;
+        QTest::newRow("dismissed") << false << false;
+        QTest::newRow("another file, then the end") << true << true;
+        QTest::newRow("dismissed, and no end") << true << false;
+    }
+
+    // The full disk is not the only one.
+    void savedElsewhere()
+    {
+        QFETCH(bool, leaving);
+        QFETCH(bool, chosen);
+        const QString other = folders_->program(QStringLiteral("b.xml"));
+        Window window(*folders_, {path_});
+        typeOne(window);
+        setRules("write 0 9999 28");
+        if (leaving)
+            window.dialogs.answer(Answer::Yes); // save changes?
+        window.dialogs.answer(Answer::Yes); // elsewhere?
+        window.dialogs.answerFile(chosen ? other : QString());
+        window.choose(leaving ? "mnuexit" : "mnuSave");
+        QCOMPARE(window.dialogs.messages().last().icon, dialogs::Icon::Exclamation);
+        QCOMPARE(window.left, leaving && chosen);
+        QCOMPARE(window.main->isWindowModified(), !chosen);
+        QCOMPARE(window.titleLine().endsWith(other), chosen);
+        QCOMPARE(window.note().isEmpty(), chosen);
+        QCOMPARE(QFile::exists(other), chosen);
+        if (chosen)
+            QCOMPARE(contentOf(other), after);
+        QCOMPARE(contentOf(path_), before);
+    }
+
     void opening_data()
     {
         QTest::addColumn<QByteArray>("rules");
