@@ -216,8 +216,6 @@ private Q_SLOTS:
             if (wellFormed) {
                 window.choose("mnuxmlmode");
                 window.choose("mnunormalmod");
-            } else {
-                window.dialogs.answer(dialogs::Answer::No);
             }
             window.main->close();
             QVERIFY2(window.left, name);
