@@ -84,7 +84,7 @@ int main(int argc, char *argv[])
         QObject::connect(window.get(), &app::mainfrm::left, &application, [] { QApplication::exit(0); });
         QObject::connect(&endRequest, &shell::EndRequest::asked, window.get(), &app::mainfrm::endAtOnce);
         dialogs.setParentWindow(window.get());
-        window->prelodr(first);
+        window->prelodr(first.value(0));
         window->show();
         for (const QString &path : asked.documents.sliced(first.size()))
             static_cast<void>(shell.openWindow(path));

@@ -284,13 +284,13 @@ void mainfrm::fileGone()
     fileNote(told.arg(path));
 }
 
-void mainfrm::prelodr(const QStringList &arguments)
+void mainfrm::prelodr(const QString &document)
 {
     WebBrowser1->setSilent(true);
     setModesEnabled(false, true, true);
     editorHost_->load();
     showMenusFor(currentTab());
-    session_->life().prelodr(arguments);
+    session_->life().prelodr(document);
     for (const QString &line : folders_.notes())
         note(line);
     focusView();

@@ -71,7 +71,7 @@ public:
     ~mainfrm() override;
 
     // Start-up, before the window is shown: opens the document that the arguments name, or a new one.
-    void prelodr(const QStringList &arguments);
+    void prelodr(const QString &document);
 
     // The system ends the program and does not wait for answers: what is unsaved is kept for the next start.
     void endAtOnce();

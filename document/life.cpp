@@ -10,29 +10,15 @@ namespace document {
 
 // Arguments that a shell split at blanks are one path again; quotes only ever stood around it. But where
 // there is a file of the very name that was given, nothing is made of it.
-QString pathOnCommandLine(const QStringList &arguments)
+void Life::prelodr(const QString &document)
 {
-    const QString given = arguments.join(QLatin1Char(' '));
-    QString path = given;
-    path.remove(QLatin1Char('"'));
-    if (files::fileExists(given))
-        path = given;
-    else if (arguments.size() > 1 && !files::fileExists(path) && files::fileExists(arguments.first()))
-        path = arguments.first();
-    return path.isEmpty() ? path : files::fullPath(path);
-}
-
-void Life::prelodr(const QStringList &arguments)
-{
-    const QString named = pathOnCommandLine(arguments);
+    const QString named = document.isEmpty() ? document : files::fullPath(document);
     const QString workingFile = files_.makefile();
     state_.TabTag = NormalMode;
     around_.editor.setLanguage(control::Language::Xml);
     clearEditor();
     if (named.isEmpty() || !openNamed(named))
         beginAnew(workingFile);
-    else if (arguments.size() > 1 && named == files::fullPath(arguments.first()))
-        around_.workspace.note(QStringLiteral("Of the files that were named only the first was opened."));
 }
 
 // False when there is something of that name that cannot be opened, which is reported.

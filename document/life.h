@@ -16,10 +16,6 @@ enum class HelpPage
     Search
 };
 
-// The one path that these arguments name, quotes around it dropped; empty for none. Of several files the
-// first.
-QString pathOnCommandLine(const QStringList &arguments);
-
 class Life
 {
 public:
@@ -28,9 +24,9 @@ public:
         : state_(state), around_(around), parsing_(parsing), files_(files), saving_(saving)
     { }
 
-    // The document's part of start-up: opens the document that the command line names, as Open does, or a new
-    // one. A name that no file has yet is that of the new document.
-    void prelodr(const QStringList &arguments);
+    // The document's part of start-up: opens the document of that path, as Open does, or a new one where it is
+    // empty. A name that no file has yet is that of the new document.
+    void prelodr(const QString &document);
 
     void newDocument();
 

@@ -2,7 +2,7 @@
 //
 // The window makes one session with its workspace, editor, browser and dialogs, and drives it like this:
 //
-//   start-up (after settings and macros)  session.life().prelodr(arguments after the program's name)
+//   start-up (after settings and macros)  session.life().prelodr(path that the program was started with)
 //   "&New", "New1"                        session.life().newDocument()
 //   "&Open...", "Open1"                   session.life().open()
 //   a file dropped on the window          session.life().openPath(path)

@@ -71,7 +71,7 @@ int editUntilKilled(int argc, char *argv[])
     const files::UserFolders folders(home);
     app::mainfrm window(app::Outside{dialogs, shell, settings, folders, browser::warmUp()});
     window.recovery().setPace(atOnce);
-    window.prelodr({QString::fromLocal8Bit(argv[2])});
+    window.prelodr(QString::fromLocal8Bit(argv[2]));
     window.show();
     const auto run = [&](const char *name) { window.commands().action(QLatin1String(name))->trigger(); };
     run("mnuxmlmode");

@@ -52,7 +52,7 @@ private Q_SLOTS:
         userFolders_ = std::make_unique<files::UserFolders>(folders_.program(QString()));
         main_ = std::make_unique<app::mainfrm>(
             app::Outside{dialogs_, shell_, *settings_, *userFolders_, browser::warmUp()});
-        main_->prelodr({});
+        main_->prelodr(QString());
         main_->show();
     }
 

@@ -70,7 +70,7 @@ Window::Window(const char *name, const QByteArray &content) : Window(std::make_u
 
 void Window::start(const QStringList &arguments)
 {
-    main->prelodr(arguments);
+    main->prelodr(arguments.value(0));
     main->show();
     main->activateWindow();
 }

@@ -53,7 +53,7 @@ void Desk::step(const QString &verb, const QString &rest)
         {u"file"_s, [&] { makeFile(rest); }},
         {u"meanwhile"_s, [&] { workspace.meanwhile = [this, rest] { makeFile(rest); }; }},
         {u"remove"_s, [&] { QFile::remove(path(rest)) || QDir(path(rest)).removeRecursively(); }},
-        {u"start"_s, [&] { life.prelodr(rest.isEmpty() ? QStringList() : QStringList{path(rest)}); }},
+        {u"start"_s, [&] { life.prelodr(rest.isEmpty() ? QString() : path(rest)); }},
         {u"link"_s, [&] { QVERIFY(QFile::link(rest.section(u'=', 1), path(rest.section(u'=', 0, 0)))); }},
         {u"dir"_s, [&] { QDir(folder_.path()).mkpath(rest); }},
         {u"new"_s, [&] { life.newDocument(); }},

@@ -272,22 +272,13 @@ private Q_SLOTS:
         QCOMPARE(desk.seen(u"/a.xml"_s), u"<near/>"_s);
     }
 
-    void manyNames()
-    {
-        Desk desk;
-        desk.run("file a.xml=<a/> | file b.xml=<b/>");
-        desk.session.life().prelodr({desk.path(u"a.xml"_s), desk.path(u"b.xml"_s)});
-        QCOMPARE(desk.seen(u"dom"_s), u"<a/>"_s);
-        QCOMPARE(desk.workspace.notes.size(), 1);
-    }
-
     void relativeCommandLine()
     {
         Desk desk;
         desk.run("file a.xml=<a/>");
         const QString before = QDir::currentPath();
         QDir::setCurrent(desk.path({}));
-        desk.session.life().prelodr({u"a.xml"_s});
+        desk.session.life().prelodr(u"a.xml"_s);
         QDir::setCurrent(before);
         QVERIFY(QFileInfo(desk.session.state().CurrentFilePath).isAbsolute());
         QCOMPARE(desk.seen(u"dom"_s), u"<a/>"_s);
