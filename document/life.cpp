@@ -8,8 +8,6 @@
 
 namespace document {
 
-// Arguments that a shell split at blanks are one path again; quotes only ever stood around it. But where
-// there is a file of the very name that was given, nothing is made of it.
 void Life::prelodr(const QString &document)
 {
     const QString named = document.isEmpty() ? document : files::fullPath(document);

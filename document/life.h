@@ -5,7 +5,7 @@
 #include "document/saving.h"
 #include "document/working_files.h"
 
-#include <QStringList>
+#include <QString>
 
 namespace document {
 
