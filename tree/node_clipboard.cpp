@@ -53,10 +53,7 @@ bool hasMoreAtTop(const dom::Document &document)
     return false;
 }
 
-Failure refusal(const QString &reason)
-{
-    return {QStringLiteral("What is on the clipboard cannot be pasted: %1").arg(reason)};
-}
+Failure refusal(const QString &reason) { return {QStringLiteral("Not pasted: %1").arg(reason)}; }
 
 } // namespace
 
@@ -116,9 +113,10 @@ Result<PastedNodes> NodeClipboard::fromMarkup(const QString &markup, const dom::
     const QString bare = markup.startsWith(QChar::ByteOrderMark) ? markup.sliced(1) : markup;
     if (const QString trimmed = bare.trimmed(); isDocument(trimmed))
         return fromDocument(trimmed);
+    const QByteArray name = into.name().toUtf8();
     const QByteArray space = keepsBlanks(into) ? " xml:space=\"preserve\"" : "";
-    const auto nodes = document_.importContent("<x" + declarationsOf(scopeOf(&into)) + space + '>'
-                                               + bare.toUtf8() + "</x>");
+    const auto nodes = document_.importContent('<' + name + declarationsOf(scopeOf(&into)) + space + '>'
+                                               + bare.toUtf8() + "</" + name + '>');
     if (!nodes)
         return refusal(nodes.reason());
     return PastedNodes{*nodes, {}, {}};

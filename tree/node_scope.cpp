@@ -173,9 +173,13 @@ Scope scopeFrom(const QByteArray &markup)
 QByteArray neededDeclarations(const dom::Node &node, const Scope &scope, const dom::Entities &entities)
 {
     Scope needed;
-    const QByteArray used = scope.isEmpty() ? QByteArray() : withEntities(node.xml(), entities);
+    QByteArray markup;
     for (auto binding = scope.cbegin(); binding != scope.cend(); ++binding) {
-        if (!node.attribute(declaration(binding.key())) && uses(used, binding.key()))
+        if (binding.value().isEmpty() || node.attribute(declaration(binding.key())))
+            continue;
+        if (markup.isEmpty())
+            markup = withEntities(node.xml(), entities);
+        if (uses(markup, binding.key()))
             needed.insert(binding.key(), binding.value());
     }
     return declarationsOf(needed);

@@ -112,14 +112,29 @@ private:
     void copyElsewhere()
     {
         using Form = tree::Clip::Form;
-        static const char *const clips[] = {"plain & <plain>",
-                                            "<b/> <c>&e;</c>\r\n<!--c-->",
-                                            " a<b>x</b> <i/> <b/>",
-                                            "<p:b p:n='2'><e xmlns='w'/></p:b>",
-                                            "<?xml version='1.0'?><!DOCTYPE b [<!ENTITY e 'z'>]><b>&e;</b>",
-                                            "]]&gt; <b>]]</b>",
-                                            "<b"};
-        const QString clip = QString::fromLatin1(clips[random_.bounded(quint32(std::size(clips)))]);
+        static const char *const pieces[] = {"plain & <plain>",
+                                             "<b/> <c>&e;</c>\r\n<!--c-->",
+                                             " a<b>x</b> <i/> ",
+                                             "<p:b p:n='2'><e xmlns='w'/></p:b>",
+                                             "]]",
+                                             "&gt; <b>]]</b>",
+                                             "<?xml version='1.0'?>",
+                                             "<!DOCTYPE b [<!ENTITY e 'z'>]>",
+                                             "<b q:n='&e;'>",
+                                             "</b>",
+                                             "<![CDATA[",
+                                             "<!--",
+                                             "-->",
+                                             "<?x ",
+                                             "?>",
+                                             "</node>",
+                                             "<node>",
+                                             "&f;",
+                                             "\r\n",
+                                             "\n "};
+        QString clip;
+        for (quint32 i = 1 + random_.bounded(4U); i > 0; --i)
+            clip += QLatin1StringView(pieces[random_.bounded(quint32(std::size(pieces)))]);
         const Form form = std::array{Form::Text, Form::Source, Form::Node}[random_.bounded(3U)];
         desk_.clipboard.set(form, form == Form::Node ? u"<node xmlns:p='v'>%1</node>"_s.arg(clip) : clip);
     }
