@@ -28,21 +28,11 @@ QString localPath(const char *address)
     return QUrl::fromPercentEncoding(text.toUtf8());
 }
 
-// The file that an address leads to, links followed; empty where none may be read.
-QString readablePath(const char *address)
-{
-    const QFileInfo info(address ? localPath(address) : QString());
-    return info.isFile() && info.size() <= largestEntity ? info.canonicalFilePath() : QString();
-}
-
 // What cannot be had locally is left out, without an error: a document does not become faulty by where its
 // document type is kept. Whatever has taken the file's place since it was looked at is not waited for.
 xmlParserInputPtr loadLocally(const char *address, const char *, xmlParserCtxtPtr context)
 {
-    const QString path = readablePath(address);
-    if (path.isEmpty())
-        return nullptr;
-    const auto bytes = files::readPrivateFile(path, largestEntity);
+    const auto bytes = readLocalEntity(localEntityPath(address));
     if (!bytes)
         return nullptr;
     xmlParserInputBufferPtr buffer
@@ -55,10 +45,21 @@ xmlParserInputPtr loadLocally(const char *address, const char *, xmlParserCtxtPt
 
 } // namespace
 
-qint64 localEntitySize(const char *address)
+// A relative address has nothing to be relative to any more: it would be looked for wherever the program was
+// started.
+QString localEntityPath(const char *address)
 {
-    const QString path = readablePath(address);
-    return path.isEmpty() ? 0 : QFileInfo(path).size();
+    const QFileInfo info(address ? localPath(address) : QString());
+    const bool isReadable = info.isAbsolute() && info.isFile() && info.size() <= largestEntity;
+    return isReadable ? info.canonicalFilePath() : QString();
+}
+
+std::optional<QByteArray> readLocalEntity(const QString &path)
+{
+    if (path.isEmpty())
+        return std::nullopt;
+    auto bytes = files::readPrivateFile(path, largestEntity);
+    return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
 }
 
 void allowLocalEntitiesOnly()

@@ -1,6 +1,9 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
 
 namespace dom {
 
@@ -8,7 +11,10 @@ namespace dom {
 // only, for every user of the library in this process. Safe to call any number of times.
 void allowLocalEntitiesOnly();
 
-// What reading the file at an address would give, in bytes; 0 where nothing would be read.
-qint64 localEntitySize(const char *address);
+// The file that an address leads to, links followed; empty where none may be read.
+QString localEntityPath(const char *address);
+
+// The bytes of the file at such a path; nothing where it cannot be read.
+std::optional<QByteArray> readLocalEntity(const QString &path);
 
 } // namespace dom

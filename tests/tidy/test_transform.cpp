@@ -109,8 +109,8 @@ private Q_SLOTS:
                {"<r/>", sheet("\n\n<p><xsl:value-of select='nope()'/></p>"), Severity::Error, inSheet, 4,
                 "nope"},
                {"<r/>", sheet("\n<p><xsl:value-of select='1 +'/></p>"), Severity::Error, inSheet, 3, "1 +"},
-               {"<r/>", "<a>\n</b>", Severity::Error, inSheet, 2, "mismatch"},
-               {"<a>\n</b>", sheet("<p/>"), Severity::Error, TransformPlace::Document, 2, "mismatch"},
+               {"<r/>", "<a>\n</b>", Severity::Error, inSheet, 2, "end tag is that of"},
+               {"<a>\n</b>", sheet("<p/>"), Severity::Error, TransformPlace::Document, 2, "end tag is that of"},
                {"<r/>", sheet("<p><xsl:value-of select=\"document('none.xml')\"/></p>"), Severity::Warning,
                 inSheet, 2, "none.xml"}};
         for (const auto &[xml, xsl, severity, place, line, text] : rows) {

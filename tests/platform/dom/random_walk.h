@@ -167,7 +167,7 @@ inline QString faultOf(const Document &document, const Mirror &mirror)
         return QStringLiteral("the count is wrong");
     const auto error = checkWellFormed(document.xml());
     // Renaming may leave prefixes undeclared; everything else must parse.
-    return error && !error->reason.contains(QStringLiteral("is not defined")) ? error->reason : QString();
+    return error && !error->reason.contains(QStringLiteral("is not declared")) ? error->reason : QString();
 }
 
 } // namespace dom
