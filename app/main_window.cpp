@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 
+#include "app/check_progress.h"
 #include "app/document_mark.h"
 #include "app/editor_host.h"
 #include "app/file_drop.h"
@@ -474,6 +475,11 @@ void mainfrm::showBusy(bool busy)
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QApplication::restoreOverrideCursor();
+}
+
+std::function<bool()> mainfrm::patience()
+{
+    return [progress = std::make_shared<CheckProgress>(this)] { return progress->goOn(); };
 }
 
 void mainfrm::restorePlace()

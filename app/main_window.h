@@ -108,6 +108,7 @@ private:
     void closeAssignedPreview() override;
     void openPage(const QString &path) override;
     void showBusy(bool busy) override;
+    std::function<bool()> patience() override;
 
     // The commands, each named for what its menu item does (main_window_commands.cpp).
     void bindCommands();

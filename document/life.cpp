@@ -145,7 +145,9 @@ bool Life::recover(const QString &path, const QByteArray &text, const files::Fil
 // A faulty text was faulty when it was left; there is no need to say so in a box.
 void Life::showUnsaved(const QByteArray &text, Tab mode)
 {
-    const bool faulty = dom::checkWellFormed(text, files::parentFolderOf(state_.CurrentFilePath)).has_value();
+    const bool faulty = dom::checkWellFormed(text, files::parentFolderOf(state_.CurrentFilePath), nullptr,
+                                             around_.workspace.patience())
+                            .has_value();
     parsing_.LoadXml(faulty ? newDocumentTemplate() : text);
     if (faulty || mode == XmlMode)
         around_.workspace.selectTab(XmlMode);

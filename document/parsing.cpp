@@ -3,6 +3,8 @@
 #include "document/report.h"
 #include "platform/files/file_helpers.h"
 
+#include <utility>
+
 namespace document {
 
 using dialogs::Buttons;
@@ -14,45 +16,57 @@ std::optional<files::LoadedText> Parsing::readFile(const QString &path)
         const Busy busy(around_.workspace);
         return files::readTextFile(path);
     }();
-    if (file)
-        return std::move(*file);
-    dom::ParseError unread;
-    unread.reason = file.reason() + QStringLiteral("\r\n");
-    xmleror(unread);
-    return std::nullopt;
+    if (!file) {
+        dom::ParseError unread;
+        unread.reason = file.reason() + QStringLiteral("\r\n");
+        xmleror(unread);
+        return std::nullopt;
+    }
+    read_ = judgedText(file->utf8, files::parentFolderOf(path));
+    if (isStopped(*read_)) {
+        read_.reset();
+        return std::nullopt;
+    }
+    return std::move(*file);
 }
 
 bool Parsing::Loadpathxml(const files::LoadedText &file)
 {
+    // As it was judged when it was read.
+    const bool isKnown = read_ && read_->text.isSharedWith(file.utf8) && read_->baseFolder == baseFolder();
+    const Judged judged = isKnown ? *std::exchange(read_, std::nullopt) : judgedText(file.utf8, baseFolder());
+    if (!judged.fault) {
+        loadAccepted(file.utf8, judged.entities);
+        return true;
+    }
     {
         const Busy busy(around_.workspace);
         around_.workspace.documentGoing();
-        if (!state_.Document.load(file.utf8, baseFolder())) {
-            showTree();
-            return true;
-        }
+        state_.Document.clear();
         around_.workspace.selectTab(XmlMode);
         around_.editor.loadText(file.utf8);
         state_.editorHasText = true;
     }
-    xmlerr(true, false);
+    conclude(judged, true, false);
     return false;
 }
 
 bool Parsing::LoadXml(const QByteArray &text)
 {
-    dom::Entities entities;
-    if (const auto error = dom::checkWellFormed(text, baseFolder(), &entities)) {
-        xmleror(*error);
+    const Judged judged = judgedText(text, baseFolder());
+    if (isStopped(judged))
+        return false;
+    if (judged.fault) {
+        xmleror(*judged.fault);
         return false;
     }
-    loadAccepted(text, entities);
+    loadAccepted(text, judged.entities);
     return true;
 }
 
 bool Parsing::xmlerr(bool msgbolone, bool msgboltwo)
 {
-    return judge(around_.editor.textInPlace(), msgbolone, msgboltwo);
+    return judge(msgbolone, msgboltwo) != Outcome::Accepted;
 }
 
 void Parsing::adoptEditorText()
@@ -62,8 +76,13 @@ void Parsing::adoptEditorText()
         if (state_.known.agreed(state_.domIdentity(), around_.editor.revision()))
             return;
     }
-    if (!editorTextIsAccepted() && judge(around_.editor.textInPlace(), true, false))
-        return;
+    if (!editorTextIsAccepted()) {
+        const Outcome outcome = judge(true, false);
+        if (outcome == Outcome::Stopped)
+            state_.HasParseErrors = true; // as far as anybody knows: the text is not left
+        if (outcome != Outcome::Accepted)
+            return;
+    }
     if (around_.editor.textInPlace() != state_.Document.xml())
         loadAccepted(around_.editor.text(), state_.accepted->entities);
     state_.known.agree(state_.domIdentity(), around_.editor.revision());
@@ -96,26 +115,48 @@ void Parsing::putIntoEditor(const QByteArray &xml)
         around_.editor.replaceText(xml);
 }
 
-bool Parsing::judge(const QByteArray &text, bool msgbolone, bool msgboltwo)
+Parsing::Judged Parsing::judgedText(const QByteArray &text, const QString &baseFolder)
 {
-    dom::Entities entities;
-    const auto error = [&] {
-        const Busy busy(around_.workspace);
-        return dom::checkWellFormed(text, baseFolder(), &entities);
-    }();
-    state_.HasParseErrors = error.has_value();
-    if (error) {
+    Judged judged{text, baseFolder, {}, {}};
+    const Busy busy(around_.workspace);
+    judged.fault = dom::checkWellFormed(text, baseFolder, &judged.entities, around_.workspace.patience());
+    return judged;
+}
+
+// Nobody waited for the verdict: everything stays as it was.
+bool Parsing::isStopped(const Judged &judged)
+{
+    if (!judged.fault || !judged.fault->stopped)
+        return false;
+    around_.workspace.note(QStringLiteral("The check was stopped; everything stays as it was."));
+    return true;
+}
+
+Parsing::Outcome Parsing::judge(bool msgbolone, bool msgboltwo)
+{
+    read_.reset(); // what was read is not going to be loaded
+    const Judged judged = judgedText(around_.editor.textInPlace(), baseFolder());
+    if (isStopped(judged))
+        return Outcome::Stopped;
+    conclude(judged, msgbolone, msgboltwo);
+    return judged.fault ? Outcome::Refused : Outcome::Accepted;
+}
+
+// What a verdict on the editor's text leads to.
+void Parsing::conclude(const Judged &judged, bool msgbolone, bool msgboltwo)
+{
+    state_.HasParseErrors = judged.fault.has_value();
+    if (judged.fault) {
         state_.accepted.reset();
         if (msgbolone)
-            pointOut(*error);
-        around_.editor.setHighlightedLine(static_cast<int>(error->line) - 1);
-        return true;
+            pointOut(*judged.fault);
+        around_.editor.setHighlightedLine(static_cast<int>(judged.fault->line) - 1);
+        return;
     }
-    state_.accepted = AcceptedText{around_.editor.revision(), std::move(entities)};
+    state_.accepted = AcceptedText{around_.editor.revision(), judged.entities};
     if (msgboltwo)
         around_.dialogs.message(Icon::Exclamation, Buttons::Ok, QStringLiteral("No Errors found"));
     around_.editor.setHighlightedLine(-1);
-    return false;
 }
 
 void Parsing::pointOut(const dom::ParseError &error)

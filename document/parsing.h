@@ -16,7 +16,8 @@ class Parsing
 public:
     Parsing(DocumentState &state, const Surroundings &around) : state_(state), around_(around) { }
 
-    // Reads a document file. What cannot be read is reported in a box of the usual form; nothing changes.
+    // Reads a document file, and judges it. What cannot be read is reported in a box of the usual form, and
+    // what the user did not wait for is noted; nothing changes then.
     std::optional<files::LoadedText> readFile(const QString &path);
 
     // Parses the file at CurrentFilePath, as read, into Document and rebuilds the tree; true on success. On
@@ -27,8 +28,8 @@ public:
     // changes nothing.
     bool LoadXml(const QByteArray &text);
 
-    // Checks the editor's text; true when it is not well-formed. msgbolone: report errors and go there;
-    // msgboltwo: report success. Sets HasParseErrors and the highlighted line.
+    // Checks the editor's text; true when it is not well-formed, or the user did not wait. msgbolone: report
+    // errors and go there; msgboltwo: report success. Sets HasParseErrors and the highlighted line.
     bool xmlerr(bool msgbolone, bool msgboltwo);
 
     // XML Mode is left: checks the editor's text, reporting errors, and parses it into Document when it is
@@ -39,8 +40,26 @@ public:
     void carryToEditor();
 
 private:
+    struct Judged
+    {
+        QByteArray text;
+        QString baseFolder;
+        std::optional<dom::ParseError> fault;
+        dom::Entities entities;
+    };
+
+    enum class Outcome
+    {
+        Accepted,
+        Refused,
+        Stopped // by the user, before there was a verdict
+    };
+
     void putIntoEditor(const QByteArray &xml);
-    bool judge(const QByteArray &text, bool msgbolone, bool msgboltwo);
+    Judged judgedText(const QByteArray &text, const QString &baseFolder);
+    bool isStopped(const Judged &judged);
+    Outcome judge(bool msgbolone, bool msgboltwo);
+    void conclude(const Judged &judged, bool msgbolone, bool msgboltwo);
     void pointOut(const dom::ParseError &error);
     void xmleror(const dom::ParseError &error);
     void loadAccepted(const QByteArray &text, const dom::Entities &entities);
@@ -50,6 +69,7 @@ private:
 
     DocumentState &state_;
     Surroundings around_;
+    std::optional<Judged> read_; // the file that was read last, until it is loaded
 };
 
 } // namespace document

@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 namespace document {
 
 // The three views, by tab number.
@@ -51,6 +53,10 @@ public:
     virtual void closeAssignedPreview() = 0;
     virtual void openPage(const QString &path) = 0; // of the help
     virtual void showBusy(bool busy) = 0; // the pointer while a long step runs
+
+    // What is asked, again and again, while a text is judged; false when the user wants that stopped. Once it
+    // takes long it shows itself, for as long as the function lives. Nothing but that stop happens meanwhile.
+    virtual std::function<bool()> patience() { return {}; }
 };
 
 } // namespace document

@@ -59,7 +59,7 @@ std::optional<ParseError> Document::load(const QByteArray &utf8, const QString &
     Entities entities;
     std::optional<ParseError> error = checkWellFormed(utf8, baseFolder, &entities);
     if (error)
-        d->startAfresh();
+        clear();
     else
         loadAccepted(utf8, entities);
     return error;
@@ -70,6 +70,8 @@ void Document::loadAccepted(const QByteArray &utf8, const Entities &entities)
     d->startAfresh();
     d->fill(utf8, entities);
 }
+
+void Document::clear() { d->startAfresh(); }
 
 void Document::releaseFormer() { d->former.reset(); }
 

@@ -56,6 +56,9 @@ public:
     // The same for a text that checkWellFormed has just accepted, with the entities it found.
     void loadAccepted(const QByteArray &utf8, const Entities &entities);
 
+    // Leaves the document empty, as a failed load does.
+    void clear();
+
     // Nobody shows the content before the last load any more.
     void releaseFormer();
 

@@ -1,5 +1,6 @@
 // The parts of the main window that need no window.
 #include "app/command_line.h"
+#include "app/check_progress.h"
 #include "app/commands.h"
 #include "app/dependency_check.h"
 #include "app/fitted_line.h"
@@ -8,8 +9,10 @@
 #include "platform/control/shortcut_table.h"
 #include "platform/dialogs/theme_icon.h"
 
+#include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using app::Command;
 using app::commandTable;
@@ -175,6 +178,31 @@ private Q_SLOTS:
             QCOMPARE(read.documents, row.documents);
             QCOMPARE(read.said.isEmpty(), row.wish == Wish::Edit);
         }
+    }
+
+    // The user can stop a check, and nothing else happens while it waits for that.
+    void checkCanBeStopped()
+    {
+        QTimer others;
+        int ticks = 0;
+        connect(&others, &QTimer::timeout, this, [&ticks] { ++ticks; });
+        others.start(0);
+        {
+            app::CheckProgress progress(nullptr, 0, 0);
+            QVERIFY(progress.goOn());
+            auto *window = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+            QVERIFY(window && window->isVisible());
+            for (int i = 0; i < 20; ++i)
+                QVERIFY(progress.goOn());
+            QCOMPARE(ticks, 0);
+            QTest::keyClick(window, Qt::Key_Escape);
+            QVERIFY(!progress.goOn());
+            QCOMPARE(ticks, 0);
+        }
+        QVERIFY(!QApplication::activeModalWidget() && !QApplication::overrideCursor());
+        QTRY_VERIFY(ticks > 0); // what waited is not lost
+        app::CheckProgress patient(nullptr);
+        QVERIFY(patient.goOn() && !QApplication::activeModalWidget());
     }
 
     // Where no icon theme is installed.

@@ -107,12 +107,17 @@ public:
     void closeAssignedPreview() override { ++assignedClosed; }
     void openPage(const QString &path) override { pages.append(path); }
     void showBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
+    std::function<bool()> patience() override
+    {
+        return [this] { return isPatient; };
+    }
 
     document::Session *session = nullptr;
     std::function<void()> meanwhile = [] {}; // done once, between reading a file and parsing it
     int tab = 0;
     int rebuilds = 0;
     QString title;
+    bool isPatient = true; // else the user stops whatever takes longer
     QStringList notes;
     QString ofFile;
     QString modes;

@@ -108,6 +108,55 @@ private Q_SLOTS:
         QVERIFY(desk.editor.hasFocus);
     }
 
+    // Long enough for the user to be asked.
+    void stoppedCheckLeavesAllAsItWas()
+    {
+        const QByteArray large = "<a>" + QByteArray("<b/>").repeated(10'000) + "</a>";
+        Desk desk;
+        desk.run("file old.xml=<old/> | start old.xml");
+        QFile file(desk.path(u"large.xml"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(large);
+        file.close();
+        desk.workspace.isPatient = false;
+        desk.run("choose large.xml | open");
+        QCOMPARE(desk.seen(u"dom"_s), u"<old/>"_s);
+        QVERIFY(desk.session.state().CurrentFilePath.endsWith(u"old.xml"_s));
+        QCOMPARE(desk.workspace.notes.size(), 1);
+        desk.workspace.isPatient = true;
+        desk.run("xml");
+        desk.editor.replaceText(large);
+        desk.workspace.isPatient = false;
+        desk.run("check | normal");
+        QCOMPARE(desk.seen(u"tab"_s), u"1"_s);
+        QCOMPARE(desk.editor.text(), large);
+        QCOMPARE(desk.seen(u"dom"_s), u"<old/>"_s);
+        QCOMPARE(desk.workspace.notes.size(), 3);
+        QVERIFY(desk.dialogs.messages.isEmpty());
+        desk.workspace.isPatient = true;
+        desk.run("normal");
+        QCOMPARE(desk.seen(u"tab"_s), u"0"_s);
+        QCOMPARE(desk.session.state().Document.xml(), large);
+    }
+
+    // The report tells of the place in the file, the window shows the one in the document.
+    void faultInAFileIsPointedOut()
+    {
+        Desk desk;
+        desk.run(
+            "file part.ent=<b>\\n\\n  <c></b> | "
+            "file a.xml=<!DOCTYPE a [<!ENTITY e SYSTEM 'part.ent'>]>\\n<a>&e;</a> | choose a.xml | start | "
+            "open");
+        QCOMPARE(desk.dialogs.messages.size(), 1);
+        const QString report = desk.dialogs.messages.last();
+        QVERIFY2(report.contains(u"part.ent"_s) && report.contains(u"Line              :  3\r\n"_s)
+                     && report.endsWith(u"Source Text :    <c></b>"_s),
+                 qPrintable(report));
+        QCOMPARE(desk.editor.highlightedLine(), 1);
+        QCOMPARE(desk.editor.caretLine(), 1);
+        QCOMPARE(desk.editor.caretColumn(), 3);
+    }
+
     void report()
     {
         dom::ParseError error;
