@@ -28,6 +28,10 @@ TidyHost::TidyHost(const Around &around)
           .currentText = [this] { return around_.editor.text(); },
           .currentPath = around_.currentPath,
           .runTidy = [this](const QByteArray &markup) { run(markup); },
+          .runTidyOnResult = [this](const QByteArray &markup, const QString &) { run(markup); },
+          .allowedFiles = [this] { return allowedFiles_.value(around_.currentPath()); },
+          .allowFiles
+          = [this](const QStringList &files) { allowedFiles_.insert(around_.currentPath(), files); },
           .showMessages
           = [this](const std::vector<tidy::Message> &messages) { takeTransformMessages(messages); },
       },

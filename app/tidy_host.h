@@ -4,6 +4,7 @@
 #include "tidy/convert_services.h"
 #include "tidy/tidy_run.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 
@@ -68,6 +69,7 @@ private:
     tidy::ConvertServices services_;
     QDockWidget *dock_; // of the window
     tidy::MessagesPanel *panel_; // in the dock
+    QHash<QString, QStringList> allowedFiles_; // to be read by transformations, by document
     std::vector<tidy::Message> transformMessages_; // of the transformation that the run follows
     QByteArray spokenOf_; // the identity of the text that the messages' places are in
     bool runOnText_ = false; // the run is on that very text

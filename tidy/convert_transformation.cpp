@@ -3,6 +3,8 @@
 #include "platform/files/file_helpers.h"
 #include "platform/files/text_file.h"
 
+#include <QFileInfo>
+
 namespace tidy {
 
 namespace {
@@ -15,13 +17,15 @@ QString placeName(const TransformMessage &message, const QString &file)
 
 } // namespace
 
-Transformation transformWithFile(CurrentTextIs role, const TransformInput &current, const QString &file)
+platform::Result<TransformJob> jobWithFile(CurrentTextIs role, const TransformInput &current,
+                                           const QString &file)
 {
     const auto loaded = files::readTextFile(file);
     if (!loaded)
-        return {platform::Failure{loaded.reason()}, {}};
+        return platform::Failure{loaded.reason()};
     const TransformInput other{loaded->utf8, file};
-    return role == CurrentTextIs::Xml ? transform(current, other) : transform(other, current);
+    return role == CurrentTextIs::Xml ? TransformJob{current, other, {}, {}}
+                                      : TransformJob{other, current, {}, {}};
 }
 
 std::vector<Message> messagesOfCurrent(const std::vector<TransformMessage> &messages, CurrentTextIs role,
@@ -37,6 +41,18 @@ std::vector<Message> messagesOfCurrent(const std::vector<TransformMessage> &mess
                        isHere || isNowhere ? message.text : placeName(message, file) + message.text});
     }
     return out;
+}
+
+QString proposedResult(const QString &document)
+{
+    const QFileInfo source(document);
+    const QString stem = source.path() + u'/' + source.completeBaseName();
+    QString proposed = stem + QStringLiteral(".html");
+    for (int number = 1; files::fileExists(proposed); ++number) {
+        const QString count = number == 1 ? QString() : QString::number(number);
+        proposed = stem + QStringLiteral("-result") + count + QStringLiteral(".html");
+    }
+    return proposed;
 }
 
 } // namespace tidy

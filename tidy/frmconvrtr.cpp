@@ -3,13 +3,14 @@
 #include "platform/dialogs/dialogs.h"
 #include "platform/files/file_helpers.h"
 #include "tidy/config_files.h"
+#include "tidy/convert_questions.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
@@ -71,20 +72,11 @@ int radioIndent(const QWidget &widget)
         + style.pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, &widget);
 }
 
-// The busy pointer for as long as it lives.
-class Hourglass
-{
-public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass &) = delete;
-    Hourglass &operator=(const Hourglass &) = delete;
-};
-
 } // namespace
 
 frmconvrtr::frmconvrtr(const ConvertServices &services, QWidget *parent)
-    : QDialog(parent), services_(services)
+    : QDialog(parent), services_(services),
+      process_(files::joinPath(services.programFolder, QStringLiteral("\\tdyex\\transformer.exe")))
 {
     setObjectName(QStringLiteral("frmconvrtr"));
     setWindowTitle(QStringLiteral("Convert and Tidy"));
@@ -127,6 +119,9 @@ void frmconvrtr::makeControls()
     lblfailure->setWordWrap(true);
     lblfailure->setTextFormat(Qt::PlainText);
     lblfailure->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    prgwork = named(QStringLiteral("prgwork"), new QProgressBar(this));
+    prgwork->setRange(0, 0); // nobody knows how much there is to do
+    prgwork->setFormat(QStringLiteral("The style sheet is at work"));
     OKButton = button(QStringLiteral("OKButton"), QStringLiteral("Convert"), this);
     CancelButton = button(QStringLiteral("CancelButton"), QStringLiteral("Cancel"), this);
     OKButton->setDefault(true);
@@ -141,6 +136,7 @@ void frmconvrtr::layOut()
     layout->addWidget(optjob[1]);
     layout->addWidget(jobs_[1] = secondJob());
     layout->addWidget(lblfailure);
+    layout->addWidget(prgwork);
     layout->addStretch();
     auto *buttons = new QHBoxLayout;
     layout->addLayout(buttons);
@@ -148,6 +144,7 @@ void frmconvrtr::layOut()
     buttons->addWidget(OKButton);
     buttons->addWidget(CancelButton);
     lblfailure->hide();
+    prgwork->hide();
     resize(usualWidth, sizeHint().height());
 }
 
@@ -199,6 +196,7 @@ void frmconvrtr::connectControls()
     }
     connect(OKButton, &QPushButton::clicked, this, &frmconvrtr::accept);
     connect(CancelButton, &QPushButton::clicked, this, &frmconvrtr::reject);
+    connect(&process_, &TransformProcess::finished, this, &frmconvrtr::transformed);
 }
 
 void frmconvrtr::enableControls()
@@ -216,11 +214,21 @@ void frmconvrtr::enableControls()
 
 void frmconvrtr::accept()
 {
+    if (process_.isRunning())
+        return;
     fail({});
     if (optjob[0]->isChecked())
         rnfrst();
     else
-        transformAndRun();
+        startTransformation();
+}
+
+void frmconvrtr::reject()
+{
+    if (process_.isRunning())
+        process_.cancel();
+    else
+        QDialog::reject();
 }
 
 void frmconvrtr::rnfrst()
@@ -233,23 +241,59 @@ void frmconvrtr::rnfrst()
     QDialog::accept();
 }
 
-void frmconvrtr::transformAndRun()
+void frmconvrtr::startTransformation()
 {
-    const CurrentTextIs role = optxml[0]->isChecked() ? CurrentTextIs::Xml : CurrentTextIs::StyleSheet;
-    const int side = role == CurrentTextIs::Xml ? 1 : 0;
+    role_ = optxml[0]->isChecked() ? CurrentTextIs::Xml : CurrentTextIs::StyleSheet;
+    const int side = role_ == CurrentTextIs::Xml ? 1 : 0;
     if (refuseMissingFile(side))
         return;
-    const QString file = txtfile[side]->text();
-    const Hourglass hourglass;
-    const Transformation done
-        = transformWithFile(role, {services_.currentText(), services_.currentPath()}, file);
-    services_.showMessages(messagesOfCurrent(done.messages, role, file));
-    if (!done.markup)
-        return fail(done.markup.reason());
-    if (const auto written = writeTransformationOptions(services_.programFolder); !written)
-        return fail(written.reason());
-    services_.runTidy(*done.markup);
-    QDialog::accept();
+    auto job = jobWithFile(role_, {services_.currentText(), services_.currentPath()}, txtfile[side]->text());
+    if (!job)
+        return fail(job.reason());
+    job_ = std::move(*job);
+    job_.licence.files = services_.allowedFiles();
+    process_.start(job_);
+    setAtWork(true);
+}
+
+// What is chosen stays as it is until the style sheet has come to its end.
+void frmconvrtr::setAtWork(bool atWork)
+{
+    for (QWidget *control : {static_cast<QWidget *>(optjob[0]), static_cast<QWidget *>(optjob[1]), jobs_[1],
+                             static_cast<QWidget *>(OKButton)})
+        control->setEnabled(!atWork);
+    prgwork->setVisible(atWork);
+    if (atWork)
+        CancelButton->setFocus();
+    else
+        OKButton->setFocus();
+}
+
+void frmconvrtr::transformed(const Transformation &done)
+{
+    setAtWork(false);
+    services_.showMessages(messagesOfCurrent(
+        done.messages, role_, role_ == CurrentTextIs::Xml ? job_.styleSheet.path : job_.document.path));
+    if (done.markup) {
+        if (takeResult(*done.markup))
+            QDialog::accept();
+    } else if (grantsWhatLacked(services_.dialogs, done, job_.licence)) {
+        services_.allowFiles(job_.licence.files);
+        process_.start(job_);
+        setAtWork(true);
+    } else {
+        fail(done.markup.reason());
+    }
+}
+
+bool frmconvrtr::takeResult(const QByteArray &markup)
+{
+    const auto written = writeTransformationOptions(services_.programFolder);
+    if (written)
+        services_.runTidyOnResult(markup, job_.document.path);
+    else
+        fail(written.reason());
+    return written.ok();
 }
 
 bool frmconvrtr::refuseMissingFile(int index)

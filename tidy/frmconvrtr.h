@@ -4,12 +4,14 @@
 
 #include "tidy/convert_services.h"
 #include "tidy/convert_transformation.h"
+#include "tidy/transform_process.h"
 
 #include <QDialog>
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QProgressBar;
 class QPushButton;
 class QRadioButton;
 
@@ -23,8 +25,11 @@ public:
     // Modal to parent; made anew for every opening. The services outlive the dialog.
     frmconvrtr(const ConvertServices &services, QWidget *parent);
 
-    // Convert. Stays open when it failed, with a line that says what.
+    // Convert. Stays open while a style sheet is at work, and when it failed, with a line that says what.
     void accept() override;
+
+    // Cancel, and the close box: of a style sheet at work first, of the dialog when there is none.
+    void reject() override;
 
 private:
     void makeControls();
@@ -35,7 +40,10 @@ private:
     void connectControls();
     void enableControls();
     void rnfrst();
-    void transformAndRun();
+    void startTransformation();
+    void setAtWork(bool atWork);
+    void transformed(const Transformation &done);
+    bool takeResult(const QByteArray &markup);
     void cmdbrowse_Click(int index);
     bool refuseMissingFile(int index);
     void fail(const QString &reason);
@@ -50,8 +58,12 @@ private:
     QPushButton *cmdbrowse[2];
     QLabel *lblxsl;
     QLabel *lblfailure;
+    QProgressBar *prgwork;
     QPushButton *OKButton;
     QPushButton *CancelButton;
+    TransformProcess process_;
+    TransformJob job_; // the last one that was started
+    CurrentTextIs role_ = CurrentTextIs::Xml; // in it
 };
 
 } // namespace tidy

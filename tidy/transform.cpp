@@ -1,27 +1,19 @@
 #include "tidy/transform.h"
 
-#include "platform/dom/local_entities.h"
 #include "platform/dom/verdict.h"
+#include "tidy/transform_addresses.h"
 #include "tidy/transform_budget.h"
+#include "tidy/transform_loading.h"
 #include "tidy/transform_messages.h"
 #include "tidy/transform_result.h"
 
 #include <QFileInfo>
-#include <QUrl>
 
-#include <libexslt/exslt.h>
-#include <libxml/SAX2.h>
-#include <libxml/parser.h>
-#include <libxml/parserInternals.h>
-#include <libxslt/documents.h>
 #include <libxslt/security.h>
 #include <libxslt/transform.h>
-#include <libxslt/xslt.h>
-#include <libxslt/xsltutils.h>
 
-#include <limits>
 #include <memory>
-#include <mutex>
+#include <optional>
 
 namespace tidy {
 
@@ -37,92 +29,28 @@ struct Releases
     }
 };
 
-using Doc = std::unique_ptr<xmlDoc, Releases<xmlFreeDoc>>;
+using Doc = TransformLoading::Doc;
 using Sheet = std::unique_ptr<xsltStylesheet, Releases<xsltFreeStylesheet>>;
-using Parser = std::unique_ptr<xmlParserCtxt, Releases<xmlFreeParserCtxt>>;
 using Context = std::unique_ptr<xsltTransformContext, Releases<xsltFreeTransformContext>>;
 using Security = std::unique_ptr<xsltSecurityPrefs, Releases<xsltFreeSecurityPrefs>>;
 
-// Entities are copied into the tree at every reference, also from files that the verdict does not read.
-xmlEntityPtr entityWithinBudget(void *parser, const xmlChar *name)
-{
-    const TransformBudget *budget = TransformBudget::current();
-    if (!budget || !budget->isSpent())
-        return xmlSAX2GetEntity(parser, name);
-    xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
-    return nullptr;
-}
-
-Parser makeParser(xmlDictPtr dictionary = nullptr)
-{
-    Parser parser(xmlNewParserCtxt());
-    if (!parser)
-        return {};
-    parser->sax->getEntity = entityWithinBudget;
-    if (dictionary) {
-        xmlDictFree(parser->dict);
-        parser->dict = dictionary;
-        xmlDictReference(dictionary);
-    }
-    return parser;
-}
-
-// Nothing of what grew beyond the budget while it was read.
-Doc withinBudget(xmlDocPtr parsed)
-{
-    Doc doc(parsed);
-    const TransformBudget *budget = TransformBudget::current();
-    return budget && budget->isSpent() ? Doc() : std::move(doc);
-}
-
-// The library says nothing of a document() that finds no document.
-xmlDocPtr loadOrNote(const xmlChar *url, xmlDictPtr dictionary, int options, void *context, xsltLoadType type)
-{
-    TransformBudget *budget = TransformBudget::current();
-    if (budget && !budget->takeDocument())
-        return nullptr;
-    const Parser parser = makeParser(dictionary);
-    Doc loaded = withinBudget(
-        parser ? xmlCtxtReadFile(parser.get(), reinterpret_cast<const char *>(url), nullptr, options)
-               : nullptr);
-    auto *running = type == XSLT_LOAD_DOCUMENT ? static_cast<xsltTransformContextPtr>(context) : nullptr;
-    if (!loaded && running && running->_private)
-        static_cast<MessageCollector *>(running->_private)
-            ->add(Severity::Warning,
-                  QStringLiteral("Not loaded: ") + QString::fromUtf8(reinterpret_cast<const char *>(url)));
-    return loaded.release();
-}
-
-// Both libraries are set up for the whole process, once.
-void prepareLibraries()
-{
-    dom::allowLocalEntitiesOnly();
-    static std::once_flag once;
-    std::call_once(once, [] {
-        meterLibraryMemory();
-        xsltInit();
-        exsltRegisterAll();
-        xsltSetLoaderFunc(loadOrNote);
-    });
-}
-
-Security noWritingNoNetwork()
+// What is read is for the loading to say: an address of another machine may be in the catalogs.
+Security noWriting()
 {
     Security security(xsltNewSecurityPrefs());
-    for (const xsltSecurityOption option : {XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY,
-                                            XSLT_SECPREF_READ_NETWORK, XSLT_SECPREF_WRITE_NETWORK})
+    for (const xsltSecurityOption option :
+         {XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY, XSLT_SECPREF_WRITE_NETWORK})
         xsltSetSecurityPrefs(security.get(), option, xsltSecurityForbid);
     return security;
 }
 
-// An address, so that a path may hold any character. The two inputs never share one, or each would pass for
-// the other.
-QByteArray addressOf(const TransformInput &input) { return QUrl::fromLocalFile(input.path).toEncoded(); }
+QByteArray documentAddress(const TransformJob &job) { return addressOfPath(job.document.path); }
 
-QByteArray styleSheetAddress(const TransformInput &document, const TransformInput &styleSheet)
+// The two never share one, or each would pass for the other.
+QByteArray styleSheetAddress(const TransformJob &job)
 {
-    const QByteArray address = addressOf(styleSheet);
-    return address == addressOf(document) ? address + "#stylesheet" : address;
+    const QByteArray address = addressOfPath(job.styleSheet.path);
+    return address == documentAddress(job) ? address + "#stylesheet" : address;
 }
 
 platform::Failure tooMuch()
@@ -131,27 +59,55 @@ platform::Failure tooMuch()
                            "transformation may.")};
 }
 
+// All that one transformation works with.
+struct Work
+{
+    const TransformJob &job;
+    MessageCollector &collector;
+    TransformLoading &loading;
+};
+
+QString asked(const QStringList &names)
+{
+    constexpr qsizetype most = 10;
+    const QString first = names.first(qMin(names.size(), most)).join(QStringLiteral(", "));
+    return names.size() <= most ? first
+                                : QStringLiteral("%1 and %2 more").arg(first).arg(names.size() - most);
+}
+
+// What keeps a result from being what the two texts say; nothing when it may count.
+std::optional<platform::Failure> shortcoming(const Work &work)
+{
+    const TransformLoading &loading = work.loading;
+    if (!loading.refused().isEmpty())
+        return platform::Failure{
+            QStringLiteral(
+                "Not read, because it lies neither in the folder of the document nor in that of the "
+                "style sheet: %1")
+                .arg(asked(loading.refused()))};
+    if (!loading.lack().isEmpty())
+        return platform::Failure{loading.lack()};
+    if (!loading.newerSheets().isEmpty() && !work.job.licence.newerSheets)
+        return platform::Failure{QStringLiteral("Only version 1.0 of XSLT can be carried out here: %1")
+                                     .arg(asked(loading.newerSheets()))};
+    return std::nullopt;
+}
+
 // The verdict comes first: it says what is wrong in the words the rest of the program uses, and it bounds
 // what entities amount to, so that the parser's own limits on honest large texts can go.
-Doc parse(const TransformInput &input, const QByteArray &address, TransformPlace place,
-          const TransformBounds &bounds, MessageCollector &collector)
+Doc parse(const TransformInput &input, const QByteArray &address, TransformPlace place, const Work &work)
 {
     const QString folder = QFileInfo(input.path).path();
     if (const auto fault = dom::checkWellFormed(input.utf8, folder)) {
-        collector.add({Severity::Error, place, int(fault->line), {}, fault->reason.trimmed()});
+        work.collector.add({Severity::Error, place, int(fault->line), {}, fault->reason.trimmed()});
         return {};
     }
-    if (input.utf8.size() > std::numeric_limits<int>::max())
-        return {};
-    constexpr int options = XSLT_PARSE_OPTIONS | XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_BIG_LINES;
+    const TransformBounds &bounds = work.job.bounds;
     const auto size = std::size_t(input.utf8.size());
     const TransformBudget budget(bounds.memory + 128 * size, bounds.traffic + 256 * size, bounds.documents);
-    const Parser parser = makeParser();
-    Doc doc = withinBudget(parser ? xmlCtxtReadMemory(parser.get(), input.utf8.constData(), int(size),
-                                                      address.constData(), "UTF-8", options)
-                                  : nullptr);
+    Doc doc = work.loading.parse(input.utf8, address);
     if (budget.isSpent())
-        collector.add({Severity::Error, place, 0, {}, tooMuch().reason});
+        work.collector.add({Severity::Error, place, 0, {}, tooMuch().reason});
     return doc;
 }
 
@@ -186,58 +142,74 @@ platform::Failure failed(const MessageCollector &collector, const QString &other
     return {error.isEmpty() ? otherwise : otherwise + QStringLiteral(" ") + error};
 }
 
-platform::Result<QByteArray> apply(xsltStylesheet &sheet, xmlDoc &document, const TransformBounds &bounds,
-                                   MessageCollector &collector)
+platform::Result<QByteArray> apply(xsltStylesheet &sheet, xmlDoc &document, const Work &work)
 {
-    const Security security = noWritingNoNetwork();
+    const Security security = noWriting();
     const Context context(xsltNewTransformContext(&sheet, &document));
     if (!security || !context || xsltSetCtxtSecurityPrefs(security.get(), context.get()) != 0)
         return platform::Failure{QStringLiteral("The transformation could not be started.")};
-    bound(*context, bounds);
-    context->_private = &collector;
-    collector.follow(context.get());
+    bound(*context, work.job.bounds);
+    registerDocumentFunction(*context);
+    work.collector.follow(context.get());
     TransformBudget *budget = TransformBudget::current();
     budget->whenSpent(stop, context.get());
     const Doc result(xsltApplyStylesheetUser(&sheet, &document, nullptr, nullptr, nullptr, context.get()));
-    collector.follow(nullptr);
+    work.collector.follow(nullptr);
     budget->whenSpent(nullptr, nullptr);
     if (budget->isSpent())
         return tooMuch();
     if (!result || context->state != XSLT_STATE_OK)
-        return failed(collector, QStringLiteral("The transformation failed."));
+        return failed(work.collector, QStringLiteral("The transformation failed."));
     platform::Result<QByteArray> markup = markupAtPositionOne(*result);
-    return budget->isSpent() ? tooMuch() : std::move(markup);
+    if (budget->isSpent() || (markup && markup->size() > work.job.bounds.output))
+        return tooMuch();
+    return markup;
 }
 
-platform::Result<QByteArray> run(const TransformInput &document, const TransformInput &styleSheet,
-                                 const TransformBounds &bounds, MessageCollector &collector)
+platform::Result<QByteArray> compileAndApply(Doc sheetSource, xmlDoc &source, const Work &work)
 {
-    Doc source = parse(document, addressOf(document), TransformPlace::Document, bounds, collector);
-    if (!source)
-        return failed(collector, QStringLiteral("The XML is not well-formed."));
-    Doc sheetSource = parse(styleSheet, styleSheetAddress(document, styleSheet), TransformPlace::StyleSheet,
-                            bounds, collector);
-    if (!sheetSource)
-        return failed(collector, QStringLiteral("The XSL is not well-formed."));
-    const std::size_t given = std::size_t(document.utf8.size() + styleSheet.utf8.size());
-    TransformBudget budget(bounds.memory + 16 * given, bounds.traffic + 256 * given, bounds.documents);
+    const TransformJob &job = work.job;
+    const std::size_t given = std::size_t(job.document.utf8.size() + job.styleSheet.utf8.size());
+    TransformBudget budget(job.bounds.memory + 16 * given, job.bounds.traffic + 256 * given,
+                           job.bounds.documents);
+    work.loading.prepare(*sheetSource, job.styleSheet.path);
     const Sheet sheet = compile(std::move(sheetSource));
     if (budget.isSpent())
         return tooMuch();
+    if (auto failure = shortcoming(work))
+        return *failure;
     if (!sheet)
-        return failed(collector, QStringLiteral("The XSL is no usable style sheet."));
-    return apply(*sheet, *source, bounds, collector);
+        return failed(work.collector, QStringLiteral("The XSL is no usable style sheet."));
+    return apply(*sheet, source, work);
+}
+
+platform::Result<QByteArray> run(const Work &work)
+{
+    const TransformJob &job = work.job;
+    const Doc source = parse(job.document, documentAddress(job), TransformPlace::Document, work);
+    if (auto failure = shortcoming(work))
+        return *failure;
+    if (!source)
+        return failed(work.collector, QStringLiteral("The XML is not well-formed."));
+    Doc sheetSource = parse(job.styleSheet, styleSheetAddress(job), TransformPlace::StyleSheet, work);
+    if (auto failure = shortcoming(work))
+        return *failure;
+    if (!sheetSource)
+        return failed(work.collector, QStringLiteral("The XSL is not well-formed."));
+    platform::Result<QByteArray> markup = compileAndApply(std::move(sheetSource), *source, work);
+    if (auto failure = shortcoming(work))
+        return *failure;
+    return markup;
 }
 
 } // namespace
 
-Transformation transform(const TransformInput &document, const TransformInput &styleSheet,
-                         const TransformBounds &bounds)
+Transformation transform(const TransformJob &job, const std::function<void(const TransformMessage &)> &tell)
 {
-    prepareLibraries();
-    MessageCollector collector(addressOf(document), styleSheetAddress(document, styleSheet), bounds.messages);
-    platform::Result<QByteArray> markup = run(document, styleSheet, bounds, collector);
-    return {std::move(markup), std::move(collector.messages())};
+    MessageCollector collector(documentAddress(job), styleSheetAddress(job), job.bounds.messages, tell);
+    TransformLoading loading(job, collector);
+    platform::Result<QByteArray> markup = run({job, collector, loading});
+    return {std::move(markup), std::move(collector.messages()), loading.refused(), loading.newerSheets()};
 }
 
 } // namespace tidy

@@ -1,5 +1,5 @@
 // A document and a style sheet make a result. Style sheets come from anywhere, so that one can neither reach
-// the network nor write a file, and none runs for ever.
+// the network nor write a file, reads no file that lies elsewhere, and none runs for ever.
 #pragma once
 
 #include "platform/result.h"
@@ -7,8 +7,10 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace tidy {
@@ -32,6 +34,24 @@ struct TransformBounds
     std::size_t traffic = std::size_t{64} << 30; // bytes copied in all; likewise
     int documents = 1000; // loaded by document(), imports and includes
     int messages = 10'000; // those after are left out
+    qsizetype output = 256 << 20; // bytes of the result
+    int seconds
+        = 600; // for what is counted nowhere, such as a search in a long text; in a process of its own
+};
+
+// What the user lets a transformation do beyond what any may.
+struct TransformLicence
+{
+    QStringList files; // that it reads though they lie elsewhere; as Transformation::refused names them
+    bool newerSheets = false; // style sheets of a later version than 1.1 are carried out, as far as that goes
+};
+
+struct TransformJob
+{
+    TransformInput document;
+    TransformInput styleSheet;
+    TransformLicence licence;
+    TransformBounds bounds;
 };
 
 // Which text a message's line counts in.
@@ -58,14 +78,22 @@ struct Transformation
 {
     // The markup of the result's node at position 1, as a reader of HTML takes it: where the result is one
     // element and nothing else, its declaration stands at position 0 and the element at 1. The failure
-    // otherwise: a text that did not parse, an error, a bound, or no such node.
-    platform::Result<QByteArray> markup;
+    // otherwise: a text that did not parse, an error, a bound, no such node, or a licence that is missing.
+    platform::Result<QByteArray> markup = platform::Failure{};
 
     // xsl:message and errors, in the order they came; never printed.
     std::vector<TransformMessage> messages;
+
+    // Files in neither the folder of the document nor that of the style sheet, nor below them, nor known to
+    // the system's XML catalogs, which were to be read as entities or by document(). Full paths.
+    QStringList refused;
+
+    // The style sheets of a version that is not known here, each as "sheet.xsl (version 2.0)".
+    QStringList newerSheets;
 };
 
-Transformation transform(const TransformInput &document, const TransformInput &styleSheet,
-                         const TransformBounds &bounds = {});
+// Each message is told when it comes, too.
+Transformation transform(const TransformJob &job,
+                         const std::function<void(const TransformMessage &)> &tell = {});
 
 } // namespace tidy

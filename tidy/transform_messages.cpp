@@ -50,11 +50,12 @@ TransformMessage saying(Severity severity, const QString &text)
 
 } // namespace
 
-MessageCollector::MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl, int most)
+MessageCollector::MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl, int most, Tell tell)
     : documentUrl_(std::move(documentUrl)), styleSheetUrl_(std::move(styleSheetUrl)), most_(most),
-      structuredBefore_(xmlStructuredError), structuredContextBefore_(xmlStructuredErrorContext),
-      genericBefore_(xmlGenericError), genericContextBefore_(xmlGenericErrorContext),
-      printedBefore_(xsltGenericError), printedContextBefore_(xsltGenericErrorContext)
+      tell_(std::move(tell)), structuredBefore_(xmlStructuredError),
+      structuredContextBefore_(xmlStructuredErrorContext), genericBefore_(xmlGenericError),
+      genericContextBefore_(xmlGenericErrorContext), printedBefore_(xsltGenericError),
+      printedContextBefore_(xsltGenericErrorContext)
 {
     xmlSetStructuredErrorFunc(this, onStructured);
     xmlSetGenericErrorFunc(this, onParserPrinted);
@@ -115,13 +116,17 @@ void MessageCollector::add(TransformMessage message)
             = saying(Severity::Information, QStringLiteral("There are more messages, which are left out."));
     if (message.text.size() > longestMessage)
         message.text = message.text.first(longestMessage) + QStringLiteral(" ...");
+    if (tell_)
+        tell_(message);
     messages_.push_back(std::move(message));
 }
 
-void MessageCollector::add(Severity severity, const QString &text)
+void MessageCollector::add(Severity severity, const QString &text) { add(severity, text, QByteArray(), 0); }
+
+void MessageCollector::add(Severity severity, const QString &text, const QByteArray &url, int line)
 {
     TransformMessage message = saying(severity, text);
-    place(message, QByteArray(), 0);
+    place(message, url, line);
     add(std::move(message));
 }
 

@@ -6,14 +6,18 @@
 #include <libxml/xmlerror.h>
 #include <libxslt/xsltInternals.h>
 
+#include <functional>
+
 namespace tidy {
 
 // Takes over both libraries' reports for as long as it lives, and gives them back; one at a time.
 class MessageCollector
 {
 public:
-    // Keeps so many messages and leaves out those that follow.
-    MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl, int most);
+    using Tell = std::function<void(const TransformMessage &)>;
+
+    // Keeps so many messages, telling each, and leaves out those that follow. tell may be empty.
+    MessageCollector(QByteArray documentUrl, QByteArray styleSheetUrl, int most, Tell tell = {});
     ~MessageCollector();
     MessageCollector(const MessageCollector &) = delete;
     MessageCollector &operator=(const MessageCollector &) = delete;
@@ -25,6 +29,9 @@ public:
 
     // The same, about the instruction that is being carried out.
     void add(Severity severity, const QString &text);
+
+    // The same, about a line of the file at an address.
+    void add(Severity severity, const QString &text, const QByteArray &url, int line);
 
     std::vector<TransformMessage> &messages() { return messages_; }
 
@@ -46,6 +53,7 @@ private:
     xsltTransformContextPtr context_ = nullptr;
     std::vector<TransformMessage> messages_;
     int most_;
+    Tell tell_;
     bool announced_ = false; // a header came, its text is to follow
     TransformMessage announcement_;
 

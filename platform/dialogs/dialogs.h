@@ -16,7 +16,8 @@ enum class Buttons
 {
     Ok,
     YesNo,
-    YesNoCancel
+    YesNoCancel,
+    NoYes // the two of YesNo; who only presses Enter has said No
 };
 enum class Answer
 {
@@ -29,7 +30,9 @@ enum class Answer
 // The answer that does least, which is also what dismissing a box means.
 constexpr Answer leastAnswer(Buttons buttons)
 {
-    return buttons == Buttons::Ok ? Answer::Ok : buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+    if (buttons == Buttons::Ok)
+        return Answer::Ok;
+    return buttons == Buttons::YesNoCancel ? Answer::Cancel : Answer::No;
 }
 
 class Dialogs

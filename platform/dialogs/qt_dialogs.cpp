@@ -47,6 +47,7 @@ QMessageBox::StandardButtons boxButtons(Buttons buttons)
     case Buttons::Ok:
         return QMessageBox::Ok;
     case Buttons::YesNo:
+    case Buttons::NoYes:
         return QMessageBox::Yes | QMessageBox::No;
     case Buttons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
@@ -91,7 +92,9 @@ Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text, const
                     boxButtons(buttons), parent());
     box.setTextFormat(Qt::PlainText);
     box.setText(fittedText(text));
-    box.setDefaultButton(buttons == Buttons::Ok ? QMessageBox::Ok : QMessageBox::Yes);
+    box.setDefaultButton(buttons == Buttons::Ok          ? QMessageBox::Ok
+                             : buttons == Buttons::NoYes ? QMessageBox::No
+                                                         : QMessageBox::Yes);
     box.setEscapeButton(boxButton(least));
     return answerOf(box.exec(), least);
 }

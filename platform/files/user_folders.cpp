@@ -23,7 +23,7 @@ constexpr const char *installedMark = "installed";
 
 // What a user changes, and what is only called by its place.
 constexpr const char *ownFiles[] = {"tdyex/default.tidy", "tdyex/default2.tidy"};
-constexpr const char *programs[] = {"tdyex/proclltidy.exe", "tdyex/tidy.exe"};
+constexpr const char *programs[] = {"tdyex/proclltidy.exe", "tdyex/tidy.exe", "tdyex/transformer.exe"};
 
 fs::path pathOf(const QString &path) { return {QDir(path).filesystemAbsolutePath()}; }
 

@@ -32,7 +32,7 @@ public:
 
 void layOutTidy(const Folders &folders)
 {
-    for (const char *name : {"proclltidy.exe", "tidy.exe", "default.tidy", "default2.tidy"}) {
+    for (const char *name : {"proclltidy.exe", "tidy.exe", "transformer.exe", "default.tidy", "default2.tidy"}) {
         const QString file = u"tdyex/"_s + QLatin1String(name);
         QVERIFY(QFile::copy(QStringLiteral(XE_PROGRAM_FOLDER "/") + file, folders.program(file)));
     }

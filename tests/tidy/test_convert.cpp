@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -31,12 +32,20 @@ struct Desk
     dialogs::ScriptedDialogs dialogs;
     QByteArray text = "<r>x</r>";
     QList<QByteArray> runs;
+    QString resultOf;
+    QStringList allowed;
     std::vector<Message> messages;
     ConvertServices services{folder.path(),
                              dialogs,
                              [this] { return text; },
                              [this] { return folder.filePath(q("current.xml")); },
                              [this](const QByteArray &markup) { runs << markup; },
+                             [this](const QByteArray &markup, const QString &document) {
+                                 runs << markup;
+                                 resultOf = document;
+                             },
+                             [this] { return allowed; },
+                             [this](const QStringList &files) { allowed = files; },
                              [this](const std::vector<Message> &said) { messages = said; }};
     QWidget owner;
     frmconvrtr dialog{services, &owner};
@@ -44,6 +53,7 @@ struct Desk
     Desk()
     {
         QDir(folder.path()).mkdir(q("tdyex"));
+        QFile::link(q(XE_TRANSFORMER), folder.filePath(q("tdyex/transformer.exe")));
         dialog.show();
     }
 
@@ -67,7 +77,22 @@ struct Desk
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    void convert() const { find<QPushButton>("OKButton")->click(); }
+    bool atWork() const { return find<QProgressBar>("prgwork")->isVisible(); }
+
+    void convert() const
+    {
+        find<QPushButton>("OKButton")->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!atWork(), 60'000);
+    }
+
+    // The second job, on the text of a file.
+    void transformBy(const QByteArray &styleSheet, bool xmlIsCurrent = true) const
+    {
+        find<QRadioButton>("optjob1")->click();
+        find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
+        find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")->setText(write("o\\ther", styleSheet));
+    }
+
     QString failure() const { return find<QLabel>("lblfailure")->text(); }
 };
 
@@ -116,18 +141,84 @@ private Q_SLOTS:
             QVERIFY(QDir(desk.folder.path()).mkdir(q("o")));
             desk.write("o/ther", "<not-this/>");
             desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
-            desk.find<QRadioButton>("optjob1")->click();
-            desk.find<QRadioButton>(xmlIsCurrent ? "optxml0" : "optxml1")->click();
-            desk.find<QLineEdit>(xmlIsCurrent ? "txtfile1" : "txtfile0")
-                ->setText(desk.write("o\\ther", file));
+            desk.transformBy(file, xmlIsCurrent);
             desk.convert();
             QCOMPARE(desk.runs, run.isEmpty() ? QList<QByteArray>() : QList<QByteArray>({run}));
             QCOMPARE(desk.perRunFile(), QByteArray(run.isEmpty() ? "" : "output-html: yes\r\n"));
             QCOMPARE(desk.dialog.isVisible(), run.isEmpty());
             QCOMPARE(desk.failure().isEmpty(), !run.isEmpty());
+            if (!run.isEmpty())
+                QCOMPARE(desk.resultOf, desk.folder.filePath(q(xmlIsCurrent ? "current.xml" : "o\\ther")));
             QCOMPARE(desk.messages.empty() ? -1 : desk.messages.front().line, line);
             if (line == 0)
                 QVERIFY(desk.messages.front().text.startsWith(q("o\\ther, line 2: ")));
+        }
+    }
+
+    // Each needs a Yes; without one there is no result, and the dialog stays.
+    void questions()
+    {
+        QTemporaryDir elsewhere;
+        QFile secret(elsewhere.filePath(q("secret.xml")));
+        QVERIFY(secret.open(QIODevice::WriteOnly) && secret.write("<s>y</s>") > 0);
+        secret.close();
+        const QByteArray reading
+            = QByteArray(sheet).replace("/r", "document(\"" + secret.fileName().toUtf8() + "\")");
+        const QByteArray newer = QByteArray(sheet).replace("1.0", "2.0");
+        const std::tuple<QByteArray, QString, QByteArray> rows[]
+            = {{reading, secret.fileName(), "<p>y</p>"}, {newer, q("other (version 2.0)"), "<p>x</p>"}};
+        for (const auto &[styleSheet, named, result] : rows) {
+            for (const auto answer : {dialogs::Answer::No, dialogs::Answer::Yes}) {
+                Desk desk;
+                desk.transformBy(styleSheet);
+                desk.dialogs.answer(answer);
+                desk.convert();
+                const bool granted = answer == dialogs::Answer::Yes;
+                QCOMPARE(desk.dialogs.messages().size(), 1);
+                QVERIFY(desk.dialogs.messages().first().text.contains(named));
+                QVERIFY(desk.dialogs.messages().first().buttons == dialogs::Buttons::NoYes);
+                QCOMPARE(desk.runs, granted ? QList<QByteArray>({result}) : QList<QByteArray>());
+                QCOMPARE(desk.failure().contains(named), !granted);
+                QCOMPARE(desk.allowed, granted && result == "<p>y</p>" ? QStringList{named} : QStringList());
+            }
+        }
+        Desk knowing;
+        knowing.allowed = {secret.fileName()};
+        knowing.transformBy(reading);
+        knowing.convert();
+        QVERIFY(knowing.dialogs.messages().isEmpty());
+        QCOMPARE(knowing.runs, QList<QByteArray>({"<p>y</p>"}));
+    }
+
+    void cancel()
+    {
+        Desk desk;
+        desk.text = "<r>" + QByteArray(4'000'000, 'a') + "</r>"; // searched for hours
+        desk.transformBy(
+            QByteArray(sheet).replace("/r", "contains(/r, concat(substring(/r, 2000000), \"b\"))"));
+        desk.find<QPushButton>("OKButton")->click();
+        QVERIFY(desk.atWork());
+        QVERIFY(!desk.find<QPushButton>("OKButton")->isEnabled());
+        desk.find<QPushButton>("CancelButton")->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!desk.atWork(), 60'000);
+        QVERIFY(desk.dialog.isVisible() && desk.runs.isEmpty());
+        QVERIFY(desk.failure().contains(q("cancelled")));
+        desk.find<QPushButton>("CancelButton")->click();
+        QVERIFY(!desk.dialog.isVisible());
+    }
+
+    void proposedNames()
+    {
+        const std::tuple<const char *, QList<const char *>, const char *> rows[]
+            = {{"a.xml", {}, "a.html"},
+               {"a.b.xml", {"a.html"}, "a.b.html"},
+               {"a.html", {"a.html"}, "a-result.html"},
+               {"a.xml", {"a.html", "a-result.html"}, "a-result2.html"}};
+        for (const auto &[document, there, proposed] : rows) {
+            Desk desk;
+            for (const char *name : there)
+                desk.write(name, "x");
+            QCOMPARE(proposedResult(desk.folder.filePath(q(document))), desk.folder.filePath(q(proposed)));
         }
     }
 
@@ -152,7 +243,7 @@ private Q_SLOTS:
     void unwritableOptions()
     {
         Desk desk;
-        QVERIFY(QDir(desk.folder.path()).rmdir(q("tdyex")));
+        QVERIFY(QDir(desk.folder.filePath(q("tdyex"))).removeRecursively());
         desk.convert();
         QVERIFY(desk.dialog.isVisible() && !desk.failure().isEmpty() && desk.runs.isEmpty());
     }

@@ -41,6 +41,29 @@ class TransformTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // The catalogs of this machine are none of ours: the library reads one of our own, and once.
+    void initTestCase()
+    {
+        const QDir dir(elsewhere_.path());
+        QVERIFY(dir.mkpath(u"types/more"_s));
+        write(dir.filePath(u"types/known.dtd"_s),
+              "<!ENTITY mdash '&#8212;'><!ENTITY % more PUBLIC '-//x//more' 'more/more.ent'>%more;");
+        write(dir.filePath(u"types/more/more.ent"_s), "<!ENTITY hellip '&#8230;'>");
+        write(dir.filePath(u"types/known.xml"_s), "<d>catalogued</d>");
+        write(dir.filePath(u"secret.txt"_s), "secret");
+        write(dir.filePath(u"secret.xml"_s), "<d>secret</d>");
+        write(dir.filePath(u"secret.dtd"_s), "<!ENTITY mdash 'secret'>");
+        write(dir.filePath(u"lib.xsl"_s),
+              sheet({}, "<xsl:template name='hello'><p>from elsewhere</p></xsl:template>"));
+        write(dir.filePath(u"catalog.xml"_s),
+              "<catalog xmlns='urn:oasis:names:tc:entity:xmlns:xml:catalog'>"
+              "<public publicId='-//x//known' uri='types/known.dtd'/>"
+              "<system systemId='http://x.test/known.dtd' uri='types/known.dtd'/>"
+              "<rewriteURI uriStartString='http://x.test/' rewritePrefix='types/'/>"
+              "<rewriteSystem systemIdStartString='http://x.test/' rewritePrefix='types/'/></catalog>");
+        qputenv("XML_CATALOG_FILES", QUrl::fromLocalFile(dir.filePath(u"catalog.xml"_s)).toEncoded());
+    }
+
     void init()
     {
         folder_ = std::make_unique<QTemporaryDir>();
@@ -120,6 +143,108 @@ private Q_SLOTS:
                     || (message.severity == severity && message.place == place && message.line == line
                         && message.text.contains(QLatin1String(text)));
             QVERIFY2(said, text);
+        }
+    }
+
+    // What a text refers to is in the result, or there is none; and no file from elsewhere is.
+    void references()
+    {
+        const QByteArray copying = sheet("<p><xsl:value-of select='/r'/></p>");
+        const auto loading = [](const QByteArray &reference) {
+            return sheet("<p><xsl:value-of select=\"document('" + reference + "')/d\"/></p>");
+        };
+        const auto typed = [](const QByteArray &type, const QByteArray &text) {
+            return "<!DOCTYPE r " + type + ">\n<r>" + text + "</r>";
+        };
+        enum Outcome
+        {
+            Made,
+            Lacking,
+            Refused
+        };
+        const std::tuple<QByteArray, QByteArray, Outcome, QByteArray> rows[] = {
+            {typed("PUBLIC '-//x//known' 'none.dtd'", "a&mdash;b&hellip;"), copying, Made, "a\u2014b\u2026"},
+            {typed("SYSTEM 'http://x.test/known.dtd'", "a&mdash;b"), copying, Made, "a\u2014b"},
+            {typed("SYSTEM 'none.dtd'", "a&mdash;b"), copying, Lacking, "line 2: the entity \"mdash\""},
+            {typed("SYSTEM 'http://y.test/known.dtd'", "a&mdash;b"), copying, Lacking, "y.test"},
+            {typed("SYSTEM 'none.dtd' [<!ENTITY e '&mdash;'>]", "&e;"), copying, Lacking, "mdash"},
+            {typed("SYSTEM 'none.dtd'", "<a b='&mdash;'/>"), copying, Lacking, "mdash"},
+            {typed("SYSTEM 'none.dtd'", "ab"), copying, Made, "ab"},
+            {typed("[<!ENTITY e SYSTEM 'sub/e.txt'>]", "&e;"), copying, Made, "beside"},
+            {typed("[<!ENTITY e SYSTEM 'my \u00e9.txt'>]", "&e;"), copying, Made, "blank"},
+            {typed("[<!ENTITY e SYSTEM 'none.txt'>]", "&e;"), copying, Lacking, "line 2: the entity \"e\""},
+            {typed("[<!ENTITY e SYSTEM 'http://x.test/../secret.txt'>]", "&e;"), copying, Lacking, "e"},
+            {typed("[<!ENTITY e SYSTEM 'ELSEWHERE/secret.txt'>]", "&e;"), copying, Refused, "secret.txt"},
+            {typed("[<!ENTITY e SYSTEM 'linked.txt'>]", "&e;"), copying, Refused, "secret.txt"},
+            {typed("[<!ENTITY e SYSTEM 'ELSEWHERE/secret.txt'>]", "none used"), copying, Made, "none used"},
+            {typed("SYSTEM 'ELSEWHERE/secret.dtd'", "&mdash;"), copying, Refused, "secret.dtd"},
+            {"<r/>",
+             typed("[<!ENTITY e SYSTEM 'ELSEWHERE/secret.txt'>]", "").replace("<r></r>", "")
+                 + QByteArray(copying).replace("<p>", "<p>&e;"),
+             Refused, "secret.txt"},
+            {"<r/>", loading("my data.xml"), Made, "blank"},
+            {"<r/>", loading("M\u00fcll.xml"), Made, "accent"},
+            {"<r/>", loading("my%20data.xml"), Made, "blank"},
+            {"<r><f>my data.xml</f><f>M\u00fcll.xml</f></r>",
+             sheet("<p><xsl:for-each select='document(/r/f)'><xsl:value-of select='.'/>,</xsl:for-each></p>"),
+             Made, "blank,accent,"},
+            {"<r/>", sheet("<p><xsl:value-of select=\"document('d.xml', document('sub/d.xml'))/d\"/></p>"),
+             Made, "inner"},
+            {"<r/>", sheet("<p><xsl:value-of select=\"count(document('')/*/*)\"/></p>"), Made, "1"},
+            {"<r/>", loading("http://x.test/known.xml"), Made, "catalogued"},
+            {"<r/>", loading("http://x.test/more/%2E%2E/../../secret.xml"), Lacking, "x.test"},
+            {"<r/>", loading("ELSEWHERE/secret.xml"), Refused, "secret.xml"},
+            {"<r/>", loading("../WITHOUT/secret.xml"), Refused, "secret.xml"},
+            {"<r/>", loading("lacking.xml"), Lacking, "mdash"},
+            {"<r/>", sheet("<xsl:call-template name='hello'/>", "<xsl:import href='ELSEWHERE/lib.xsl'/>"),
+             Made, "from elsewhere"},
+            {"<r/>", sheet("<xsl:call-template name='hello'/>", "<xsl:include href='my lib.xsl'/>"), Made,
+             "blank"},
+        };
+        write(folder_->filePath(u"sub/e.txt"_s), "beside");
+        write(folder_->filePath(u"my \u00e9.txt"_s), "blank");
+        write(folder_->filePath(u"my data.xml"_s), "<d>blank</d>");
+        write(folder_->filePath(u"M\u00fcll.xml"_s), "<d>accent</d>");
+        write(folder_->filePath(u"lacking.xml"_s), "<!DOCTYPE d SYSTEM 'none.dtd'><d>&mdash;</d>");
+        write(folder_->filePath(u"my lib.xsl"_s),
+              sheet({}, "<xsl:template name='hello'><p>blank</p></xsl:template>"));
+        QVERIFY(QFile::link(elsewhere_.filePath(u"secret.txt"_s), folder_->filePath(u"linked.txt"_s)));
+        for (auto [xml, xsl, outcome, text] : rows) {
+            for (QByteArray *input : {&xml, &xsl})
+                input->replace("ELSEWHERE", elsewhere_.path().toUtf8())
+                    .replace("WITHOUT", QFileInfo(elsewhere_.path()).fileName().toUtf8());
+            TransformJob wanted = job(xml, xsl);
+            const Transformation done = transform(wanted);
+            const QByteArray shown = done.markup ? *done.markup : done.markup.reason().toUtf8();
+            QVERIFY2(done.markup.ok() == (outcome == Made), shown + xml + xsl);
+            QVERIFY2(shown.toLower().contains(text.toLower()), shown + xml + xsl);
+            QCOMPARE(done.refused.isEmpty(), outcome != Refused);
+            if (outcome != Refused)
+                continue;
+            QVERIFY2(!QByteArray(shown).replace("secret.", "").contains("secret"), shown);
+            wanted.licence.files = done.refused;
+            QVERIFY2(transform(wanted).markup.ok(), xml + xsl);
+        }
+    }
+
+    void versions()
+    {
+        const std::tuple<QByteArray, QStringList> rows[]
+            = {{sheet("<p/>"), {}},
+               {sheet("<p/>").replace("'1.0'", "'1.1'"), {}},
+               {sheet("<p/>").replace("'1.0'", "'2.0'"), {u"a b\u00e9%20.xsl (version 2.0)"_s}},
+               {"<p xsl:version='3.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'/>",
+                {u"a b\u00e9%20.xsl (version 3.0)"_s}},
+               {sheet("<p/>", "<xsl:import href='two.xsl'/>"), {u"two.xsl (version 2.0)"_s}}};
+        write(folder_->filePath(u"two.xsl"_s),
+              sheet({}, "<xsl:template name='two'/>").replace("'1.0'", "'2.0'"));
+        for (const auto &[xsl, newer] : rows) {
+            TransformJob wanted = job("<r/>", xsl);
+            Transformation done = transform(wanted);
+            QCOMPARE(done.newerSheets, newer);
+            QCOMPARE(done.markup.ok(), newer.isEmpty());
+            wanted.licence.newerSheets = true;
+            QVERIFY(transform(wanted).markup.ok());
         }
     }
 
@@ -267,13 +392,20 @@ private Q_SLOTS:
     }
 
 private:
-    Transformation run(const QByteArray &xml, const QByteArray &xsl, const TransformBounds &bounds = {}) const
+    TransformJob job(const QByteArray &xml, const QByteArray &xsl) const
     {
         const QString folder = folder_->path();
-        return transform({xml, folder + u"/a b\u00e9%20.xml"_s}, {xsl, folder + u"/a b\u00e9%20.xsl"_s},
-                         bounds);
+        return {{xml, folder + u"/a b\u00e9%20.xml"_s}, {xsl, folder + u"/a b\u00e9%20.xsl"_s}, {}, {}};
     }
 
+    Transformation run(const QByteArray &xml, const QByteArray &xsl, const TransformBounds &bounds = {}) const
+    {
+        TransformJob wanted = job(xml, xsl);
+        wanted.bounds = bounds;
+        return transform(wanted);
+    }
+
+    QTemporaryDir elsewhere_; // what does not lie with the document
     std::unique_ptr<QTemporaryDir> folder_;
 };
 

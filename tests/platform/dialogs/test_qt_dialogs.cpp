@@ -56,6 +56,8 @@ private Q_SLOTS:
             {Buttons::Ok, Qt::Key_Escape, Answer::Ok},
             {Buttons::YesNo, Qt::Key_Return, Answer::Yes},
             {Buttons::YesNo, Qt::Key_Escape, Answer::No},
+            {Buttons::NoYes, Qt::Key_Return, Answer::No},
+            {Buttons::NoYes, Qt::Key_Escape, Answer::No},
             {Buttons::YesNoCancel, Qt::Key_Return, Answer::Yes},
             {Buttons::YesNoCancel, Qt::Key_Escape, Answer::Cancel},
         };
