@@ -69,9 +69,7 @@ void DocumentMark::settle()
 
 void DocumentMark::showName()
 {
-    QString name = around_.session.files().istmppath()
-        ? tr("New Document")
-        : files::fileNameOf(around_.session.state().CurrentFilePath);
+    QString name = around_.session.saving().documentName();
     name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")); // which is the sign itself
     around_.window.setWindowTitle(QStringLiteral("%1[*] - Zelph XML Editor").arg(name));
 }

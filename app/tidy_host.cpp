@@ -28,7 +28,8 @@ TidyHost::TidyHost(const Around &around)
           .currentText = [this] { return around_.editor.text(); },
           .currentPath = around_.currentPath,
           .runTidy = [this](const QByteArray &markup) { run(markup); },
-          .runTidyOnResult = [this](const QByteArray &markup, const QString &) { run(markup); },
+          .runTidyOnResult = [this](const QByteArray &markup,
+                                    const QString &document) { run(markup, tidy::proposedResult(document)); },
           .allowedFiles = [this] { return allowedFiles_.value(around_.currentPath()); },
           .allowFiles
           = [this](const QStringList &files) { allowedFiles_.insert(around_.currentPath(), files); },
@@ -47,7 +48,7 @@ TidyHost::TidyHost(const Around &around)
 void TidyHost::convert() { tidy::frmconvrtr(services_, &around_.window).exec(); }
 
 // The options are the user's, the run is this window's.
-void TidyHost::run(const QByteArray &markup)
+void TidyHost::run(const QByteArray &markup, const QString &proposed)
 {
     const auto lent = tidy::lendStandingOptions(around_.folders.data(), around_.folders.exchange());
     if (!lent)
@@ -58,7 +59,11 @@ void TidyHost::run(const QByteArray &markup)
         transformMessages_.clear(); // of an earlier one that led to no run
     const tidy::OptionValues options = tidy::OptionValues::read(around_.folders.data());
     tabSize_ = options.value(tidy::findOption(QStringLiteral("tab-size"))).toInt();
-    run_.start(markup);
+    proposed_ = proposed;
+    run_.start(
+        markup, proposed.isEmpty() ? tidy::TidyRun::Put() : [this](const QByteArray &output) {
+            around_.takeResult(output, proposed_);
+        });
 }
 
 void TidyHost::modeChanged() { run_.setEditorShown(around_.currentTab() == document::XmlMode); }
@@ -125,7 +130,9 @@ void TidyHost::runEnded()
     if (tidy::saysFailure(run_.messages()))
         return; // has been noted
     const QString kept = QStringLiteral("What Tidy made is put in when XML Mode is shown. ");
-    around_.note((run_.keepsOutput() ? kept : QString()) + summaryOf(messages));
+    const QString made
+        = proposed_.isEmpty() ? QString() : QStringLiteral("The result is a new document; Undo leads back. ");
+    around_.note((run_.keepsOutput() ? kept : made) + summaryOf(messages));
 }
 
 // The panel does not open by itself: most runs say something, and few of it matters.

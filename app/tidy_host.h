@@ -39,6 +39,8 @@ public:
         shell::Shell &shell;
         const files::UserFolders &folders;
         std::function<QString()> currentPath;
+        // What a transformation made, as a document of its own, with the name to propose.
+        std::function<void(const QByteArray &, const QString &)> takeResult;
         std::function<int()> currentTab;
         std::function<void()> showXmlMode;
         std::function<void(const QString &)> note;
@@ -56,7 +58,7 @@ private:
     void showProgress(int value) override;
     void hideProgress() override;
     void addPanel();
-    void run(const QByteArray &markup);
+    void run(const QByteArray &markup, const QString &proposed = {});
     void textEdited();
     void takeTransformMessages(const std::vector<tidy::Message> &messages);
     void runEnded();
@@ -72,6 +74,7 @@ private:
     QHash<QString, QStringList> allowedFiles_; // to be read by transformations, by document
     std::vector<tidy::Message> transformMessages_; // of the transformation that the run follows
     QByteArray spokenOf_; // the identity of the text that the messages' places are in
+    QString proposed_; // the name for what the run makes of a transformation's result; else empty
     bool runOnText_ = false; // the run is on that very text
     int tabSize_ = 0; // of that run
 };

@@ -28,6 +28,7 @@ struct DocumentState
     int PreviewCopyNumber = 0;
     QString PreviewFilePath;
     QString temporaryFolder; // where new documents live
+    QString proposedPath; // of a new document: where Save proposes to put it; else empty
     files::FileStamp stamp; // of that path's file, from before it was read or after it was written
     files::FileForm form; // how the document stood in its file, and so how it is written
 
@@ -44,7 +45,11 @@ struct DocumentState
     bool previewCopyWritten = false; // the file of that name is ours, and so ours to delete
 
     DomIdentity domIdentity() const { return {Document.revision()}; }
-    QString previewCopyPath() const { return CurrentFilePath + QString::number(PreviewCopyNumber); }
+
+    // Where the document stands, or will when the user takes what is proposed: what it refers to is beside
+    // it.
+    QString likelyPath() const { return proposedPath.isEmpty() ? CurrentFilePath : proposedPath; }
+    QString previewCopyPath() const { return likelyPath() + QString::number(PreviewCopyNumber); }
 };
 
 } // namespace document

@@ -116,6 +116,7 @@ void Life::clearEditor()
 {
     around_.editor.loadText(newDocumentTemplate());
     state_.editorHasText = false;
+    succession_.forget();
 }
 
 // Nothing of the former document is shown any more, and its preview copy is gone.

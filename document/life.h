@@ -3,6 +3,7 @@
 
 #include "document/parsing.h"
 #include "document/saving.h"
+#include "document/succession.h"
 #include "document/working_files.h"
 
 #include <QString>
@@ -20,8 +21,9 @@ class Life
 {
 public:
     Life(DocumentState &state, const Surroundings &around, Parsing &parsing, WorkingFiles &files,
-         Saving &saving)
-        : state_(state), around_(around), parsing_(parsing), files_(files), saving_(saving)
+         Saving &saving, Succession &succession)
+        : state_(state), around_(around), parsing_(parsing), files_(files), saving_(saving),
+          succession_(succession)
     { }
 
     // The document's part of start-up: opens the document of that path, as Open does, or a new one where it is
@@ -80,6 +82,7 @@ private:
     Parsing &parsing_;
     WorkingFiles &files_;
     Saving &saving_;
+    Succession &succession_;
 };
 
 } // namespace document

@@ -192,6 +192,6 @@ bool Parsing::editorTextIsAccepted() const
 }
 
 // Relative references to external entities are looked for beside the document.
-QString Parsing::baseFolder() const { return files::parentFolderOf(state_.CurrentFilePath); }
+QString Parsing::baseFolder() const { return files::parentFolderOf(state_.likelyPath()); }
 
 } // namespace document

@@ -52,15 +52,28 @@ void Saving::knowSaved()
         state_.known.savedFrom(around_.editor.revision());
 }
 
+QString Saving::documentName() const
+{
+    const bool hasNone = files_.istmppath() && state_.proposedPath.isEmpty();
+    return hasNone ? QStringLiteral("New Document") : files::fileNameOf(state_.likelyPath());
+}
+
 bool Saving::cndsavefunc()
+{
+    do {
+        if (mustStay())
+            return true;
+    } while (showFormer_ && showFormer_());
+    return false;
+}
+
+bool Saving::mustStay()
 {
     if (!isChanged())
         return false;
-    const bool isNew = files_.istmppath();
-    const QString name = isNew ? QStringLiteral("New Document") : files::fileNameOf(state_.CurrentFilePath);
     const Answer answer
         = around_.dialogs.message(Icon::Question, Buttons::YesNoCancel,
-                                  QStringLiteral("Save changes to ") + name + QStringLiteral("?"));
+                                  QStringLiteral("Save changes to ") + documentName() + QStringLiteral("?"));
     if (answer == Answer::Cancel)
         return true;
     // A dismissed Save As dialog goes on without saving; a file that could not be written must not.
@@ -123,7 +136,7 @@ SaveResult Saving::save()
 
 SaveResult Saving::saveAs()
 {
-    QString proposed = files_.istmppath() ? QString() : state_.CurrentFilePath;
+    QString proposed = files_.istmppath() ? state_.proposedPath : state_.CurrentFilePath;
     SaveResult unsaved = SaveResult::Dismissed;
     for (;;) {
         const QString chosen

@@ -34,6 +34,11 @@ public:
     using MayWrite = std::function<bool()>;
     void askFirst(MayWrite mayWrite) { mayWrite_ = std::move(mayWrite); }
 
+    // Asked when the document may be let go: shows one that it took the place of and that is unsaved, to be
+    // asked about as well; false when there is none.
+    using ShowFormer = std::function<bool()>;
+    void askOfFormer(ShowFormer showFormer) { showFormer_ = std::move(showFormer); }
+
     // The document's text as the view shown has it: the DOM's in Normal Mode, the editor's in XML Mode, in
     // Preview that of the mode it was entered from.
     QByteArray currentText() const;
@@ -50,6 +55,9 @@ public:
     // Asks whether to save a changed document, and does so. True when the user cancelled or had the file
     // loaded again, or when the document could not be written and going on would lose it.
     bool cndsavefunc();
+
+    // What the user calls the document.
+    QString documentName() const;
 
     // The document's unsaved text is about to be let go: hands it to the workspace.
     void giveUp();
@@ -72,6 +80,7 @@ public:
 
 private:
     bool domIsSource() const;
+    bool mustStay();
     void knowSaved();
     void keep(const QByteArray &text) const;
     platform::Result<void> write(const QString &path);
@@ -84,6 +93,7 @@ private:
     WorkingFiles &files_;
     Keep keep_;
     MayWrite mayWrite_;
+    ShowFormer showFormer_;
 };
 
 // The filter of the open and save dialogs.

@@ -12,6 +12,7 @@
 //   Help menu                             session.life().openHelp(HelpPage::Index)
 //   any change of SSTab1's tab            session.views().enteredTab(newTab, previousTab)
 //   "Check for Errors"                    session.parsing().xmlerr(true, true)
+//   a result made of the document        session.succession().follow(text, proposed path)
 //   Assigned file Preview                 session.saving().currentText(),
 //   session.files().writePreviewCopy(text)
 //
@@ -38,6 +39,7 @@ public:
     Parsing &parsing() { return parsing_; }
     WorkingFiles &files() { return files_; }
     Saving &saving() { return saving_; }
+    Succession &succession() { return succession_; }
     Life &life() { return life_; }
     ViewModes &views() { return views_; }
 
@@ -46,6 +48,7 @@ private:
     Parsing parsing_;
     WorkingFiles files_;
     Saving saving_;
+    Succession succession_;
     Life life_;
     ViewModes views_;
 };

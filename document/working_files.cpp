@@ -34,6 +34,7 @@ void WorkingFiles::kiltmpfyl()
 void WorkingFiles::setCurrentFile(const QString &path)
 {
     state_.CurrentFilePath = path;
+    state_.proposedPath.clear();
     state_.PreviewCopyNumber = files::firstFreeNumber(path);
     state_.previewCopyWritten = false;
 }
@@ -48,7 +49,7 @@ platform::Result<void> WorkingFiles::writePreviewCopy(const QByteArray &text)
 {
     // Somebody may have made something of that name since; it is not ours to overwrite.
     if (!state_.previewCopyWritten || !files::fileExists(state_.previewCopyPath())) {
-        state_.PreviewCopyNumber = files::firstFreeNumber(state_.CurrentFilePath);
+        state_.PreviewCopyNumber = files::firstFreeNumber(state_.likelyPath());
         state_.previewCopyWritten = false;
     }
     const QString path = state_.previewCopyPath();

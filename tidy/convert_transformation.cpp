@@ -23,7 +23,7 @@ platform::Result<TransformJob> jobWithFile(CurrentTextIs role, const TransformIn
     const auto loaded = files::readTextFile(file);
     if (!loaded)
         return platform::Failure{loaded.reason()};
-    const TransformInput other{loaded->utf8, file};
+    const TransformInput other{loaded->utf8, files::fullPath(file)};
     return role == CurrentTextIs::Xml ? TransformJob{current, other, {}, {}}
                                       : TransformJob{other, current, {}, {}};
 }

@@ -53,9 +53,10 @@ TidyRun::TidyRun(const QString &programFolder, control::EditorControl &editor, P
     connect(&timer_, &QTimer::timeout, this, &TidyRun::tick);
 }
 
-void TidyRun::start(const QByteArray &markup)
+void TidyRun::start(const QByteArray &markup, Put put)
 {
     kept_.reset();
+    put_ = std::move(put);
     if (!handOver(markup))
         return;
     progress_ = 0;
@@ -87,7 +88,7 @@ void TidyRun::setEditorShown(bool shown)
         return;
     const Kept kept = *std::exchange(kept_, std::nullopt);
     if (editor_.revision() == kept.revision)
-        editor_.replaceText(kept.text);
+        putIn(kept.text);
     else
         Q_EMIT note(QStringLiteral("The document was changed meanwhile; what Tidy made is left out."));
 }
@@ -137,9 +138,17 @@ void TidyRun::takeOutput()
     if (saysFailure(messages_))
         Q_EMIT note(messages_.front().text);
     else if (editorShown_)
-        editor_.replaceText(textOf(std::move(*output)));
+        putIn(textOf(std::move(*output)));
     else
         kept_ = Kept{textOf(std::move(*output)), editor_.revision()};
+}
+
+void TidyRun::putIn(const QByteArray &output)
+{
+    if (put_)
+        put_(output);
+    else
+        editor_.replaceText(output);
 }
 
 void TidyRun::readReport(bool hasOutput)

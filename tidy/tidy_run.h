@@ -10,6 +10,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -41,10 +42,13 @@ public:
     TidyRun(const QString &programFolder, control::EditorControl &editor, ProgressBar &bar,
             shell::Shell &shell, QObject *parent = nullptr);
 
+    // What is done with the output in place of replacing the editor's text.
+    using Put = std::function<void(const QByteArray &)>;
+
     // Starts a run on markup (UTF-8) with the options of the two configuration files, and returns at once.
     // Where the exchange files cannot be prepared nothing is started and a note says why: what an earlier run
     // left must not pass for this one's. A launcher that cannot be started is noted as well, and waited for.
-    void start(const QByteArray &markup);
+    void start(const QByteArray &markup, Put put = {});
 
     // What runs, or has come and was not put in, is for a text that is gone: it is given up, and a note says
     // so.
@@ -84,6 +88,7 @@ private:
     void complete();
     void readReport(bool hasOutput);
     void takeOutput();
+    void putIn(const QByteArray &output);
     void withdrawInput();
     QString exchangeFile(const char *name) const;
 
@@ -95,6 +100,7 @@ private:
     int progress_ = 0;
     bool editorShown_ = true;
     std::optional<Kept> kept_;
+    Put put_; // of the last run
     std::vector<Message> messages_;
 };
 

@@ -26,7 +26,7 @@ CodeEditor::CodeEditor(QWidget *parent, std::shared_ptr<EditorLibrary> library)
             [this](int position, int kind, const char *, int length, int, int, int, int, int token) {
                 noticeChange(position, kind, length);
                 if ((kind & SC_MOD_CONTAINER) != 0)
-                    stepCaret_ = {stepCaret_ ? stepCaret_->left : token, token};
+                    noticeContainer(token, (kind & SC_PERFORMED_UNDO) != 0);
             });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &CodeEditor::settleSoon);
     connect(this, &QsciScintillaBase::SCN_MARGINCLICK, this, [this](int position, int, int margin) {
@@ -78,12 +78,30 @@ void CodeEditor::noticeChange(int position, int kind, int length)
     settleSoon();
 }
 
+// The engine keeps a number with a step: of a caret's place, or below zero of another document.
+void CodeEditor::noticeContainer(int token, bool undone)
+{
+    if (token < 0)
+        crossings_.emplace_back(-1 - token, undone);
+    else
+        stepCaret_ = {stepCaret_ ? stepCaret_->left : token, token};
+}
+
+// Before anything else is told, which may be about the document by then.
+void CodeEditor::tellCrossings()
+{
+    for (const auto &[number, undone] : std::exchange(crossings_, {}))
+        if (crossed_)
+            crossed_(number, undone);
+}
+
 // Tells the outside what changed since it was told last. Told first, signalled then: a handler may change
 // more.
 void CodeEditor::settle()
 {
     if (isQuiet())
         return;
+    tellCrossings();
     const Told now = state();
     if (now == told_)
         return;
@@ -183,6 +201,14 @@ void CodeEditor::replaceText(const QByteArray &utf8)
         takeHabits(utf8);
     inserted_.forget();
     settle();
+}
+
+void CodeEditor::replaceDocument(const QByteArray &utf8, int number)
+{
+    send(SCI_BEGINUNDOACTION);
+    send(SCI_ADDUNDOACTION, ulong(-1 - number), 0);
+    replaceText(utf8);
+    send(SCI_ENDUNDOACTION);
 }
 
 bool CodeEditor::replaceRange(const ByteRange &range, const QByteArray &utf8)

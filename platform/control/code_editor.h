@@ -23,6 +23,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace control {
 
@@ -49,6 +51,8 @@ public:
     quint64 revision() const override { return revision_; }
     void loadText(const QByteArray &utf8) override;
     void replaceText(const QByteArray &utf8) override;
+    void replaceDocument(const QByteArray &utf8, int number) override;
+    void tellCrossing(Crossed told) override { crossed_ = std::move(told); }
     bool execute(int command) override;
     bool canUndo() const override;
     bool canRedo() const override;
@@ -187,6 +191,8 @@ private:
     void travel(unsigned message);
     void settle();
     void settleSoon();
+    void noticeContainer(int token, bool undone);
+    void tellCrossings();
     Told state() const;
     void takeHabits(QByteArrayView text);
     void watchText(bool watched);
@@ -217,6 +223,8 @@ private:
     quint64 revision_ = 0;
     Told told_;
     std::optional<StepCaret> stepCaret_;
+    Crossed crossed_;
+    std::vector<std::pair<int, bool>> crossings_; // that are not told yet
     bool settlingSoon_ = false;
     bool highlighted_ = false;
     TagMarks tagMarks_;

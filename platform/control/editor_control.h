@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 
 namespace control {
 
@@ -35,6 +36,12 @@ public:
 
     // Replaces the text as one undoable edit, touching only the part that differs; never the clipboard.
     virtual void replaceText(const QByteArray &utf8) = 0;
+
+    // The same by another document's text. Undo and redo tell of every such step that they cross, by its
+    // number.
+    virtual void replaceDocument(const QByteArray &utf8, int number) = 0;
+    using Crossed = std::function<void(int number, bool undone)>;
+    virtual void tellCrossing(Crossed told) = 0;
 
     // Executes a numbered command (100 to 241); false when there is none of that number or it cannot act.
     virtual bool execute(int command) = 0;

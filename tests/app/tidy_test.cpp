@@ -8,8 +8,10 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -32,7 +34,8 @@ public:
 
 void layOutTidy(const Folders &folders)
 {
-    for (const char *name : {"proclltidy.exe", "tidy.exe", "transformer.exe", "default.tidy", "default2.tidy"}) {
+    for (const char *name :
+         {"proclltidy.exe", "tidy.exe", "transformer.exe", "default.tidy", "default2.tidy"}) {
         const QString file = u"tdyex/"_s + QLatin1String(name);
         QVERIFY(QFile::copy(QStringLiteral(XE_PROGRAM_FOLDER "/") + file, folders.program(file)));
     }
@@ -113,6 +116,48 @@ private Q_SLOTS:
         }
     }
 
+    // What a style sheet makes is a new document; the one it was made of comes back with its name, its
+    // changes and its file as it was.
+    void transformation()
+    {
+        const QString path = folders_.document(u"a.xml"_s);
+        const QString sheet = folders_.document(u"a.xsl"_s);
+        write(path, "<r>x</r>");
+        write(
+            sheet,
+            "<html xsl:version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><head><title>t</title>"
+            "</head><body><xsl:message>said</xsl:message><p><xsl:value-of select='/r'/></p></body></html>");
+        choose("mnuxmlmode");
+        editor().loadText("<another/>");
+        dialogs_.answer(dialogs::Answer::No);
+        main_->session().life().openPath(path);
+        choose("mnuxmlmode");
+        editor().replaceText("<r>changed</r>");
+        startTransformation(sheet);
+        QTRY_VERIFY_WITH_TIMEOUT(main_->session().files().istmppath(), 60'000);
+        QVERIFY(editor().text().contains("<p>changed</p>"));
+        QVERIFY2(main_->windowTitle().startsWith(u"a.html"_s), qPrintable(main_->windowTitle()));
+        QVERIFY2(note().contains(u"Undo leads back"_s), qPrintable(note()));
+        QCOMPARE(messages().topLevelItem(0)->text(2), u"a.xsl, line 1: said"_s);
+        const qsizetype asked = dialogs_.files().size();
+        dialogs_.answerFile({});
+        choose("mnuSave");
+        QCOMPARE(dialogs_.files().size(), asked + 1);
+        QCOMPARE(dialogs_.files().last().proposed, folders_.document(u"a.html"_s));
+        choose("mnupreview");
+        choose("mnunormalmod");
+        QCOMPARE(main_->session().state().CurrentFilePath.contains(u"a.xml"_s), false);
+        choose("mnuxmlmode");
+        editor().undo();
+        QCOMPARE(editor().text(), QByteArray("<r>changed</r>"));
+        QCOMPARE(main_->session().state().CurrentFilePath, path);
+        QVERIFY(main_->isWindowModified());
+        QCOMPARE(contentOf(path), QByteArray("<r>x</r>"));
+        editor().undo();
+        QTRY_VERIFY(!main_->isWindowModified());
+        QCOMPARE(dialogs_.left(), 0);
+    }
+
     // A message leads into the text that it is about, and into no other.
     void places()
     {
@@ -166,6 +211,17 @@ private:
         });
         choose("mnucleancod");
         QVERIFY(chosen);
+    }
+
+    void startTransformation(const QString &sheet)
+    {
+        QTimer::singleShot(0, main_.get(), [&] {
+            auto *box = main_->findChild<tidy::frmconvrtr *>();
+            box->findChild<QRadioButton *>(u"optjob1"_s)->click();
+            box->findChild<QLineEdit *>(u"txtfile1"_s)->setText(sheet);
+            box->findChild<QPushButton *>(u"OKButton"_s)->click();
+        });
+        choose("mnucleancod");
     }
 
     QTreeWidget &messages() { return *main_->findChild<QTreeWidget *>(u"lstmessages"_s); }

@@ -69,6 +69,11 @@ void Desk::step(const QString &verb, const QString &rest)
         {u"preview"_s, [&] { workspace.selectTab(document::Preview); }},
         {u"type"_s, [&] { editor.replaceText(spelledOut(rest)); }},
         {u"undo"_s, [&] { editor.undo(); }},
+        {u"redo"_s, [&] { editor.redo(); }},
+        {u"result"_s,
+         [&] {
+             session.succession().follow(spelledOut(rest.section(u'=', 1)), path(rest.section(u'=', 0, 0)));
+         }},
         {u"edit"_s,
          [&] {
              dom.beginCommand();
@@ -134,6 +139,8 @@ QString Desk::seen(const QString &key)
         {u"dom"_s, [&] { return text(state.Document.xml()); }},
         {u"name"_s, [&] { return QFileInfo(state.CurrentFilePath).fileName(); }},
         {u"overtaken"_s, [&] { return number(state.stamp != files::stampOf(state.CurrentFilePath)); }},
+        {u"title"_s, [&] { return session.saving().documentName(); }},
+        {u"given"_s, [&] { return workspace.givenUp.join(u'|'); }},
         {u"new"_s, [&] { return number(session.files().istmppath()); }},
         {u"copy"_s, [&] { return QFileInfo(state.previewCopyPath()).fileName(); }},
         {u"shown"_s, [&] { return text(browser.shown); }},

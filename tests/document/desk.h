@@ -20,7 +20,8 @@ inline QStringList linesOf(const char *lines)
 //   start NAME                              start-up with that file on the command line
 //   new, open, drop NAME, reload, save, saveas, leave, check
 //   normal, xml, preview                    select a tab
-//   type TEXT, undo                         in the editor
+//   type TEXT, undo, redo                   in the editor
+//   result NAME=TEXT                        made of the document, with a name to propose
 //   edit, unedit                            one edit of the DOM, and its undo
 //   answer Yes|No|Cancel, choose NAME       queued for the next question or file dialog
 // In texts "\n" stands for CR LF, "\l" for LF. A name of "" means an empty choice.

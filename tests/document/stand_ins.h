@@ -23,15 +23,21 @@ public:
     void loadText(const QByteArray &utf8) override
     {
         undo_.clear();
+        redo_.clear();
         set(utf8);
     }
-    void replaceText(const QByteArray &utf8) override
+    void replaceText(const QByteArray &utf8) override { replaceDocument(utf8, -1); }
+    void replaceDocument(const QByteArray &utf8, int number) override
     {
-        undo_.append(text_);
+        undo_.append({text_, number});
+        redo_.clear();
         set(utf8);
     }
+    void tellCrossing(Crossed told) override { crossed_ = std::move(told); }
     bool canUndo() const override { return !undo_.isEmpty(); }
-    void undo() override { set(undo_.takeLast()); }
+    bool canRedo() const override { return !redo_.isEmpty(); }
+    void undo() override { travel(undo_, redo_, true); }
+    void redo() override { travel(redo_, undo_, false); }
     int highlightedLine() const override { return highlighted_; }
     void setHighlightedLine(int line) override { highlighted_ = line; }
     void placeCaret(int line, int column) override
@@ -46,11 +52,9 @@ public:
 
     // What the document's life has no use for.
     bool execute(int) override { return false; }
-    bool canRedo() const override { return false; }
     bool canCut() const override { return false; }
     bool canCopy() const override { return false; }
     bool canPaste() const override { return false; }
-    void redo() override { }
     void cut() override { }
     void copy() override { }
     void paste() override { }
@@ -70,8 +74,21 @@ private:
         highlighted_ = -1;
     }
 
+    using Steps = QList<std::pair<QByteArray, int>>; // the other text, and the number of another document's
+
+    void travel(Steps &from, Steps &to, bool undone)
+    {
+        const auto [text, number] = from.takeLast();
+        to.append({text_, number});
+        set(text);
+        if (number >= 0 && crossed_)
+            crossed_(number, undone);
+    }
+
     QByteArray text_;
-    QList<QByteArray> undo_;
+    Steps undo_;
+    Steps redo_;
+    Crossed crossed_;
     quint64 revision_ = 0;
     int highlighted_ = -1;
     int line_ = 0;
@@ -93,6 +110,7 @@ public:
     {
         std::exchange(meanwhile, [] {})();
     }
+    void textGivenUp(const QByteArray &text) override { givenUp.append(QString::fromUtf8(text)); }
     void rebuildTree() override { ++rebuilds; }
     void setTitleLine(const QString &text) override { title = text; }
     void note(const QString &text) override { notes.append(text); }
@@ -124,6 +142,7 @@ public:
     int menusFor = 0;
     int editorEntries = 0;
     int assignedClosed = 0;
+    QStringList givenUp;
     QStringList pages;
     int busyDepth = 0;
 };

@@ -207,6 +207,56 @@ private Q_SLOTS:
         });
     }
 
+    // What is made of a document is another one, and undo leads back to the first.
+    void results()
+    {
+#define MADE "file a.xml=<a/>\\l | start a.xml | xml | "
+        runRows({
+            {"is new", MADE "result a.html=<p/>",
+             "new=1 | title=a.html | editor=<p/> | changed=1 | /a.xml=<a/>\\l | messages=0 | given="},
+            {"is saved where the user wants it", MADE "result a.html=<p/> | choose b.html | save",
+             "name=b.html | new=0 | changed=0 | proposed=a.html | /b.html=<p/>\\n | /a.xml=<a/>\\l"},
+            {"not saved at all", MADE "result a.html=<p/> | choose  | save",
+             "new=1 | proposed=a.html | /a.html=(no file) | /a.xml=<a/>\\l"},
+            {"undo", MADE "result a.html=<p/> | undo",
+             "name=a.xml | new=0 | title=a.xml | editor=<a/> | changed=0"},
+            {"undo, and on as before", MADE "result a.html=<p/> | undo | type <b/> | save", "/a.xml=<b/>\\l"},
+            {"undo and redo", MADE "result a.html=<p/> | undo | redo",
+             "new=1 | title=a.html | editor=<p/> | changed=1"},
+            {"what was saved stays saved", MADE "result a.html=<p/> | choose b.html | save | undo | redo",
+             "name=b.html | changed=0 | editor=<p/>"},
+            {"edited before and after", MADE "type <b/> | result a.html=<p/> | type <q/> | undo | undo",
+             "name=a.xml | editor=<b/> | changed=1 | given=<b/>"},
+            {"further back", MADE "type <b/> | result a.html=<p/> | undo | undo",
+             "name=a.xml | editor=<a/> | changed=0"},
+            {"of a result", MADE "result a.html=<p/> | result b.html=<q/> | undo",
+             "title=a.html | editor=<p/> | changed=1"},
+            {"of a result and back", MADE "result a.html=<p/> | result b.html=<q/> | undo | undo | redo",
+             "title=a.html | editor=<p/>"},
+            {"another result after undo", MADE "result a.html=<p/> | undo | result b.html=<q/> | undo | redo",
+             "title=b.html | editor=<q/>"},
+            {"of a new document", "start | xml | result tmp/none.html=<p/>", "new=1 | changed=1"},
+            {"left", MADE "result a.html=<p/> | answer No | leave", "left=1 | messages=1 | given=<p/>"},
+            {"left with both unsaved", MADE "type <b/> | result a.html=<p/> | answer No | answer Yes | leave",
+             "left=1 | message=Save changes to a.xml? | messages=2 | /a.xml=<b/>\\l"},
+            {"left with the first unsaved, shown again",
+             MADE "type <b/> | result a.html=<p/> | choose p.html | save | normal | answer Cancel | leave",
+             "left=0 | name=a.xml | tab=1 | editor=<b/> | messages=1 | /p.html=<p/>\\n"},
+            {"with three",
+             MADE "type <b/> | result a.html=<p/> | result b.html=<q/> | answer No | answer No "
+                  "| answer No | leave",
+             "left=1 | messages=3 | message=Save changes to a.xml?"},
+            {"another document opened",
+             MADE "type <b/> | result a.html=<p/> | file c.xml=<c/> | answer No | "
+                  "answer No | drop c.xml | xml | type <d/> | undo",
+             "name=c.xml | editor=<c/> | changed=0 | messages=2"},
+            {"its copy for Preview stands where it would", MADE "result a.html=<p/> | preview",
+             "copy=a.html0 | browser=a.html0 | /a.html0=<p/>\\n"},
+            {"and goes when undone", MADE "result a.html=<p/> | preview | xml | undo", "/a.html0=(no file)"},
+        });
+#undef MADE
+    }
+
     void previewCopy()
     {
         runRows({

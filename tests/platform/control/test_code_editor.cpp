@@ -68,6 +68,39 @@ class TestCodeEditor : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Whatever crosses such a step is told of it, before the change itself is; and nothing else is.
+    void anotherDocument()
+    {
+        CodeEditor editor;
+        QStringList told;
+        editor.tellCrossing([&](int number, bool undone) {
+            told << QStringLiteral("%1%2%3")
+                        .arg(QLatin1String(undone ? "-" : "+"))
+                        .arg(number)
+                        .arg(QString::fromUtf8(editor.text()));
+        });
+        connect(&editor, &CodeEditor::textEdited, this, [&] { told << QStringLiteral("edited"); });
+        const auto toldOf = [&](const auto &act) {
+            told.clear();
+            act();
+            return told.join(u' ');
+        };
+        editor.loadText("one");
+        editor.replaceText("one!");
+        QCOMPARE(toldOf([&] { editor.replaceDocument("two", 0); }), QStringLiteral("edited"));
+        editor.replaceText("two!");
+        editor.replaceDocument("two!", 1); // the same text, but not the same document
+        QCOMPARE(toldOf([&] { editor.undo(); }), QStringLiteral("-1two!"));
+        QCOMPARE(toldOf([&] { editor.undo(); }), QStringLiteral("edited"));
+        QCOMPARE(toldOf([&] { editor.undo(); }), QStringLiteral("-0one! edited"));
+        QCOMPARE(toldOf([&] { editor.undo(); }), QStringLiteral("edited"));
+        QVERIFY(!editor.canUndo());
+        editor.redo();
+        QCOMPARE(toldOf([&] { editor.redo(); }), QStringLiteral("+0two edited"));
+        QCOMPARE(editor.caretLine(), 0);
+        QCOMPARE(toldOf([&] { editor.loadText("three"); }), QStringLiteral("edited"));
+    }
+
     void textComesBack()
     {
         CodeEditor editor;
