@@ -12,12 +12,45 @@ namespace {
 constexpr int patience = 100; // ms for one search
 constexpr int mostMatches = 50;
 
+bool isBetweenLineEnds(QByteArrayView text, qsizetype place)
+{
+    return place > 0 && place < text.size() && text[place - 1] == '\r' && text[place] == '\n';
+}
+
 void checkResult(const SearchResult &result, const SearchArea &area)
 {
     if (!result)
         return;
     require(result.match.start >= area.start && result.match.end <= area.end, "a match lies in the area");
     require(result.match.start <= result.match.end, "a match has an end");
+}
+
+// A text with CR LF is the same text as with LF, but for verbs and "\\G", which tell where a search began.
+void checkLineEnds(const TextSearch &search, const QByteArray &text)
+{
+    const QString &expression = search.pattern().text;
+    if (!search.pattern().expression || !text.contains("\r\n") || text.contains("\r\r\n")
+        || expression.contains(QStringLiteral("(*")) || expression.contains(QStringLiteral("\\G")))
+        return;
+    QByteArray other = text;
+    other.replace("\r\n", "\n");
+    const SearchResult one = search.next(SearchArea(text), 0, QDeadlineTimer(patience));
+    const SearchResult same = search.next(SearchArea(other), 0, QDeadlineTimer(patience));
+    const auto told = [](const SearchResult &result) {
+        return result.outcome == SearchOutcome::Found || result.outcome == SearchOutcome::Missing;
+    };
+    if (!told(one) || !told(same))
+        return;
+    require(bool(one) == bool(same), "a line end is found as one or not at all");
+    if (!one)
+        return;
+    const QByteArrayView whole(text);
+    require(!isBetweenLineEnds(whole, one.match.start) && !isBetweenLineEnds(whole, one.match.end),
+            "a match holds no half of a line end");
+    require(one.match.start - whole.first(one.match.start).count("\r\n") == same.match.start,
+            "a line end counts as one before a match");
+    require(one.match.end - whole.first(one.match.end).count("\r\n") == same.match.end,
+            "a line end counts as one in a match");
 }
 
 void searchOn(const TextSearch &search, const SearchArea &area)
@@ -62,6 +95,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     }
     const SearchArea whole(text);
     searchOn(search, whole);
+    checkLineEnds(search, text);
     checkResult(search.previous(whole, text.size(), QDeadlineTimer(patience)), whole);
     const qsizetype start = std::min<qsizetype>(one, text.size());
     const SearchArea part(text, TextMatch{start, start + other % (text.size() - start + 1)});

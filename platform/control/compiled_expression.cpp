@@ -21,6 +21,12 @@ constexpr qsizetype largestStride = 4 << 20;
 constexpr qint64 quick = 1'000'000; // nanoseconds
 constexpr qint64 slow = 20'000'000; // nanoseconds
 
+// Shown to an expression in one go; more when that is not enough to tell.
+constexpr qsizetype firstStretch = 64 << 10; // bytes
+constexpr qsizetype largestStretch = 4 << 20; // bytes
+constexpr qsizetype stretchGrowth = 4;
+constexpr qsizetype longestCharacter = 4; // bytes
+
 // No letter on one side, or none on the other.
 constexpr char wordEdge[] = "(?:(?<!\\w)|(?!\\w))";
 
@@ -33,6 +39,55 @@ qsizetype betweenCharacters(QByteArrayView text, qsizetype place)
         --place;
     const bool splits = place > 0 && place < text.size() && text[place] == '\n' && text[place - 1] == '\r';
     return splits ? place + 1 : place;
+}
+
+// The end of the area, and never between CR and LF.
+qsizetype endOf(const SearchArea &area)
+{
+    const bool splits = area.end > 0 && area.end < area.text.size() && area.text[area.end] == '\n'
+        && area.text[area.end - 1] == '\r';
+    return splits ? area.end - 1 : area.end;
+}
+
+// Where a class that begins at a bracket ends.
+qsizetype behindClass(QByteArrayView expression, qsizetype at)
+{
+    ++at;
+    if (at < expression.size() && expression[at] == '^')
+        ++at;
+    if (at < expression.size() && expression[at] == ']')
+        ++at;
+    while (at < expression.size() && expression[at] != ']') {
+        const bool named = expression[at] == '[' && expression.sliced(at).startsWith("[:");
+        const qsizetype end = named ? expression.indexOf(":]", at + 2) : -1;
+        at = end >= 0 ? end + 2 : at + (expression[at] == '\\' ? 2 : 1);
+    }
+    return at + 1;
+}
+
+// Who writes "\r\n" means the line end, which is one LF here. What follows must not bind to half of it; the
+// length stays, so that faults are where they were.
+QByteArray withOneLineEnd(QByteArray expression)
+{
+    constexpr QByteArrayView both = "\\r\\n";
+    constexpr QByteArrayView one = "\\x0a";
+    for (qsizetype at = 0; at < expression.size();) {
+        const QByteArrayView rest = QByteArrayView(expression).sliced(at);
+        if (rest[0] == '[') {
+            at = behindClass(expression, at);
+        } else if (rest.startsWith("\\Q")) {
+            const qsizetype end = expression.indexOf("\\E", at);
+            at = end < 0 ? expression.size() : end + 2;
+        } else if (rest.startsWith(both)) {
+            const char behind = rest.size() > both.size() ? rest[both.size()] : '\0';
+            if (behind != '?' && behind != '*' && behind != '{')
+                expression.replace(at, one.size(), one.data(), one.size());
+            at += one.size();
+        } else {
+            at += rest[0] == '\\' ? 2 : 1;
+        }
+    }
+    return expression;
 }
 
 QByteArray escaped(const QByteArray &plain)
@@ -88,12 +143,16 @@ CompiledExpression::CompiledExpression(const SearchPattern &pattern)
         compile(escaped(text), 0, pattern.matchCase);
         return;
     }
+    const QByteArray expression = withOneLineEnd(text);
     // Judged alone first, so that no bracket of it pairs with one of ours.
-    if (compile(text, 0, pattern.matchCase) && pattern.wholeWord) {
+    if (compile(expression, 0, pattern.matchCase) && pattern.wholeWord) {
         const QByteArray before = QByteArray(wordEdge) + "(?:";
         pcre2_code_free(std::exchange(code_, nullptr));
-        compile(before + text + ")" + wordEdge, before.size(), pattern.matchCase);
+        compile(before + expression + ")" + wordEdge, before.size(), pattern.matchCase);
     }
+    unifies_ = true;
+    if (!fault_)
+        measureLookBack(expression);
 }
 
 CompiledExpression::~CompiledExpression()
@@ -113,6 +172,7 @@ bool CompiledExpression::compile(const QByteArray &expression, qsizetype ownStar
     PCRE2_SIZE place = 0;
     pcre2_compile_context *settings = pcre2_compile_context_create(nullptr);
     pcre2_set_newline(settings, PCRE2_NEWLINE_ANYCRLF);
+    pcre2_set_bsr(settings, PCRE2_BSR_ANYCRLF);
     code_ = pcre2_compile(reinterpret_cast<PCRE2_SPTR>(expression.constData()), size_t(expression.size()),
                           options, &error, &place, settings);
     pcre2_compile_context_free(settings);
@@ -124,7 +184,7 @@ bool CompiledExpression::compile(const QByteArray &expression, qsizetype ownStar
     // Where it cannot be translated to machine code it is interpreted, which is slower. So is one that calls
     // itself: only the interpreter counts every step that it takes.
     if (!mayRecurse(expression))
-        pcre2_jit_compile(code_, PCRE2_JIT_COMPLETE);
+        pcre2_jit_compile(code_, PCRE2_JIT_COMPLETE | PCRE2_JIT_PARTIAL_HARD);
     pcre2_match_data_free(data_);
     data_ = pcre2_match_data_create_from_pattern(code_, nullptr);
     if (context_ == nullptr) {
@@ -136,25 +196,112 @@ bool CompiledExpression::compile(const QByteArray &expression, qsizetype ownStar
     return true;
 }
 
+// The library tells of the longest look back alone, but one may stand in another. The start of a line is told
+// by what stands before it as well.
+void CompiledExpression::measureLookBack(const QByteArray &expression)
+{
+    quint32 longest = 0;
+    pcre2_pattern_info(code_, PCRE2_INFO_MAXLOOKBEHIND, &longest);
+    const qsizetype nested = 1 + expression.count("(?<") + expression.count("(*");
+    lookBack_ = longestCharacter * (qsizetype(longest) * nested + 1);
+}
+
+// From before a place on, with what may decide there, for at least so many bytes behind the place. All of the
+// rest where a stretch of faulty bytes might end differently from the text.
+CompiledExpression::Stretch CompiledExpression::stretchOf(const SearchArea &area, qsizetype from,
+                                                          qsizetype length) const
+{
+    const qsizetype areaEnd = endOf(area);
+    qsizetype start = std::max<qsizetype>(0, from - lookBack_);
+    for (int back = 0; back < 3 && start > 0 && isContinuation(area.text[start]); ++back)
+        --start;
+    if (start > 0 && start < area.text.size() && area.text[start] == '\n' && area.text[start - 1] == '\r')
+        --start;
+    const qsizetype end = areaEnd - from <= length ? areaEnd : betweenCharacters(area.text, from + length);
+    auto stretch = std::make_shared<LfStretch>(area.text, start, std::min(end, areaEnd));
+    if (stretch->end() < areaEnd && !stretch->bytes().isValidUtf8())
+        stretch = std::make_shared<LfStretch>(area.text, start, areaEnd);
+    return stretch;
+}
+
+// The one shown last goes on to do as long as the place has something behind it there.
+CompiledExpression::Stretch CompiledExpression::stretchAt(const SearchArea &area, qsizetype from,
+                                                          qsizetype length) const
+{
+    if (!unifies_)
+        return std::make_shared<LfStretch>(area.text, 0, endOf(area), LfStretch::Lines::AsTheyAre);
+    const Stretch last = area.shown;
+    const bool fits = last && (last->start() == 0 || last->start() + lookBack_ + longestCharacter <= from)
+        && (last->end() >= from + length || last->end() == endOf(area));
+    if (!fits) {
+        const qsizetype before = last ? last->end() - last->start() : 0;
+        const qsizetype usual = std::clamp(before * stretchGrowth, firstStretch, largestStretch);
+        area.shown = stretchOf(area, from, std::max(length, usual));
+    }
+    return area.shown;
+}
+
+// What reaches the end of a stretch that is not the whole is no match yet, and no miss either.
+int CompiledExpression::match(const LfStretch &stretch, bool whole, qsizetype from, qsizetype stop,
+                              quint32 options) const
+{
+    const QByteArrayView bytes = stretch.bytes();
+    qsizetype last = stop > stretch.end() ? bytes.size() : stretch.inBytes(stop) - 1;
+    // Machine code misses a limit within a character, and tries the first place whatever the limit is.
+    for (int back = 0; back < 3 && last > 0 && last < bytes.size() && isContinuation(bytes[last]); ++back)
+        --last;
+    if (stretch.inBytes(from) > last)
+        return PCRE2_ERROR_NOMATCH;
+    pcre2_set_offset_limit(context_, size_t(last));
+    // A null pointer is no text to the library, not even an empty one.
+    const char *text = bytes.data() == nullptr ? "" : bytes.data();
+    return pcre2_match(code_, reinterpret_cast<PCRE2_SPTR>(text), size_t(bytes.size()),
+                       size_t(stretch.inBytes(from)), whole ? options : PCRE2_PARTIAL_HARD, data_, context_);
+}
+
+void CompiledExpression::takeGroups(const LfStretch &stretch, int count) const
+{
+    const PCRE2_SIZE *ends = pcre2_get_ovector_pointer(data_);
+    groups_.assign(size_t(groupCount()) + 1, {});
+    for (size_t group = 0; group < size_t(count); ++group) {
+        const PCRE2_SIZE start = ends[2 * group];
+        const PCRE2_SIZE end = ends[2 * group + 1];
+        if (start != PCRE2_UNSET && end >= start)
+            groups_[group] = {stretch.inText(qsizetype(start)), stretch.inText(qsizetype(end))};
+    }
+}
+
 SearchResult CompiledExpression::find(const SearchArea &area, qsizetype first, qsizetype last,
                                       const QDeadlineTimer &deadline) const
 {
     const quint32 options = endsLine(area) ? 0 : PCRE2_NOTEOL;
-    // A null pointer is no text to the library, not even an empty one.
-    const char *text = area.text.data() == nullptr ? "" : area.text.data();
+    const qsizetype areaEnd = endOf(area);
+    last = std::min(last, areaEnd);
     qsizetype stride = firstStride;
+    qsizetype needed = 1; // bytes to be seen from a place on
     QElapsedTimer clock;
     for (qsizetype from = first; from <= last;) {
-        const qsizetype stop = last - from <= stride ? last + 1 : betweenCharacters(area.text, from + stride);
-        pcre2_set_offset_limit(context_, size_t(stop - 1));
+        const Stretch shown = stretchAt(area, from, needed);
+        const LfStretch &stretch = *shown;
+        const bool whole = stretch.end() == areaEnd;
+        qsizetype stop = last - from <= stride ? last + 1 : betweenCharacters(area.text, from + stride);
+        if (!whole)
+            stop = std::min(stop, stretch.end());
         clock.start();
-        const int found = pcre2_match(code_, reinterpret_cast<PCRE2_SPTR>(text), size_t(area.end),
-                                      size_t(from), options, data_, context_);
-        if (found > 0)
+        const int found = match(stretch, whole, from, stop, options);
+        if (found > 0) {
+            takeGroups(stretch, found);
             return {SearchOutcome::Found, group(0), 0};
+        }
+        if (found == PCRE2_ERROR_PARTIAL) {
+            from = std::max(from, stretch.inText(qsizetype(pcre2_get_ovector_pointer(data_)[0])));
+            needed = stretchGrowth * (stretch.end() - from);
+            continue;
+        }
         if (found != PCRE2_ERROR_NOMATCH)
             return {SearchOutcome::GaveUp, {}, from};
         from = stop;
+        needed = 1;
         if (from <= last && deadline.hasExpired())
             return {SearchOutcome::OutOfTime, {}, from};
         const qint64 taken = clock.nsecsElapsed();
@@ -185,10 +332,7 @@ int CompiledExpression::groupNumber(const QByteArray &name) const
 
 TextMatch CompiledExpression::group(int number) const
 {
-    const PCRE2_SIZE *ends = pcre2_get_ovector_pointer(data_);
-    const PCRE2_SIZE start = ends[2 * number];
-    const PCRE2_SIZE end = ends[2 * number + 1];
-    return start == PCRE2_UNSET || end < start ? TextMatch{} : TextMatch{qsizetype(start), qsizetype(end)};
+    return size_t(number) < groups_.size() ? groups_[size_t(number)] : TextMatch{};
 }
 
 } // namespace control

@@ -149,6 +149,10 @@ qsizetype ReplacementText::readBackslash(QStringView rest, const TextSearch &sea
     constexpr Kind casings[] = {Kind::Upper, Kind::Lower, Kind::AsIs, Kind::UpperOne, Kind::LowerOne};
     const auto escape = std::find_if(std::begin(escapes), std::end(escapes),
                                      [&](const Escape &row) { return row.letter == rest[0]; });
+    if (rest.startsWith(u"r\\n")) {
+        pieces_.append({Kind::Bytes, lineEnd.toByteArray(), 0});
+        return 3;
+    }
     if (casing >= 0)
         pieces_.append({casings[casing], {}, 0});
     else if (rest[0] == u'n')

@@ -11,9 +11,9 @@ class ReplacementText
 {
 public:
     // For an expression: "$1", "${1}", "${name}", "\1" are what the groups took and "$0" and "$&" the whole
-    // match; "$$" is a dollar sign; "\n" is a line end as given, "\r", "\t", "\xHH", "\x{HHHH}" and "\\" are
-    // as usual; "\U" and "\L" turn what follows into upper or lower case up to "\E", "\u" and "\l" one
-    // character.
+    // match; "$$" is a dollar sign; "\n" and "\r\n" are a line end as given, "\r", "\t", "\xHH", "\x{HHHH}"
+    // and "\\" are as usual; "\U" and "\L" turn what follows into upper or lower case up to "\E", "\u" and
+    // "\l" one character.
     ReplacementText(const QString &text, const TextSearch &search, QByteArrayView lineEnd);
 
     const std::optional<PatternFault> &fault() const { return fault_; }

@@ -1,5 +1,5 @@
-// Searching text for words or expressions, in place: the text is bytes of UTF-8, faulty ones too, and is
-// never copied. Lines end with LF, CR LF or CR.
+// Searching text for words or expressions: the text is bytes of UTF-8, faulty ones too, and is searched where
+// it lies. Lines end with LF, CR LF or CR. To an expression CR LF is one LF: no match begins or ends within.
 #pragma once
 
 #include <QByteArray>
@@ -17,7 +17,8 @@ struct SearchPattern
     QString text;
     bool matchCase = false;
     bool wholeWord = false; // the match neither begins nor ends inside a word
-    bool expression = false; // the text is a regular expression, "^" and "$" of which mean lines
+    // The text is a regular expression: "^" and "$" mean lines, "\n" and "\r\n" an LF or CR LF of the text.
+    bool expression = false;
 
     bool operator==(const SearchPattern &) const = default;
 };
@@ -39,13 +40,17 @@ struct PatternFault
     qsizetype place = 0; // in characters from its start
 };
 
+class LfStretch;
+
 // Where to search: from start to before end. What stands around it in the text is still seen by expressions
-// that look back.
+// that look back. Good until the text changes.
 struct SearchArea
 {
     QByteArrayView text;
     qsizetype start = 0;
     qsizetype end = 0;
+    // What an expression was shown of it last, for the next one.
+    mutable std::shared_ptr<const LfStretch> shown;
 
     explicit SearchArea(QByteArrayView whole) : text(whole), end(whole.size()) { }
     SearchArea(QByteArrayView whole, const TextMatch &part)

@@ -3,6 +3,8 @@
 #include "platform/control/text_search.h"
 
 #include <QtTest>
+#include <random>
+#include <vector>
 
 using namespace control;
 
@@ -63,6 +65,69 @@ QByteArray replaced(const TextSearch &search, const ReplacementText &replacement
     }
 }
 
+// Offsets as forwards() tells them, in the text whose every LF became CR LF.
+QString withTwoByteLineEnds(const QString &found, QByteArrayView text)
+{
+    std::vector<qsizetype> moved;
+    for (qsizetype at = 0, ends = 0; at <= text.size(); ++at) {
+        moved.push_back(at + ends);
+        ends += at < text.size() && text[at] == '\n' ? 1 : 0;
+    }
+    QStringList matches;
+    for (const QString &match : found.split(u' ', Qt::SkipEmptyParts))
+        matches.append(QStringLiteral("%1-%2")
+                           .arg(moved[size_t(match.section(u'-', 0, 0).toLongLong())])
+                           .arg(moved[size_t(match.section(u'-', 1).toLongLong())]));
+    return matches.join(u' ');
+}
+
+QByteArray withCrLf(QByteArray text) { return text.replace('\n', "\r\n"); }
+
+class Chance
+{
+public:
+    explicit Chance(quint32 seed) : numbers_(seed) { }
+
+    int below(int most) { return int(numbers_() % quint32(most)); }
+    template <size_t count>
+    QByteArray oneOf(const char *const (&all)[count])
+    {
+        return all[below(int(count))];
+    }
+    QByteArray text(int most)
+    {
+        static constexpr const char *pieces[]
+            = {"a", "b", " ", "\t", "<", ">", "\n", "\n", "\n", "\n\n", " \n", "\r-", "\xC3\xA4", "a\n"};
+        QByteArray text;
+        for (int left = below(most); left > 0; --left)
+            text += oneOf(pieces);
+        return text;
+    }
+    QByteArray expression()
+    {
+        static constexpr const char *atoms[] = {
+            "a",       "b",        " ",        ">",      "\\n",       "\\n",         "\\s",       "\\s",
+            "\\R",     "$",        "^",        ".",      "(?s:.)",    "[^a]",        "[^\\r\\n]", "[\\r\\n]",
+            "\\W",     "\\S",      "\\D",      "\\v",    "\\r?\\n",   "(\\r\\n)",    "\\r\\n",    "\\b",
+            "(a|\\n)", "(?=\\s)",  "(?<=\\n)", "(?<!a)", "(?<=a\\n)", "(?!\\n)",     "\\N",       "\\x0a",
+            "\\Z",     "(?>\\s+)", "\\r",      "(\\s)",  "\\X",       "[[:space:]]", "(?<=\\s)"};
+        static constexpr const char *often[] = {"", "", "", "", "*", "+", "?", "*?", "+?", "{2}"};
+        QByteArray expression;
+        for (int left = 1 + below(4); left > 0; --left) {
+            const QByteArray atom = oneOf(atoms);
+            const bool assertion = atom == "^" || atom == "$" || atom.startsWith("(?<") || atom == "\\b"
+                || atom == "\\Z" || atom.startsWith("(?=") || atom.startsWith("(?!");
+            expression += assertion ? atom : atom + oneOf(often);
+            if (left > 1 && below(6) == 0)
+                expression += '|';
+        }
+        return expression;
+    }
+
+private:
+    std::minstd_rand numbers_;
+};
+
 } // namespace
 
 class TestTextSearch : public QObject
@@ -102,6 +167,13 @@ private Q_SLOTS:
         row("lines by CR", "^.*$", Regex, "a\rb\r", "0-1 2-3 4-4");
         row("line ends", "$", Regex, "a\r\nb\nc", "1-1 4-4 6-6");
         row("line starts", "^", Regex, "\r\n\r\n", "0-0 2-2 4-4");
+        row("trailing blanks", "\\s+$", Regex, "a \r\n\r\nb\r\n", "1-4 7-9");
+        row("a line end", "\\n", Regex, "a\r\nb\nc\rd", "1-3 4-5");
+        row("both signs of a line end", "\\r\\n", Regex, "a\r\nb\nc\rd", "1-3 4-5");
+        row("no half of a line end", "\\r(?!-)|[\\n]|\\x0d", Regex, "a\r\nb\rc", "1-3 4-5");
+        row("behind a bracket", ">\\n", Regex, "<a>\r\n<b>\r\n", "2-5 7-10");
+        row("signs quoted, in a class and repeated", "\\Q\\r\\n\\E|[\\r\\n]x|\\r\\n?y", Regex,
+            "\\r\\n\r\nx\ry", "0-4 4-7 7-9");
         row("over line ends", "a\\R+b", Regex, "a\r\n\nb", "0-5");
         row("empty matches", "x*", Regex, "axb", "0-0 1-2 2-2 3-3");
         row("faulty bytes", "b", 0,
@@ -126,6 +198,45 @@ private Q_SLOTS:
         const TextSearch search(patternOf(pattern, flags));
         QVERIFY(!search.fault());
         QTEST(forwards(search, SearchArea(text)), "found");
+    }
+
+    // Whatever is searched for, a text with CR LF is the same text as with LF.
+    void lineEndsAreOne_data()
+    {
+        QTest::addColumn<int>("cases");
+        QTest::addColumn<int>("filler"); // bytes before what is searched for, so that no stretch ends with it
+        QTest::newRow("short") << 4000 << 0;
+        QTest::newRow("long") << 40 << 66000;
+    }
+    void lineEndsAreOne()
+    {
+        QFETCH(int, cases);
+        QFETCH(int, filler);
+        Chance chance(20240229);
+        int found = 0;
+        for (int i = 0; i < cases; ++i) {
+            QByteArray text = chance.text(24);
+            if (filler > 0)
+                text = QByteArray("<ab>\n").repeated((filler - chance.below(1000)) / 5) + text
+                    + QByteArray(chance.below(20000), 'b') + chance.text(24);
+            const QByteArray expression = chance.expression();
+            const QByteArray about = expression + " in " + text.right(80).toPercentEncoding();
+            const TextSearch search(patternOf(QString::fromLatin1(expression), Regex));
+            QVERIFY2(!search.fault(), about);
+            const QByteArray other = withCrLf(text);
+            const QString matches = forwards(search, SearchArea(text));
+            found += int(matches.count(u'-'));
+            QVERIFY2(forwards(search, SearchArea(other)) == withTwoByteLineEnds(matches, text), about);
+            if (filler == 0)
+                QVERIFY2(backwards(search, SearchArea(other))
+                             == withTwoByteLineEnds(backwards(search, SearchArea(text)), text),
+                         about);
+            const QString put = QStringLiteral("[$0]\\n\\r\\n\\U$0");
+            const ReplacementText lf(put, search, "\n");
+            const ReplacementText crLf(put, search, "\r\n");
+            QVERIFY2(replaced(search, crLf, other) == withCrLf(replaced(search, lf, text)), about);
+        }
+        QVERIFY(found > cases); // or nothing was tried
     }
 
     // Pieces of the text are searched one by one; no match may fall between them.
