@@ -37,6 +37,7 @@ constexpr Told sentences[] = {
     {Finding::ContinuedAtStart, false, "Continued at the start"},
     {Finding::ContinuedAtEnd, false, "Continued at the end"},
     {Finding::Missing, true, "Nothing found"},
+    {Finding::MissingToEnd, true, "Nothing more found"},
     {Finding::TooSlow, true, "The search takes too long"},
     {Finding::TooComplex, true, "The expression is too complex for this text"},
     {Finding::Faulty, true, ""},

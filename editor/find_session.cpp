@@ -1,5 +1,7 @@
 #include "editor/find_session.h"
 
+#include "platform/control/undo_step.h"
+
 namespace editor {
 
 namespace {
@@ -51,6 +53,8 @@ Finding FindSession::find(Direction direction)
     const control::SearchResult ahead = look(direction, from, deadline);
     if (ahead.outcome != control::SearchOutcome::Missing)
         return told(ahead, Finding::Found);
+    if (editor_.player().playing())
+        return Finding::MissingToEnd;
     const control::TextMatch range = scope_.range();
     return told(look(direction, forwards ? range.start : range.end + 1, deadline),
                 forwards ? Finding::ContinuedAtStart : Finding::ContinuedAtEnd);
@@ -119,10 +123,10 @@ bool FindSession::replace(const control::ReplacementText &replacement)
     const control::TextMatch match = selectionOf(editor_);
     QByteArray text;
     replacement.appendTo(text, editor_.textInPlace(), *search_);
-    editor_.send(S::SCI_BEGINUNDOACTION);
+    control::UndoStep step(editor_);
     editor_.send(S::SCI_SETTARGETRANGE, ulong(match.start), long(match.end));
     editor_.SendScintilla(S::SCI_REPLACETARGET, uintptr_t(text.size()), text.constData());
-    editor_.send(S::SCI_ENDUNDOACTION);
+    step.end();
     const qsizetype behind = match.start + text.size();
     editor_.send(S::SCI_SETEMPTYSELECTION, ulong(behind));
     current_.reset();

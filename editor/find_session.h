@@ -16,6 +16,7 @@ enum class Finding
     ContinuedAtStart,
     ContinuedAtEnd,
     Missing,
+    MissingToEnd, // in the direction searched, since what is played does not go round
     TooSlow,
     TooComplex,
     Faulty // the pattern cannot be searched for
@@ -45,7 +46,8 @@ public:
     const std::optional<control::PatternFault> &fault() const { return search_->fault(); }
     SearchScope &scope() { return scope_; }
 
-    // Selects the next match from the selection on.
+    // Selects the next match from the selection on. Around the end only where nothing is played: a repeated
+    // macro would do its work on the same place again.
     Finding find(Direction direction);
     // Selects the first match from a place on; gives up early, since somebody is typing.
     Finding findFrom(qsizetype place);

@@ -19,12 +19,29 @@ QString nameOf(const control::Step &step)
                               : QStringLiteral("\"%1\"").arg(QString::fromLatin1(command->name));
 }
 
+// What is played does not go round the end of the text.
+constexpr std::pair<int, const char *> ends[] = {
+    {174, "found nothing more up to the start of the text"},
+    {176, "found nothing more up to the end of the text"},
+    {205, "found no more up to the start of the text"},
+    {206, "found no more up to the end of the text"},
+};
+
+QString whyOf(const control::Step &step)
+{
+    for (const auto &[command, why] : ends)
+        if (command == step.command)
+            return QString::fromLatin1(why);
+    return QStringLiteral("had nothing to do");
+}
+
 QString failureText(const control::PlayReport &report)
 {
+    const QString failed = nameOf(report.failed) + u' ' + whyOf(report.failed);
     if (report.asked == 1)
-        return QStringLiteral("The macro ended early: %1 had nothing to do.").arg(nameOf(report.failed));
-    return QStringLiteral("Repeated %1 of %2 times: then %3 had nothing to do.")
-        .arg(number(report.rounds), number(report.asked), nameOf(report.failed));
+        return QStringLiteral("The macro ended early: %1.").arg(failed);
+    return QStringLiteral("Repeated %1 of %2 times: then %3.")
+        .arg(number(report.rounds), number(report.asked), failed);
 }
 
 } // namespace

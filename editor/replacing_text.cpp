@@ -1,6 +1,7 @@
 #include "editor/replacing_text.h"
 
 #include "platform/control/editor_look.h"
+#include "platform/control/undo_step.h"
 
 #include <algorithm>
 #include <limits>
@@ -95,11 +96,11 @@ void ReplacingText::commit()
                      [](long place, const Followed &followed) { return place == followed.place; });
     if (folded_ && pieces_.size() > mostAmongFolds)
         editor_.send(S::SCI_FOLDALL, S::SC_FOLDACTION_EXPAND);
-    editor_.send(S::SCI_BEGINUNDOACTION);
+    control::UndoStep step(editor_);
     editor_.markStepCaret(now[1]);
     replacePieces();
     editor_.markStepCaret(still ? followed_[1].moved : editor_.send(S::SCI_GETCURRENTPOS));
-    editor_.send(S::SCI_ENDUNDOACTION);
+    step.end();
     if (!still)
         return;
     editor_.send(S::SCI_SETANCHOR, ulong(followed_[0].moved));

@@ -3,6 +3,7 @@
 #include "platform/control/editor_look.h"
 #include "platform/control/text_difference.h"
 #include "platform/control/text_window.h"
+#include "platform/control/undo_step.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -228,7 +229,7 @@ bool CodeEditor::replaceRange(const ByteRange &range, const QByteArray &utf8)
 void CodeEditor::replaceSelection(const QByteArray &utf8)
 {
     const QByteArray fitting = withLineEnds(utf8, habits_.lineEnd);
-    send(SCI_BEGINUNDOACTION);
+    UndoStep step(*this);
     const long start = selection().start;
     if (send(SCI_SELECTIONISRECTANGLE) != 0) {
         send(SCI_CLEAR);
@@ -237,7 +238,7 @@ void CodeEditor::replaceSelection(const QByteArray &utf8)
     send(SCI_TARGETFROMSELECTION);
     SendScintilla(SCI_REPLACETARGET, uintptr_t(fitting.size()), fitting.constData());
     send(SCI_SETEMPTYSELECTION, ulong(start + fitting.size()));
-    send(SCI_ENDUNDOACTION);
+    step.end();
     send(SCI_SCROLLCARET);
     inserted_.set(start, fitting.size());
     settle();

@@ -3,6 +3,7 @@
 #include "platform/control/code_editor.h"
 
 #include "platform/control/editor_commands.h"
+#include "platform/control/undo_step.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -132,7 +133,7 @@ void CodeEditor::commitComposed(QInputMethodEvent &event, const Step &step)
 {
     Step whole = step;
     whole.times = takeRepeatCount();
-    send(SCI_BEGINUNDOACTION);
+    UndoStep undo(*this);
     ++steps_;
     typingHelp_.before(step);
     QsciScintillaBase::inputMethodEvent(&event);
@@ -142,7 +143,7 @@ void CodeEditor::commitComposed(QInputMethodEvent &event, const Step &step)
     if (rest.times > 0)
         perform(rest);
     --steps_;
-    send(SCI_ENDUNDOACTION);
+    undo.end();
     settle();
     Q_EMIT stepped(whole);
 }

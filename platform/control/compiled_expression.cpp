@@ -29,6 +29,7 @@ constexpr qsizetype longestCharacter = 4; // bytes
 
 // No letter on one side, or none on the other.
 constexpr char wordEdge[] = "(?:(?<!\\w)|(?!\\w))";
+constexpr char closing[] = "\\E)"; // quoting may go on to the end of an expression
 
 bool isContinuation(char byte) { return (quint8(byte) & 0xC0) == 0x80; }
 
@@ -148,7 +149,7 @@ CompiledExpression::CompiledExpression(const SearchPattern &pattern)
     if (compile(expression, 0, pattern.matchCase) && pattern.wholeWord) {
         const QByteArray before = QByteArray(wordEdge) + "(?:";
         pcre2_code_free(std::exchange(code_, nullptr));
-        compile(before + expression + ")" + wordEdge, before.size(), pattern.matchCase);
+        compile(before + expression + closing + wordEdge, before.size(), pattern.matchCase);
     }
     unifies_ = true;
     if (!fault_)

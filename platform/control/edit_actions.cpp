@@ -4,6 +4,7 @@
 #include "platform/control/code_editor.h"
 #include "platform/control/line_shifting.h"
 #include "platform/control/text_transforms.h"
+#include "platform/control/undo_step.h"
 
 #include <algorithm>
 
@@ -102,7 +103,7 @@ bool shiftIndent(CodeEditor &editor, long columns)
         return editor.revision() != before;
     const BusyPointer busy(editor.selection().length());
     bool shifted = false;
-    editor.send(S::SCI_BEGINUNDOACTION);
+    UndoStep step(editor);
     for (long line = lines.first; line <= lines.last; ++line) {
         const long indent = editor.send(S::SCI_GETLINEINDENTATION, ulong(line));
         const long wanted = std::max(0L, indent + columns);
@@ -111,7 +112,7 @@ bool shiftIndent(CodeEditor &editor, long columns)
         editor.send(S::SCI_SETLINEINDENTATION, ulong(line), wanted);
         shifted = true;
     }
-    editor.send(S::SCI_ENDUNDOACTION);
+    step.end();
     if (shifted && caretOnly)
         editor.send(S::SCI_SETEMPTYSELECTION,
                     ulong(editor.send(S::SCI_GETLINEINDENTPOSITION, ulong(lines.first))

@@ -1,6 +1,7 @@
 #include "platform/control/editor_commands.h"
 
 #include "platform/control/edit_actions.h"
+#include "platform/control/line_moves.h"
 #include "platform/control/line_opening.h"
 #include "platform/control/navigation_actions.h"
 #include "platform/control/scintilla.h"
@@ -34,8 +35,8 @@ constexpr std::array<EditorCommand, lastCommand - firstCommand + 1> commands {{
     {114, "Duplicate Selection or Line", "Ctrl+D", S::SCI_SELECTIONDUPLICATE, nullptr},
     {115, "Transpose Lines", "Ctrl+T", S::SCI_LINETRANSPOSE, nullptr},
     {116, "Transpose Characters", "", 0, transposeCharacters},
-    {117, "Move Lines Up", "Alt+Up", S::SCI_MOVESELECTEDLINESUP, nullptr},
-    {118, "Move Lines Down", "Alt+Down", S::SCI_MOVESELECTEDLINESDOWN, nullptr},
+    {117, "Move Lines Up", "Alt+Up", 0, moveLinesUp},
+    {118, "Move Lines Down", "Alt+Down", 0, moveLinesDown},
     {119, "Join Lines", "Ctrl+J", 0, joinLines},
     {120, "Split Lines at Window Width", "", 0, splitLines},
     {121, "New Line", "Return; Shift+Return", 0, newLine},

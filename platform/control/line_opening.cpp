@@ -3,6 +3,7 @@
 #include "platform/control/caret_place.h"
 #include "platform/control/code_editor.h"
 #include "platform/control/text_window.h"
+#include "platform/control/undo_step.h"
 
 #include <algorithm>
 
@@ -93,7 +94,7 @@ Opening openingAt(const CodeEditor &editor, long caret)
 bool newLine(CodeEditor &editor)
 {
     const Opening opening = openingAt(editor, editor.selection().start);
-    editor.send(S::SCI_BEGINUNDOACTION);
+    const UndoStep step(editor);
     editor.send(S::SCI_NEWLINE);
     if (editor.send(S::SCI_GETSELECTIONS) == 1) {
         if (!opening.indent.isEmpty())
@@ -106,7 +107,6 @@ bool newLine(CodeEditor &editor)
             editor.send(S::SCI_CHOOSECARETX);
         }
     }
-    editor.send(S::SCI_ENDUNDOACTION);
     return true;
 }
 
@@ -115,12 +115,11 @@ bool openLineAbove(CodeEditor &editor)
     const QByteArray indent = editor.properties().autoIndent
         ? indentBefore(editor, editor.send(S::SCI_GETCURRENTPOS))
         : QByteArray();
-    editor.send(S::SCI_BEGINUNDOACTION);
+    const UndoStep step(editor);
     editor.send(S::SCI_HOME);
     editor.send(S::SCI_NEWLINE);
     editor.send(S::SCI_LINEUP);
     editor.SendScintilla(S::SCI_REPLACESEL, indent.constData());
-    editor.send(S::SCI_ENDUNDOACTION);
     return true;
 }
 

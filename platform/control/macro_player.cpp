@@ -126,12 +126,11 @@ bool MacroPlayer::enter(bool asOneUndo)
         return true;
     report_ = {};
     span_ = {};
-    asOneUndo_ = asOneUndo;
     largest_ = std::max(mostText, 2 * editor_.send(S::SCI_GETLENGTH));
     sinceAsked_.start();
     editor_.beginQuiet();
-    if (asOneUndo_)
-        editor_.send(S::SCI_BEGINUNDOACTION);
+    if (asOneUndo)
+        undo_.emplace(editor_);
     return true;
 }
 
@@ -141,8 +140,7 @@ void MacroPlayer::leave()
         --depth_;
         return;
     }
-    if (asOneUndo_)
-        editor_.send(S::SCI_ENDUNDOACTION);
+    undo_.reset();
     editor_.endQuiet();
     depth_ = 0;
     if (ended_)

@@ -3,9 +3,11 @@
 #pragma once
 
 #include "platform/control/macro.h"
+#include "platform/control/undo_step.h"
 
 #include <QElapsedTimer>
 #include <functional>
+#include <optional>
 
 namespace control {
 
@@ -90,7 +92,7 @@ private:
     GoOn goOn_;
     Ended ended_;
     int depth_ = 0;
-    bool asOneUndo_ = false;
+    std::optional<UndoStep> undo_;
     long largest_ = mostText;
     Span span_; // where in the whole the present step lies
     PlayReport report_;

@@ -1,14 +1,13 @@
 #include "platform/control/macro_recorder.h"
 
 #include "platform/control/code_editor.h"
+#include "platform/control/undo_step.h"
 
 #include <QHash>
 
 namespace control {
 
 namespace {
-
-using S = QsciScintillaBase;
 
 constexpr int undoCommand = 100;
 constexpr int redoCommand = 101;
@@ -18,8 +17,7 @@ constexpr int redoCommand = 101;
 void MacroRecorder::start()
 {
     // An undo during the recording shall not reach back into what was typed just before it.
-    editor_.send(S::SCI_BEGINUNDOACTION);
-    editor_.send(S::SCI_ENDUNDOACTION);
+    UndoStep(editor_).end();
     recording_ = true;
     taken_.clear();
     used_ = 0;

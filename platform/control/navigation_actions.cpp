@@ -44,6 +44,10 @@ bool selectRange(CodeEditor &editor, long anchor, long caret)
     return true;
 }
 
+// What is repeated or played ends where the text does: going round, it would do its work on the same place
+// again.
+bool goesRound(CodeEditor &editor) { return !editor.player().playing(); }
+
 // Both ends of the markup or the brackets that the caret touches: where the caret is to go, and the other
 // end.
 struct BracePair
@@ -133,17 +137,19 @@ bool toggleBookmark(CodeEditor &editor)
 
 bool nextBookmark(CodeEditor &editor)
 {
-    const long next = editor.send(S::SCI_MARKERNEXT, ulong(editor.caretLine()) + 1, bookmarks);
-    return caretToBookmark(editor, next >= 0 ? next : editor.send(S::SCI_MARKERNEXT, 0, bookmarks));
+    long next = editor.send(S::SCI_MARKERNEXT, ulong(editor.caretLine()) + 1, bookmarks);
+    if (next < 0 && goesRound(editor))
+        next = editor.send(S::SCI_MARKERNEXT, 0, bookmarks);
+    return caretToBookmark(editor, next);
 }
 
 bool previousBookmark(CodeEditor &editor)
 {
     const int line = editor.caretLine();
-    const long previous = line > 0 ? editor.send(S::SCI_MARKERPREVIOUS, ulong(line) - 1, bookmarks) : -1;
-    const ulong last = ulong(editor.lineCount()) - 1;
-    return caretToBookmark(editor,
-                           previous >= 0 ? previous : editor.send(S::SCI_MARKERPREVIOUS, last, bookmarks));
+    long previous = line > 0 ? editor.send(S::SCI_MARKERPREVIOUS, ulong(line) - 1, bookmarks) : -1;
+    if (previous < 0 && goesRound(editor))
+        previous = editor.send(S::SCI_MARKERPREVIOUS, ulong(editor.lineCount()) - 1, bookmarks);
+    return caretToBookmark(editor, previous);
 }
 
 bool clearBookmarks(CodeEditor &editor)

@@ -108,7 +108,6 @@ std::optional<TagRenaming::Link> TagRenaming::linkAt(const CodeEditor &editor, c
 void TagRenaming::before(CodeEditor &editor, const Step &step)
 {
     armed_.reset();
-    runGoesOn_ = false;
     if (!mayChangeName(step)) {
         run_.reset();
         return;
@@ -117,61 +116,63 @@ void TagRenaming::before(CodeEditor &editor, const Step &step)
         || editor.send(S::SCI_GETSELECTIONS) != 1 || editor.send(S::SCI_SELECTIONISRECTANGLE) != 0)
         return;
     const ByteRange selection = editor.selection();
-    armed_ = linkAt(editor, {selection.start, selection.length()});
-    if (!armed_)
+    const std::optional<Link> link = linkAt(editor, {selection.start, selection.length()});
+    if (!link)
         return;
-    nameBefore_ = bytesOf(editor, armed_->own);
-    caretBefore_ = editor.send(S::SCI_GETCURRENTPOS);
-    lengthBefore_ = editor.send(S::SCI_GETLENGTH);
-    runGoesOn_ = run_ && run_->revision == editor.revision() && run_->command == step.command
+    const bool runGoesOn = run_ && run_->revision == editor.revision() && run_->command == step.command
         && selection.length() == 0;
-    editor.send(S::SCI_BEGINUNDOACTION);
+    armed_.emplace(Armed{*link, bytesOf(editor, link->own), editor.send(S::SCI_GETCURRENTPOS),
+                         editor.send(S::SCI_GETLENGTH), runGoesOn, UndoStep(editor)});
 }
 
 void TagRenaming::after(CodeEditor &editor, const Step &step, bool mergeable)
 {
-    if (!armed_)
+    std::optional<Armed> armed = std::exchange(armed_, std::nullopt);
+    if (!armed)
         return;
-    const bool renamed = editor.revision() != armed_->revision && rename(editor);
-    editor.send(S::SCI_ENDUNDOACTION);
+    const bool renamed = editor.revision() != armed->link.revision && rename(editor, *armed);
+    armed->undo.end();
     link_.reset();
     if (!renamed) {
         run_.reset();
         return;
     }
-    link_ = armed_;
+    link_ = armed->link;
     const bool single
         = mergeable && (step.command == 0 || step.command == deleteBack || step.command == deleteForward);
-    if (single && runGoesOn_)
+    if (single && armed->runGoesOn)
         merge(editor);
     else
-        run_ = single ? std::optional<Run>({step.command, nameBefore_, caretBefore_, 0}) : std::nullopt;
+        run_ = single ? std::optional<Run>({step.command, armed->nameBefore, armed->caretBefore, 0})
+                      : std::nullopt;
     link_->revision = editor.revision();
     if (run_)
         run_->revision = editor.revision();
 }
 
 // Gives the partner the name that the step has left behind; false when what the step changed was not a name.
-bool TagRenaming::rename(CodeEditor &editor)
+bool TagRenaming::rename(CodeEditor &editor, Armed &armed)
 {
-    const long delta = editor.send(S::SCI_GETLENGTH) - lengthBefore_;
-    const auto start = long(armed_->own.start);
+    Span &own = armed.link.own;
+    Span &partner = armed.link.partner;
+    const long delta = editor.send(S::SCI_GETLENGTH) - armed.lengthBefore;
+    const auto start = long(own.start);
     const char before = start == 0 ? '\0' : byteAt(editor, start - 1);
     long end = start;
     while (end - start < longestName && isNameByte(byteAt(editor, end)))
         ++end;
-    const bool nameOnly = end == long(armed_->own.end()) + delta;
+    const bool nameOnly = end == long(own.end()) + delta;
     if ((before != '<' && before != '/') || (end == start && !nameOnly))
         return false;
     const QByteArray name = editor.bytes({start, end});
-    if (name == nameBefore_)
+    if (name == armed.nameBefore)
         return false;
-    if (armed_->partner.start > armed_->own.start)
-        armed_->partner.start += delta;
-    armed_->own.length = end - start;
-    editor.markStepCaret(caretBefore_);
-    put(editor, armed_->partner, name);
-    resize(armed_->partner, armed_->own, name.size());
+    if (partner.start > own.start)
+        partner.start += delta;
+    own.length = end - start;
+    editor.markStepCaret(armed.caretBefore);
+    put(editor, partner, name);
+    resize(partner, own, name.size());
     editor.markStepCaret(editor.send(S::SCI_GETCURRENTPOS));
     return true;
 }
@@ -188,14 +189,14 @@ void TagRenaming::merge(CodeEditor &editor)
     resize(old.partner, old.own, run_->nameBefore.size());
     editor.send(S::SCI_UNDO);
     editor.send(S::SCI_UNDO);
-    editor.send(S::SCI_BEGINUNDOACTION);
+    UndoStep step(editor);
     editor.markStepCaret(run_->caretBefore);
     put(editor, old.own, name);
     resize(old.own, old.partner, name.size());
     put(editor, old.partner, name);
     editor.send(S::SCI_SETEMPTYSELECTION, ulong(link_->own.start + caret));
     editor.markStepCaret(link_->own.start + caret);
-    editor.send(S::SCI_ENDUNDOACTION);
+    step.end();
     editor.send(S::SCI_SETFIRSTVISIBLELINE, ulong(firstInSight));
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/control/macro.h"
 #include "platform/control/markup_scanner.h"
+#include "platform/control/undo_step.h"
 
 #include <QByteArray>
 #include <optional>
@@ -14,7 +15,8 @@ class CodeEditor;
 class TagRenaming
 {
 public:
-    // Around a step. A step that may change the name opens a step of undo, which after() ends.
+    // Around a step. A step that may change the name opens a step of undo, which after() ends. A step within
+    // a step has these of its own, after which there is nothing left to be done for the outer one.
     void before(CodeEditor &editor, const Step &step);
     // With mergeable, letters typed or deleted one after the other are undone together.
     void after(CodeEditor &editor, const Step &step, bool mergeable);
@@ -36,17 +38,24 @@ private:
         quint64 revision = 0;
     };
 
+    // A step under way that may change a name.
+    struct Armed
+    {
+        Link link;
+        QByteArray nameBefore;
+        long caretBefore = 0;
+        long lengthBefore = 0;
+        bool runGoesOn = false;
+        UndoStep undo;
+    };
+
     std::optional<Link> linkAt(const CodeEditor &editor, const Span &selected) const;
-    bool rename(CodeEditor &editor);
+    static bool rename(CodeEditor &editor, Armed &armed);
     void merge(CodeEditor &editor);
 
     std::optional<Link> link_; // of the step before this one, until the text changes otherwise
-    std::optional<Link> armed_; // of the step under way
+    std::optional<Armed> armed_; // from before() to after(), which takes it
     std::optional<Run> run_;
-    QByteArray nameBefore_;
-    long caretBefore_ = 0;
-    long lengthBefore_ = 0;
-    bool runGoesOn_ = false;
 };
 
 } // namespace control

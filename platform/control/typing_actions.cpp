@@ -2,6 +2,7 @@
 
 #include "platform/control/closing_tag.h"
 #include "platform/control/code_editor.h"
+#include "platform/control/undo_step.h"
 
 namespace control {
 
@@ -28,11 +29,10 @@ bool closeElement(CodeEditor &editor)
         Q_EMIT editor.noted(CodeEditor::tr("No element is open here."));
         return false;
     }
-    editor.send(QsciScintillaBase::SCI_BEGINUNDOACTION);
+    const UndoStep step(editor);
     editor.replaceSelection(tag);
     if (editor.properties().autoIndent)
         alignClosingTag(editor);
-    editor.send(QsciScintillaBase::SCI_ENDUNDOACTION);
     return true;
 }
 

@@ -92,8 +92,9 @@ void TypingHelp::before(const Step &step)
 {
     ++depth_;
     completion_.clear();
+    undo_.reset();
     if (repeatsCompletion(step)) {
-        editor_.send(S::SCI_BEGINUNDOACTION);
+        undo_.emplace(editor_);
         return;
     }
     const long caret = editor_.selection().start;
@@ -105,7 +106,7 @@ void TypingHelp::before(const Step &step)
     if (completion_.isEmpty())
         renaming_.before(editor_, step);
     else
-        editor_.send(S::SCI_BEGINUNDOACTION);
+        undo_.emplace(editor_);
 }
 
 void TypingHelp::after(const Step &step)
@@ -117,6 +118,7 @@ void TypingHelp::after(const Step &step)
         closeTag(step);
     else
         renaming_.after(editor_, step, isAlone());
+    undo_.reset();
     if (isAlone())
         offerAfter(step);
     if (depth_ == 0)
@@ -132,7 +134,6 @@ void TypingHelp::closeTag(const Step &step)
     editor_.send(S::SCI_SETEMPTYSELECTION, ulong(slash ? caret + completion.size() : caret));
     if (slash && editor_.properties().autoIndent)
         alignClosingTag(editor_);
-    editor_.send(S::SCI_ENDUNDOACTION);
     if (slash) {
         typedAlong_ = completion;
         typedAlongEnd_ = editor_.send(S::SCI_GETCURRENTPOS);
@@ -160,7 +161,6 @@ bool TypingHelp::repeatsCompletion(const Step &step)
 void TypingHelp::takeBackByHand()
 {
     editor_.send(S::SCI_DELETERANGE, ulong(typedAlongEnd_), byHand_.size());
-    editor_.send(S::SCI_ENDUNDOACTION);
     typedAlong_.clear();
     byHand_.clear();
 }

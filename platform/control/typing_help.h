@@ -4,6 +4,7 @@
 #include "platform/control/macro.h"
 #include "platform/control/name_offer.h"
 #include "platform/control/tag_renaming.h"
+#include "platform/control/undo_step.h"
 
 namespace control {
 
@@ -45,7 +46,8 @@ private:
     CodeEditor &editor_;
     TagRenaming renaming_;
     NameOffer offer_;
-    QByteArray completion_; // to be typed along with the step under way
+    std::optional<UndoStep> undo_; // of the step under way, when something is done along
+    QByteArray completion_; // to be typed along with it
     // What was typed along last, where that ended, and how much of it was then typed by hand all the same.
     QByteArray typedAlong_;
     long typedAlongEnd_ = 0;

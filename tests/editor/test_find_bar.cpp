@@ -3,6 +3,7 @@
 #include "editor/find_memory.h"
 #include "editor/find_services.h"
 #include "editor/go_to_line.h"
+#include "editor/macro_words.h"
 #include "platform/system/settings_store.h"
 
 #include <QApplication>
@@ -95,6 +96,41 @@ class TestFindBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Going round, a repeated macro would do its work on what it has done.
+    void playedFindEndsAtTheEnd()
+    {
+        struct Row
+        {
+            int find;
+            long caret;
+            const char *after, *why;
+        };
+        const Row rows[] = {{176, 2, "a aX aX",
+                             "Repeated 2 of 9 times: then \"Find Next\" found nothing "
+                             "more up to the end of the text."},
+                            {174, 3, "aX aX a",
+                             "Repeated 2 of 9 times: then \"Find Previous\" found nothing "
+                             "more up to the start of the text."}};
+        for (const auto &[find, caret, after, why] : rows) {
+            Desk desk("a a a");
+            QString ended;
+            desk.edit->player().watch(
+                {}, [&ended](const control::PlayReport &report) { ended = endText(report); });
+            desk.press(Qt::Key_F, Qt::ControlModifier);
+            desk.type("a");
+            desk.press(Qt::Key_Escape);
+            control::Macro macro = {{find, {}}, {201, {}}, {0, "X"}};
+            if (find == 174)
+                macro += {{199, {}}, {199, {}}};
+            desk.edit->setServiceHandler(214, [&desk, macro] { return desk.edit->player().play(macro); });
+            desk.select(caret, caret);
+            desk.edit->setRepeatCount(9);
+            desk.edit->execute(214);
+            QCOMPARE(desk.edit->text(), QByteArray(after));
+            QCOMPARE(ended, QString::fromLatin1(why));
+        }
+    }
+
     void searchesWhileTyping()
     {
         Desk desk("one two\ntwo one\n");

@@ -159,9 +159,14 @@ private Q_SLOTS:
             {116, "a\xC3\xA4|b\n", "ab\xC3\xA4|\n"},
             {116, "ab|\n", "ba|\n"},
             {116, "a\n|b", "a\n|b"},
-            {117, "a\nb|\nc", "{b\n}a\nc"},
-            {117, "a\r\n{<b>\r\n</b>}", "{<b>\r\n</b>\r\n}a"},
-            {118, "a|\r\nb", "b\r\n{a}"},
+            {117, "a\nb|\nc", "b|\na\nc"},
+            {117, "a\n|bb\n", "|bb\na\n"},
+            {117, "a|\nb", "a|\nb"},
+            {117, "a\r\n{<b>\r\n</b>}", "{<b>\r\n</b>}\r\na"},
+            {117, "a\nb{b\n}c", "b{b\n}a\nc"},
+            {118, "a|\r\nb", "b\r\na|"},
+            {118, "a\n{b}\nc\n", "a\nc\n{b}\n"},
+            {118, "a\nb|", "a\nb|"},
             {114, "<a>\r\n  <b/>|\r\n</a>", "<a>\r\n  <b/>|\r\n  <b/>\r\n</a>"},
             {119, "a|  \r\n\t b\r\nc", "a| b\r\nc"},
             {119, "{a\nb\nc}\nd", "{a b c}\nd"},
@@ -302,6 +307,14 @@ private Q_SLOTS:
             QVERIFY(editor.execute(205));
             QCOMPARE(editor.caretLine(), expected);
         }
+        // Repeated they end where the text does, or a macro would do its work twice.
+        for (const auto &[command, from, to] : {std::tuple(206, 0, 3), std::tuple(205, 4, 1)}) {
+            editor.placeCaret(from, 0);
+            editor.setRepeatCount(9);
+            editor.execute(command);
+            QCOMPARE(editor.caretLine(), to);
+        }
+        editor.placeCaret(3, 0);
         QVERIFY(editor.execute(204));
         QVERIFY(editor.execute(206) && editor.execute(206));
         QCOMPARE(editor.caretLine(), 1);

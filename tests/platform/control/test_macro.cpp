@@ -277,6 +277,30 @@ private Q_SLOTS:
         QCOMPARE(report.failed.command, 167);
     }
 
+    // What is played types into names as a user does, however often and from wherever it is called.
+    void playRenamesBothTags()
+    {
+        const QByteArray text = "<a><b></b><c></c></a>";
+        CodeEditor editor;
+        editor.setLanguage(Language::Xml);
+        editor.loadText(text);
+        editor.setServiceHandler(214, [&editor] { return editor.player().play({{0, "x"}}); });
+        editor.placeCaret(0, 5);
+        type(editor, "x");
+        QCOMPARE(editor.text(), QByteArray("<a><bx></bx><c></c></a>"));
+        editor.placeCaret(0, 14);
+        QVERIFY(editor.execute(214));
+        QCOMPARE(editor.text(), QByteArray("<a><bx></bx><cx></cx></a>"));
+        editor.setRepeatCount(2);
+        QVERIFY(editor.execute(214));
+        QCOMPARE(editor.text(), QByteArray("<a><bx></bx><cxxx></cxxx></a>"));
+        editor.execute(100);
+        editor.execute(100);
+        QCOMPARE(editor.text(), QByteArray("<a><bx></bx><c></c></a>"));
+        editor.execute(100);
+        QCOMPARE(editor.text(), text);
+    }
+
     void playCanBeStopped()
     {
         CodeEditor editor;

@@ -159,6 +159,7 @@ private Q_SLOTS:
         row("word, either case", "\xC3\x84", Word, "x\xC3\xA4 \xC3\xA4", "4-6");
         row("word between signs", "<p", Word, "<p> <pre x<p>", "0-2 10-12");
         row("expression as word", "a+", Regex | Word, "aa aab baa a", "0-2 11-12");
+        row("quoted to the end, as word", "\\Qa+", Regex | Word, "a+ a+b", "0-2 3-5");
         row("expression", "<(\\w+)>.*?</\\1>", Regex, "<a>x</a><b></c></b>", "0-8 8-19");
         row("letters beyond ASCII", "\\w+", Regex, "\xC3\xA4\xC3\xB6 x", "0-4 5-6");
         row("dot is one character", "^.$", Regex, "\xE2\x82\xAC", "0-3");
