@@ -22,7 +22,6 @@ SampleEditor::SampleEditor(QWidget *parent) : CodeEditor(parent)
     viewport()->setFocusPolicy(Qt::NoFocus);
     setFrameShape(QFrame::StyledPanel);
     setLanguage(control::Language::Html);
-    SendScintilla(SCI_SETPROPERTY, "lexer.xml.allow.scripts", "1");
     loadText(sampleText);
     send(SCI_MARKERADD, sampleBookmarkLine, control::bookmarkMarker);
     setHighlightedLine(sampleHighlightLine);

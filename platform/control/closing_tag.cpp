@@ -66,8 +66,10 @@ QByteArray completionOfSlash(const CodeEditor &editor, long lessThan)
     if (!atEnd && (isNameByte(char(behind)) || behind == '>'))
         return {};
     const auto [place, name] = openAt(editor, lessThan);
-    // In a script "</" may be its own; on a line of its own it hardly is.
-    const bool closes = place == Place::Text
+    // A "<" in a tag means that it was none, as in "a<b". In a script "</" may be its own; on a line of its
+    // own it hardly is.
+    const bool closes = place == Place::Text || place == Place::ElementName || place == Place::AttributeName
+        || place == Place::InTag
         || (place == Place::RawText && isBlank(editor, lineStart(editor, lessThan), lessThan));
     return closes && !name.isEmpty() ? name + '>' : QByteArray();
 }

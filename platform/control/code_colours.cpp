@@ -137,11 +137,13 @@ void CodeColours::setLanguage(const QString &name)
     editor_.setLanguage(markupLanguage(name));
     setEditorLexer(editor_, editor_.language());
     dressEditor(editor_);
-    if (!language_)
-        return;
-    editor_.send(S::SCI_SETLEXER, ulong(language_->lexer));
-    editor_.SendScintilla(S::SCI_SETKEYWORDS, uintptr_t(0), language_->words);
-    dress();
+    if (language_) {
+        editor_.send(S::SCI_SETLEXER, ulong(language_->lexer));
+        editor_.SendScintilla(S::SCI_SETKEYWORDS, uintptr_t(0), language_->words);
+        dress();
+    }
+    editor_.xmlStyling().restart();
+    editor_.viewport()->update();
 }
 
 void CodeColours::dress()

@@ -19,6 +19,8 @@ CodeEditor::CodeEditor(QWidget *parent, std::shared_ptr<EditorLibrary> library)
       accessible_(*this, [this] { watchText(true); })
 {
     setAccessibleName(tr("Document text"));
+    // Code runs from left to right whatever the desktop's language, or brackets stand on the wrong side.
+    setLayoutDirection(Qt::LeftToRight);
     setFrameShape(QFrame::NoFrame);
     setUpLook();
     takeHabits({});

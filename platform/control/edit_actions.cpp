@@ -200,17 +200,6 @@ bool capitaliseSelection(CodeEditor &editor) { return transformSelection(editor,
 
 bool invertCaseSelection(CodeEditor &editor) { return transformSelection(editor, caseInverted); }
 
-bool toggleComment(CodeEditor &editor)
-{
-    ByteRange range = editor.selection();
-    if (range.length() == 0) {
-        const ulong line = ulong(editor.caretLine());
-        range = {editor.send(S::SCI_POSITIONFROMLINE, line), editor.send(S::SCI_GETLINEENDPOSITION, line)};
-    }
-    const std::optional<QByteArray> toggled = commentToggled(editor.bytes(range));
-    return editor.language() != Language::Plain && toggled && replaceAndSelect(editor, range, *toggled);
-}
-
 bool sortLines(CodeEditor &editor) { return transformLines(editor, sortedLines); }
 
 bool sortLinesDescending(CodeEditor &editor) { return transformLines(editor, sortedLinesDescending); }

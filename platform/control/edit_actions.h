@@ -30,9 +30,6 @@ bool sentenceCaseSelection(CodeEditor &editor);
 bool capitaliseSelection(CodeEditor &editor);
 bool invertCaseSelection(CodeEditor &editor);
 
-// On the selection, or the contents of the caret's line.
-bool toggleComment(CodeEditor &editor);
-
 // On the lines that the selection touches, or on the whole text.
 bool sortLines(CodeEditor &editor);
 bool sortLinesDescending(CodeEditor &editor);

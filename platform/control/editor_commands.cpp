@@ -1,5 +1,6 @@
 #include "platform/control/editor_commands.h"
 
+#include "platform/control/comment_toggle.h"
 #include "platform/control/edit_actions.h"
 #include "platform/control/line_moves.h"
 #include "platform/control/line_opening.h"

@@ -22,8 +22,8 @@ struct StyleRow
     Token token;
 };
 
-// Style numbers that the XML styler and the HTML lexer give to the text; those from 40 on are scripts in HTML
-// pages.
+// The styler's numbers, and those beside them that no text has had since; scripts and style sheets of pages
+// are those from 40 on.
 constexpr StyleRow styleRows[] = {
     {0, 0, Token::Text}, // between the tags
     {1, 2, Token::TagName},     {3, 4, Token::Attribute},
@@ -46,6 +46,11 @@ constexpr StyleRow styleRows[] = {
     {46, 46, Token::Text},      {47, 47, Token::Keyword},
     {48, 49, Token::String},    {50, 50, Token::Operator},
     {51, 52, Token::String},    {53, 53, Token::Operator}, // "=" in a tag
+    {54, 54, Token::Text},      {55, 55, Token::Comment},
+    {56, 56, Token::TagName}, // selectors
+    {57, 57, Token::Attribute}, // properties
+    {58, 58, Token::Number},    {59, 59, Token::String},
+    {60, 60, Token::Operator},  {61, 61, Token::Keyword},
 };
 
 // The engine's colours are 0x00BBGGRR.
@@ -245,27 +250,21 @@ void dressStyle(CodeEditor &editor, int style, const TokenLook &look)
 
 void setEditorLexer(CodeEditor &editor, Language language)
 {
-    // XML has a styler of its own, which also says what folds.
-    const int lexers[] = {S::SCLEX_NULL, S::SCLEX_CONTAINER, S::SCLEX_HTML};
-    editor.send(S::SCI_SETLEXER, lexers[int(language)]);
-    const bool own = language == Language::Xml;
+    // What another lexer said of the text would stay, and so would what its folds hide.
+    if (editor.send(S::SCI_GETALLLINESVISIBLE) == 0)
+        editor.send(S::SCI_FOLDALL, S::SC_FOLDACTION_EXPAND);
+    // Markup has a styler of its own, which also says what folds.
+    const bool own = language != Language::Plain;
+    editor.send(S::SCI_SETLEXER, own ? S::SCLEX_CONTAINER : S::SCLEX_NULL);
+    editor.send(S::SCI_CLEARDOCUMENTSTYLE);
     editor.send(S::SCI_SETIDLESTYLING, own ? S::SC_IDLESTYLING_NONE : S::SC_IDLESTYLING_TOVISIBLE);
     editor.send(S::SCI_SETAUTOMATICFOLD,
                 S::SC_AUTOMATICFOLD_SHOW | S::SC_AUTOMATICFOLD_CLICK
                     | (own ? 0 : S::SC_AUTOMATICFOLD_CHANGE));
-    const std::pair<const char *, const char *> properties[]
-        = {{"fold", "1"}, {"fold.html", "1"}, {"fold.compact", "0"}, {"lexer.xml.allow.scripts", "0"}};
+    const std::pair<const char *, const char *> properties[] = {{"fold", "1"}, {"fold.compact", "0"}};
     for (const auto &[name, value] : properties)
         editor.SendScintilla(S::SCI_SETPROPERTY, name, value);
-    editor.SendScintilla(S::SCI_SETKEYWORDS, uintptr_t(5), "DOCTYPE doctype ELEMENT ATTLIST ENTITY NOTATION");
-    if (language == Language::Html)
-        editor.SendScintilla(
-            S::SCI_SETKEYWORDS, uintptr_t(1),
-            "async await break case catch class const continue default delete do else export extends false "
-            "finally for from function if import in instanceof let new null of return static super switch "
-            "this "
-            "throw true try typeof undefined var void while yield");
-    editor.send(S::SCI_SETMARGINWIDTHN, foldMargin, language == Language::Plain ? 0 : 16);
+    editor.send(S::SCI_SETMARGINWIDTHN, foldMargin, own ? 16 : 0);
 }
 
 void fitMargins(CodeEditor &editor)

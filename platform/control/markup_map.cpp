@@ -1,6 +1,7 @@
 #include "platform/control/markup_map.h"
 
 #include <algorithm>
+#include <span>
 
 namespace control {
 
@@ -8,13 +9,17 @@ namespace {
 
 constexpr long spacing = 32 * 1024;
 // What follows a place can have a say in what stands before it, as far as the longest opening goes.
-constexpr long lookahead = 16;
+constexpr long lookahead = 32;
 constexpr long guessReach = 256 * 1024;
 constexpr int guessedDepth = 500;
 
 } // namespace
 
-void MarkupMap::clear() { *this = {}; }
+void MarkupMap::clear(bool html)
+{
+    *this = {};
+    points_.front().state.html = html;
+}
 
 void MarkupMap::changed(long at, long end)
 {
@@ -77,7 +82,9 @@ long MarkupMap::nextStop(const MarkupSource &source, QByteArrayView text, long e
 bool MarkupMap::meets(const Point &reached, long stop)
 {
     const Point &old = points_[known_];
-    if (old.at != stop || reached.at != stop || stop < changedUpTo_ || old.state.mode != reached.state.mode)
+    MarkupState same = reached.state;
+    same.depth = old.state.depth;
+    if (old.at != stop || reached.at != stop || stop < changedUpTo_ || old.state != same)
         return false;
     const int deeper = reached.state.depth - old.state.depth;
     for (auto point = points_.begin() + long(known_); deeper != 0 && point != points_.end(); ++point) {
@@ -139,19 +146,21 @@ MarkupMap::Place MarkupMap::placeAt(const MarkupSource &source, long at) const
     return {came, styler.state()};
 }
 
-MarkupMap::Place MarkupMap::guessAt(const MarkupSource &source, long at)
+MarkupMap::Place MarkupMap::guessAt(const MarkupSource &source, long at, bool html)
 {
     const long start = std::max(0L, at - guessReach);
     const QByteArrayView text = source.read(start, at);
     // What is read from afar comes right by itself: any "<" and any ending leads back to the text.
-    static constexpr QByteArrayView marks[] = {"-->", "]]>", "?>", "<!--", "<![CDATA[", "<?"};
+    static constexpr QByteArrayView marks[]
+        = {"-->", "]]>", "?>", "<!--", "<![CDATA[", "<?", "</script>", "</style>"};
+    constexpr size_t ofPages = 2;
     qsizetype first = text.size();
-    for (const QByteArrayView mark : marks)
+    for (const QByteArrayView mark : std::span(marks).first(std::size(marks) - (html ? 0 : ofPages)))
         if (const qsizetype found = text.first(first).indexOf(mark); found >= 0)
             first = text[found] == '<' ? found : found + mark.size();
     if (first == text.size())
         first = std::max(qsizetype(0), text.indexOf('<'));
-    MarkupStyler styler(text.sliced(first), {MarkupMode::Text, guessedDepth});
+    MarkupStyler styler(text.sliced(first), {MarkupMode::Text, guessedDepth, html});
     const long came = start + long(first + styler.runTo(text.size() - first, false));
     return {came, styler.state()};
 }

@@ -1,5 +1,5 @@
-// What an XML text is at places some way apart, so that any part of it can be read from a place near by. Kept
-// up with edits: behind an edit the text is read again only until it is the same as it was.
+// What an XML or HTML text is at places some way apart, so that any part of it can be read from a place near
+// by. Kept up with edits: behind an edit the text is read again only until it is the same as it was.
 #pragma once
 
 #include "platform/control/markup_styler.h"
@@ -26,7 +26,7 @@ public:
     };
 
     // The text is another one.
-    void clear();
+    void clear(bool html = false);
     // The text is about to change so; what is told must be told of every change.
     void inserted(long at, long length);
     void deleted(long at, long length);
@@ -37,12 +37,12 @@ public:
     long known(const MarkupSource &source) const;
     bool isComplete() const { return complete_; }
 
-    // The place itself where its text can be read from, or one up to eight bytes before it. The place has to
+    // The place itself where its text can be read from, or one a few bytes before it. The place has to
     // be known.
     Place placeAt(const MarkupSource &source, long at) const;
     // The same for a place that is not known, after what stands in front of it. Nearly always right, but the
     // depth is only right in relation to what follows.
-    static Place guessAt(const MarkupSource &source, long at);
+    static Place guessAt(const MarkupSource &source, long at, bool html = false);
 
     // Where to read from to find the last place before that one with less depth; no place with less depth
     // lies between the stretch beginning there and that one. Ends at the text's beginning.

@@ -18,6 +18,8 @@ constexpr std::array<bool, 256> nameBytes = [] {
 
 } // namespace
 
+static bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
 bool isNameByte(char c) { return nameBytes[static_cast<unsigned char>(c)]; }
 
 MarkupScanner::MarkupScanner(QByteArrayView text, bool html, qsizetype from)
@@ -65,7 +67,7 @@ Markup MarkupScanner::readTag(qsizetype start, qsizetype nameStart) const
     while (nameEnd < text_.size() && isNameByte(text_[nameEnd]))
         ++nameEnd;
     const bool closing = nameStart == start + 2;
-    if (nameEnd == nameStart && !closing)
+    if (!closing && (nameEnd == nameStart || (html_ && !isLetter(text_[nameStart]))))
         return {};
     Markup tag;
     tag.name = {nameStart, nameEnd - nameStart};
@@ -156,6 +158,7 @@ void MarkupScanner::skipRawText(const Markup &tag)
             return;
         }
     }
+    at_ = text_.size(); // it is only being written
 }
 
 } // namespace control

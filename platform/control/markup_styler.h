@@ -1,29 +1,12 @@
-// Tells what each byte of an XML text is, faulty text included. It can stop at the start of any line, or at
-// any place it came to by itself, and go on from there another time with the state alone.
+// Tells what each byte of an XML or HTML text is, faulty text included. It can stop at the start of any line,
+// or at any place it came to by itself, and go on from there another time with the state alone.
 #pragma once
+
+#include "platform/control/code_state.h"
 
 #include <QByteArrayView>
 
 namespace control {
-
-// The styles it gives. They are the hypertext lexer's numbers where that one has them.
-enum MarkupStyle : char
-{
-    TextMarkup = 0,
-    NameMarkup = 1, // of an element
-    AttributeMarkup = 3,
-    DoubleQuotedMarkup = 6,
-    SingleQuotedMarkup = 7,
-    TagMarkup = 8, // brackets and blanks of a tag
-    CommentMarkup = 9,
-    ReferenceMarkup = 10,
-    InstructionMarkup = 12,
-    SectionMarkup = 17, // CDATA
-    BareValueMarkup = 19,
-    DeclarationMarkup = 21,
-    DeclarationStringMarkup = 24,
-    EqualsMarkup = 53
-};
 
 enum class MarkupMode : quint8
 {
@@ -52,7 +35,20 @@ enum class MarkupMode : quint8
     SubsetInstruction,
     SubsetDeclaration,
     SubsetDouble,
-    SubsetSingle
+    SubsetSingle,
+    RawText // of an element of a page that holds no markup
+};
+
+// Elements of a page that are something else than elements of XML.
+enum class PageElement : quint8
+{
+    Usual,
+    Unread, // its name has yet to be read
+    Void, // has no content and no end tag
+    Script,
+    Style,
+    Textarea,
+    Title
 };
 
 struct MarkupState
@@ -60,7 +56,11 @@ struct MarkupState
     MarkupMode mode = MarkupMode::Text;
     // Elements begun and not ended; below zero when more were ended. A start tag counts from its "<" on, but
     // not when another "<" comes before its ">".
+    // Braces that are open in a script or style sheet count like elements.
     int depth = 0;
+    bool html = false;
+    PageElement element = PageElement::Usual; // whose start tag or raw text is being read
+    CodeState code = {};
 
     bool operator==(const MarkupState &) const = default;
 };
@@ -71,8 +71,8 @@ public:
     // Begins at the text's first byte. Where styles are wanted there is room for one for each byte.
     MarkupStyler(QByteArrayView text, const MarkupState &state, char *styles = nullptr);
 
-    // Goes on to that place, or up to eight bytes less where the next piece begins that it has not seen all
-    // of. With last, nothing follows. Returns how far it came.
+    // Goes on to that place, or some bytes less, up to 32, where the next piece begins that it has not seen
+    // all of. With last, nothing follows. Returns how far it came.
     qsizetype runTo(qsizetype end, bool last);
 
     const MarkupState &state() const { return state_; }
@@ -97,6 +97,11 @@ private:
     void readDeclarationString(char quote, MarkupMode after);
     void readSubset();
     void readSubsetDeclaration();
+    void readElementName();
+    void endStartTag();
+    void findRawEnd();
+    void readRawText();
+    void readCode(qsizetype end);
     bool open(const Opening &opening, MarkupStyle style);
     bool isCutOff(QByteArrayView opening) const;
     QByteArrayView rest() const { return text_.sliced(at_, end_ - at_); }
@@ -109,6 +114,8 @@ private:
     qsizetype at_ = 0;
     qsizetype end_ = 0;
     bool last_ = false;
+    qsizetype rawEnd_ = -1; // how far raw text goes; -1 when that is not known
+    bool rawEnds_ = false; // with its end tag, and not with what is to be read
     int lowest_;
 };
 

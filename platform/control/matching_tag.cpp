@@ -1,5 +1,6 @@
 #include "platform/control/matching_tag.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -9,7 +10,7 @@ namespace {
 
 constexpr qsizetype longestName = 1024;
 
-// Behind a comment or CDATA section that began before the bytes do.
+// Behind a comment, CDATA section or script that began before the bytes do.
 qsizetype behindOpen(QByteArrayView bytes, QByteArrayView opening, QByteArrayView closing)
 {
     // Looks for the first, rare byte, which is quick.
@@ -82,7 +83,12 @@ qsizetype firstSafePosition(const MatchText &text)
 {
     if (text.fromDocumentStart)
         return 0;
-    return std::max(behindOpen(text.bytes, "<!--", "-->"), behindOpen(text.bytes, "<![CDATA[", "]]>"));
+    const qsizetype safe
+        = std::max(behindOpen(text.bytes, "<!--", "-->"), behindOpen(text.bytes, "<![CDATA[", "]]>"));
+    if (!text.html)
+        return safe;
+    return std::max(
+        {safe, behindOpen(text.bytes, "<script", "</script>"), behindOpen(text.bytes, "<style", "</style>")});
 }
 
 std::optional<TagMatch> matchTag(const MatchText &text, qsizetype caret)

@@ -3,7 +3,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <optional>
 
 namespace control {
 
@@ -31,10 +30,5 @@ QByteArray withoutBlankLines(QByteArrayView lines);
 QByteArray withoutTrailingBlanks(QByteArrayView lines);
 // All lines in one: indentation dropped, one blank between. The last line end is kept.
 QByteArray joinedLines(QByteArrayView lines);
-
-// Put between comment marks, or freed of them when it is comments and blanks only; outer blanks stay outside.
-// The marks of comments within are put away, to come out again with the text. Nothing when the text is blank,
-// holds part of a comment, or "--", which no comment may.
-std::optional<QByteArray> commentToggled(QByteArrayView text);
 
 } // namespace control

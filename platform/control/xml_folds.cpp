@@ -58,6 +58,13 @@ private:
 
 } // namespace
 
+MarkupMap::Place XmlStyling::textStart() const
+{
+    MarkupMap::Place start;
+    start.state.html = isHtml();
+    return start;
+}
+
 int XmlStyling::depthOf(long line)
 {
     const long start = lineStart(line);
@@ -119,10 +126,11 @@ void XmlStyling::knowAll(int outermost)
     QWidget &view = *editor_.viewport();
     // Each level would else have the margin drawn anew.
     view.setUpdatesEnabled(false);
-    LineWalk(editor_, text, {}, 0).run(editor_.lineCount() - 1, [&](long line, int before, int after) {
-        setLevel(line, before, after);
-        return true;
-    });
+    LineWalk(editor_, text, textStart(), 0)
+        .run(editor_.lineCount() - 1, [&](long line, int before, int after) {
+            setLevel(line, before, after);
+            return true;
+        });
     view.setUpdatesEnabled(true);
 }
 
@@ -132,7 +140,7 @@ std::optional<int> XmlStyling::innerDepth() const
     int outer = none;
     int inner = none;
     const MarkupSource text = source();
-    LineWalk(editor_, text, {}, 0).run(editor_.lineCount() - 1, [&](long, int before, int after) {
+    LineWalk(editor_, text, textStart(), 0).run(editor_.lineCount() - 1, [&](long, int before, int after) {
         if (after > before && before < outer) {
             inner = std::exchange(outer, before);
         } else if (after > before && before > outer && before < inner) {

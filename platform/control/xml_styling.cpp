@@ -40,11 +40,13 @@ XmlStyling::XmlStyling(CodeEditor &editor) : QObject(&editor), editor_(editor)
     connect(&editor, &QsciScintillaBase::SCN_STYLENEEDED, this, &XmlStyling::styleSight);
 }
 
-bool XmlStyling::isOn() const { return editor_.language() == Language::Xml; }
+bool XmlStyling::isOn() const { return editor_.language() != Language::Plain; }
+
+bool XmlStyling::isHtml() const { return editor_.language() == Language::Html; }
 
 void XmlStyling::restart()
 {
-    map_.clear();
+    map_.clear(isHtml());
     change_.reset();
     ++round_;
     levelled_ = {};
@@ -141,7 +143,7 @@ MarkupMap::Place XmlStyling::placeAt(long position)
     if (map().known(text) >= position)
         return map().placeAt(text, position);
     guessed_ = true;
-    return MarkupMap::guessAt(text, position);
+    return MarkupMap::guessAt(text, position, isHtml());
 }
 
 // The stretches of lines that are shown, and one more at each end, on which the signs in the margin depend.
@@ -163,6 +165,18 @@ std::vector<XmlStyling::Lines> XmlStyling::linesInSight() const
             found.push_back({line, line});
     }
     return found;
+}
+
+// What a piece at the end is may be told by what follows it.
+QByteArray XmlStyling::stylesOf(long start, long end)
+{
+    constexpr long reach = 64;
+    const MarkupMap::Place from = placeAt(start);
+    const MarkupSource text = source();
+    const long to = std::min(text.length, end + reach);
+    QByteArray styles(to - from.at, TextMarkup);
+    MarkupStyler(text.read(from.at, to), from.state, styles.data()).runTo(to - from.at, to == text.length);
+    return styles.mid(start - from.at, end - start);
 }
 
 void XmlStyling::aboutToPaint()

@@ -1,6 +1,7 @@
-// Colours and folds an editor's text while its language is XML: what is in sight when it comes into sight,
-// from a place near by, however long the text is. What the text is at such places is found out while nobody
-// waits. In other languages only lines that are very long are looked after, when a lexer has coloured them.
+// Colours and folds an editor's text while its language is XML or HTML: what is in sight when it comes into
+// sight, from a place near by, however long the text is. What the text is at such places is found out while
+// nobody waits. In other languages only lines that are very long are looked after, when a lexer has coloured
+// them.
 #pragma once
 
 #include "platform/control/markup_map.h"
@@ -36,6 +37,8 @@ public:
     bool caretLineIsLong() const;
 
     bool isOn() const;
+    // The styles of a stretch of the text, in sight or not.
+    QByteArray stylesOf(long start, long end);
 
     // For folding. Levels of lines are the number of elements that they begin in, counted from an own base;
     // they are set for what is in sight, and for what was asked for here.
@@ -85,6 +88,8 @@ private:
         long added = 0;
     };
 
+    bool isHtml() const;
+    MarkupMap::Place textStart() const;
     MarkupMap &map();
     void takeIn(long start, long end);
     MarkupSource source() const;

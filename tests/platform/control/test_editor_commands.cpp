@@ -175,8 +175,12 @@ private Q_SLOTS:
             {121, "|  a", "\n|  a"},
             {122, "a\n\tb|c", "a\n\t|\n\tbc"},
             {123, "\ta|b\rc", "\tab\r\t|\rc"},
-            {124, "\t<a/>|\n", "{\t<!-- <a/> -->}\n"},
+            {124, "\t<a/>|\n", "\t<!-- <a/>| -->\n"},
+            {124, "\t|<a>b</a>\n", "\t|<!-- <a>b</a> -->\n"},
+            {124, "\t<!-- <a>|b</a> -->\n", "\t<a>|b</a>\n"},
             {124, "{<!-- a -->}", "{a}"},
+            {124, "<!-- a\nb|c\nd -->e", "a\nb|c\nde"},
+            {124, "<!-- a --> <!-- b\n{c} -->", "<!-- a --> b\n{c}"},
             {124, "{a--b}", "{a--b}"},
             {124, "{<a>\n<!-- b -->\n</a>}", "{<!-- <a>\n&lt;!&ndash; b &ndash;&gt;\n</a> -->}"},
             {124, "{<!-- <a>\n&lt;!&ndash; b &ndash;&gt;\n</a> -->}", "{<a>\n<!-- b -->\n</a>}"},
@@ -210,6 +214,41 @@ private Q_SLOTS:
             QVERIFY2(marked(editor) == after,
                      QByteArray::number(command) + ' ' + before + ' ' + marked(editor));
             // One command is one step of undo.
+            editor.undo();
+            QCOMPARE(editor.text(), plain);
+        }
+    }
+
+    // In a page, scripts and style sheets have comments of their own.
+    void commentsAreOfTheirLanguage()
+    {
+        struct Row
+        {
+            QByteArray before, after;
+        };
+        const Row rows[] = {
+            {"<p>a|</p>", "<!-- <p>a|</p> -->"},
+            {"<script>\n  a(|1);\n</script>", "<script>\n  // a(|1);\n</script>"},
+            {"<script>\n  // a(|1);\n</script>", "<script>\n  a(|1);\n</script>"},
+            {"<script>\na\n{ b\n\n//c}\n</script>", "<script>\na\n{//  b\n\n// //c}\n</script>"},
+            {"<script>\n{  // a\n  //b\n}</script>", "<script>\n{  a\n  b\n}</script>"},
+            {"<p onclick='a'><script>a(|1)</script>", "<p onclick='a'><script>/* a(|1) */</script>"},
+            {"<script>/* a\nb| */c</script>", "<script>a\nb|c</script>"},
+            {"<script>\n{a\n</script>}", "<script>\n{a\n</script>}"},
+            {"<style>\na, b|\n</style>", "<style>\n/* a, b| */\n</style>"},
+            {"<style>\n/* a, b| */\n</style>", "<style>\na, b|\n</style>"},
+            {"<style>\na/* b */ |c\n</style>", "<style>\na/* b */ |c\n</style>"},
+            {"<style>\n/* a\nb|\nc */\n</style>", "<style>\na\nb|\nc\n</style>"},
+            {"<script>a</script>\n<p>b|</p>", "<script>a</script>\n<!-- <p>b|</p> -->"},
+        };
+        for (const auto &[before, after] : rows) {
+            CodeEditor editor;
+            editor.setLanguage(Language::Html);
+            putMarked(editor, before);
+            const QByteArray plain = editor.text();
+            editor.execute(124);
+            QVERIFY2(marked(editor) == after,
+                     before.toPercentEncoding() + " gives " + marked(editor).toPercentEncoding());
             editor.undo();
             QCOMPARE(editor.text(), plain);
         }

@@ -20,19 +20,26 @@ struct Reading
     MarkupState state;
 };
 
-Reading readWhole(const QByteArray &text)
+MarkupState startOf(bool html)
+{
+    MarkupState state;
+    state.html = html;
+    return state;
+}
+
+Reading readWhole(const QByteArray &text, bool html = false)
 {
     QByteArray styles(text.size(), '?');
-    MarkupStyler styler(text, {}, styles.data());
+    MarkupStyler styler(text, startOf(html), styles.data());
     styler.runTo(text.size(), true);
     return {styles, styler.state()};
 }
 
 // In stretches that end where the generator says, each begun with nothing but the state.
-Reading readInPieces(const QByteArray &text, std::mt19937 &random)
+Reading readInPieces(const QByteArray &text, bool html, std::mt19937 &random)
 {
     QByteArray styles(text.size(), '?');
-    MarkupState state;
+    MarkupState state = startOf(html);
     qsizetype at = 0;
     qsizetype end = 0;
     while (at < text.size()) {
@@ -60,7 +67,26 @@ QByteArray letters(const QByteArray &styles)
                                         {BareValueMarkup, 'b'},
                                         {DeclarationMarkup, 'd'},
                                         {DeclarationStringMarkup, 'q'},
-                                        {EqualsMarkup, '='}};
+                                        {EqualsMarkup, '='},
+                                        {ScriptBlank, '.'},
+                                        {ScriptComment, 'c'},
+                                        {ScriptLineComment, 'l'},
+                                        {ScriptNumber, '1'},
+                                        {ScriptWord, 'w'},
+                                        {ScriptKeyword, 'k'},
+                                        {ScriptDoubleQuoted, 's'},
+                                        {ScriptSingleQuoted, 's'},
+                                        {ScriptOperator, 'o'},
+                                        {ScriptTemplate, 't'},
+                                        {ScriptPattern, 'r'},
+                                        {SheetText, '.'},
+                                        {SheetComment, 'c'},
+                                        {SheetSelector, 'e'},
+                                        {SheetProperty, 'p'},
+                                        {SheetNumber, '1'},
+                                        {SheetString, 's'},
+                                        {SheetOperator, 'o'},
+                                        {SheetKeyword, 'k'}};
     QByteArray result = styles;
     for (char &c : result)
         c = names.at(c);
@@ -68,7 +94,7 @@ QByteArray letters(const QByteArray &styles)
 }
 
 // Markup and torn markup, one piece after the other.
-QByteArray randomText(std::mt19937 &random, int pieces)
+QByteArray randomText(std::mt19937 &random, int pieces, bool html = false)
 {
     // clang-format off
     static const QByteArray all[] = {
@@ -77,10 +103,17 @@ QByteArray randomText(std::mt19937 &random, int pieces)
         "<!DOCTYPE r [\n<!ENTITY e '<'>\n]>", "<!", "[", "<", ">", "/", "\"", "'", "=", "&", "%p;",
         "x='1 &lt; 2'", "\r\n", "<f g=h", ";",
     };
+    static const QByteArray ofPages[] = {
+        "<script>", "</script>", "</SCRIPT >", "<style>", "</style>", "</sty", "<textarea>", "</textarea>", "<br>",
+        "</scripts>", "<scripts>", "<3", "{", "}", "}", "`", "${", "\\", "\\\r\n", "//", "/*", "*/", "*", "/[/]/g",
+        "return ", "instanceof", "insta", "12.5e", "$x", "'s'", "++", "a:b;", "@media ", "@font-face", "@m", "#a",
+        "url(a;b)", "!important", ".c", "-1px",
+    };
     // clang-format on
     QByteArray text;
     for (int i = 0; i < pieces; ++i)
-        text += all[random() % std::size(all)];
+        text += html && random() % 3 != 0 ? ofPages[random() % std::size(ofPages)]
+                                          : all[random() % std::size(all)];
     return text;
 }
 
@@ -135,13 +168,63 @@ private Q_SLOTS:
         QTEST(whole.state.depth, "depth");
     }
 
+    void pagesAreStyled_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::addColumn<int>("depth");
+        const auto row = [](const char *name, const char *text, const char *expected, int depth = 0) {
+            QTest::newRow(name) << QByteArray(text) << QByteArray(expected) << depth;
+        };
+        const auto script = [&row](const char *name, const QByteArray &code, const QByteArray &expected) {
+            const QByteArray styles = "<nnnnnn<" + expected + "<<nnnnnn<.";
+            row(name, "<script>" + code + "</script>x", styles);
+        };
+        const auto sheet = [&row](const char *name, const QByteArray &code, const QByteArray &expected) {
+            const QByteArray styles = "<nnnnn<" + expected + "<<nnnnn<.";
+            row(name, "<style>" + code + "</style>x", styles);
+        };
+        row("elements without content", "<p>a<br>b<IMG src=c></p>", "<n<.<nn<.<nnn<aaa=b<<<n<");
+        row("no tag", "a<3 <b>", "....<n<", 1);
+        row("tag in a value", "<a b='<c>'>", "<n<a=sssss<", 1);
+        row("short instruction", "<?a>x", "????.");
+        row("raw text", "<title><b></title><b>", "<nnnnn<...<<nnnnn<<n<", 1);
+        row("script being written", "<script>a<b", "<nnnnnn<wow", 1);
+        row("longer name", "<scripts>a<b>", "<nnnnnnn<.<n<", 2);
+        script("less than", "a < 3 && b<c", "w.o.1.oo.wow");
+        script("keywords and numbers", "if (x1) return 0x1F;", "kk.owwo.kkkkkk.1111o");
+        script("comments", "a//b\n/*c\n*/d", "wlll.ccccccw");
+        script("strings", "'a\\'b' \"c\n d", "ssssss.ss..w");
+        script("division", "a / b / (c) / 2", "w.o.w.o.owo.o.1");
+        script("expressions", "x=/[/]\\//g; return /a/", "worrrrrrrro.kkkkkk.rrr");
+        script("template", "`a${b+`${{}}`}c`d", "ttttwotttootttttw");
+        script("end tag in a string", "'a", "ss");
+        script("braces left open", "{{ f(){", "oo.wooo");
+        script("braces too many", "}}", "oo");
+        script("hidden script", "<!-- a\nb", "llllll.w");
+        script("other end tag", "a</style>b", "worrrrrrrr");
+        sheet("rule", "a.b:c{color:#fff;margin:-1.5px a1}", "eeeoeopppppo1111oppppppo111111...o");
+        sheet("groups", "@media (a:1){b{c:d}}@page{e:f}", "kkkkkk.o.o1ooeopo.ookkkkkopo.o");
+        sheet("comment and string", "/*a{*/b[c=\"}\"]{d:'e'}", "cccccceoeosssoopossso");
+        sheet("address", "a{b:url(c;d)!important;e:f}", "eopo...o.o.okkkkkkkkkkopo.o");
+    }
+    void pagesAreStyled()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, expected);
+        const Reading whole = readWhole(text, true);
+        QCOMPARE(letters(whole.styles), expected);
+        QTEST(whole.state.depth, "depth");
+    }
+
     void piecesAreTheWhole()
     {
         std::mt19937 random(1);
-        for (int round = 0; round < 3000; ++round) {
-            const QByteArray text = randomText(random, 40);
-            const Reading whole = readWhole(text);
-            const Reading pieces = readInPieces(text, random);
+        for (int round = 0; round < 6000; ++round) {
+            const bool html = round % 2 != 0;
+            const QByteArray text = randomText(random, 40, html);
+            const Reading whole = readWhole(text, html);
+            const Reading pieces = readInPieces(text, html, random);
             QCOMPARE(letters(pieces.styles), letters(whole.styles));
             QCOMPARE(pieces.state, whole.state);
         }
@@ -152,13 +235,15 @@ private Q_SLOTS:
     {
         std::mt19937 random(2);
         for (int round = 0; round < 60; ++round) {
-            QByteArray text = QByteArray("<r>" + randomText(random, 8) + "\n").repeated(9000);
+            const bool html = round % 2 != 0;
+            QByteArray text = QByteArray("<r>" + randomText(random, 8, html) + "\n").repeated(9000);
             MarkupMap map;
+            map.clear(html);
             map.advance(sourceOf(text), long(random() % 2) * text.size());
             for (int edit = 0; edit < 12; ++edit) {
                 const long at = long(random() % ulong(text.size()));
                 if (random() % 2 == 0) {
-                    const QByteArray added = randomText(random, 2);
+                    const QByteArray added = randomText(random, 2, html);
                     map.inserted(at, added.size());
                     text.insert(at, added);
                 } else {
@@ -173,7 +258,7 @@ private Q_SLOTS:
             map.advance(source, source.length);
             while (!map.isComplete())
                 map.advance(source, source.length);
-            MarkupStyler styler(text, {});
+            MarkupStyler styler(text, startOf(html));
             for (int probe = 0; probe < 40; ++probe) {
                 const long start = long(text.indexOf('\n', text.size() * probe / 40)) + 1; // of a line
                 const MarkupMap::Place place = map.placeAt(source, start);

@@ -69,6 +69,11 @@ private Q_SLOTS:
             {H, "<P><br>|", "</", "<P><br></P>|"},
             {H, "<script>if (a|", "</", "<script>if (a</|"},
             {H, "<script>\n<b>\n|", "</", "<script>\n<b>\n</script>|"},
+            {H, "<script>\nif (a<b)\n  |", "</", "<script>\nif (a<b)\n</script>|"},
+            {H, "<p><script>if (a<b && c < 3) d()</script>|", "</",
+             "<p><script>if (a<b && c < 3) d()</script></p>|"},
+            {H, "<p>a<b |", "</", "<p>a<b </p>|"},
+            {X, "<p>a<b|", "</", "<p>a<b</p>|"},
             {P, "<a>|", "</", "<a></|"},
             // The closing tag on ">".
             {X, "<a|", ">", "<a>|</a>"},
