@@ -31,7 +31,7 @@ void NodeCommands::convertToAttribute()
         if (!isPrefixBound(above, name)) // the document would not parse
             return platform::Failure{
                 QStringLiteral("The prefix of \"%1\" is not declared for its parent").arg(name)};
-        auto done = document_.setAttribute(above, name, element->text());
+        auto done = document_.setAttributeToText(above, name, *element);
         if (done)
             model_.setLabelFrom(parent);
         return done;

@@ -119,7 +119,7 @@ platform::Result<void> keepsPrefixes(const dom::Node &element, const QList<dom::
 
 NodeProperties propertiesOf(const dom::Node &node)
 {
-    return {node.name(), unchanged(node.attributes()), node.data()};
+    return {node.name(), unchanged(node.shownAttributes()), node.shownText()};
 }
 
 platform::Result<void> checkName(const dom::Node &node, const NodeProperties &properties)
@@ -152,13 +152,18 @@ platform::Result<void> setProperties(dom::Document &document, dom::Node *node,
 {
     if (node->kind() == dom::NodeKind::ProcessingInstruction)
         return document.setInstruction(node, properties.name, properties.data);
+    if (node->kind() == dom::NodeKind::Text)
+        return document.setShownText(node, properties.data);
     if (node->kind() != dom::NodeKind::Element)
         return document.setData(node, properties.data);
     const QList<dom::Attribute> before = node->attributes();
+    const quint64 revision = document.revision();
     auto done = document.renameElement(node, properties.name);
     if (done)
         done = document.setAttributes(node, properties.attributes);
-    return done ? keepsPrefixes(*node, before, document.entities()) : done;
+    // A document type can declare what no element does: what nobody changed is not asked about.
+    const bool changed = document.revision() != revision;
+    return done && changed ? keepsPrefixes(*node, before, document.entities()) : done;
 }
 
 } // namespace tree

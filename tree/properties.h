@@ -1,4 +1,5 @@
-// A node's properties as values, and how they get into the document.
+// A node's properties as people see them, with references to entities as such, and how they get into the
+// document.
 #pragma once
 
 #include "platform/dom/document.h"

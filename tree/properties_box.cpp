@@ -1,6 +1,7 @@
 #include "tree/properties_box.h"
 
 #include "platform/control/code_editor.h"
+#include "platform/dom/characters.h"
 
 #include <QMenu>
 
@@ -60,6 +61,8 @@ CodeEditor *makeBox(const QString &name, const QString &accessibleName, QWidget 
     control::EditorProperties plain = box->properties();
     plain.lineNumbering = false;
     plain.leftMargin = false;
+    // What is typed is the value, and nothing is typed along: no indent with Enter, no closing tag.
+    plain.autoIndent = plain.closeOnSlash = plain.closeOnBracket = plain.renameBoth = false;
     box->setProperties(plain);
     for (const int command : {cancelSelection, openLineBelow})
         box->shortcuts().setShortcuts(command, {});
@@ -82,6 +85,6 @@ void loadData(CodeEditor &box, const QString &data)
     box.placeCaret(0, 0);
 }
 
-QString dataOf(const CodeEditor &box) { return QString::fromUtf8(box.text()); }
+QString dataOf(const CodeEditor &box) { return dom::textOf(box.text()); }
 
 } // namespace tree

@@ -19,25 +19,6 @@ constexpr Predefined predefined[] = {{"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"q
 
 void appendUtf8(QByteArray &out, char32_t c) { out += QString::fromUcs4(&c, 1).toUtf8(); }
 
-// What "#60" or "lt" stands for; false for the name of a declared entity.
-bool appendReference(QByteArray &out, QByteArrayView name)
-{
-    if (name.startsWith('#')) {
-        const bool hex = name.size() > 1 && name[1] == 'x';
-        bool ok = false;
-        const uint number = name.sliced(hex ? 2 : 1).toByteArray().toUInt(&ok, hex ? 16 : 10);
-        appendUtf8(out, ok ? number : 0xFFFD);
-        return true;
-    }
-    for (const Predefined &entity : predefined) {
-        if (name == QByteArrayView(entity.name)) {
-            out += entity.character;
-            return true;
-        }
-    }
-    return false;
-}
-
 // Copies raw with its line ends turned into lineFeed, and tabs and line feeds too when they count as blanks.
 class Decoder
 {
@@ -71,7 +52,9 @@ private:
             return at + 1;
         }
         const QByteArrayView name = raw.sliced(at + 1, semicolon - at - 1);
-        if (!appendReference(out, name))
+        if (const auto character = characterOf(name))
+            appendUtf8(out, *character);
+        else
             entity(name, raw.sliced(at, semicolon + 1 - at), depth);
         return semicolon + 1;
     }
@@ -90,31 +73,22 @@ private:
     bool inAttribute_;
 };
 
-// One line feed for each of the line ends a person may have typed.
-QString withLineFeeds(const QString &data)
-{
-    return QString(data).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-}
-
-struct Escape
-{
-    char character;
-    const char *written;
-};
-
-template <std::size_t N>
-void appendEscaped(QByteArray &out, char c, const Escape (&escapes)[N])
-{
-    for (const Escape &escape : escapes) {
-        if (escape.character == c) {
-            out += escape.written;
-            return;
-        }
-    }
-    out += c;
-}
-
 } // namespace
+
+std::optional<char32_t> characterOf(QByteArrayView name)
+{
+    if (name.startsWith('#')) {
+        const bool hex = name.size() > 1 && name[1] == 'x';
+        bool ok = false;
+        const uint number = name.sliced(hex ? 2 : 1).toByteArray().toUInt(&ok, hex ? 16 : 10);
+        return ok && number <= QChar::LastValidCodePoint ? number : 0xFFFD;
+    }
+    for (const Predefined &entity : predefined) {
+        if (name == QByteArrayView(entity.name))
+            return char32_t(entity.character);
+    }
+    return std::nullopt;
+}
 
 QString textOf(QByteArrayView utf8)
 {
@@ -144,41 +118,6 @@ QString decodeAttribute(QByteArrayView raw, const Entities &entities)
     Decoder decoder(&entities, true);
     decoder.run(raw);
     return textOf(decoder.out);
-}
-
-QByteArray encodeText(const QString &data, QByteArrayView lineEnd)
-{
-    constexpr Escape escapes[] = {{'&', "&amp;"}, {'<', "&lt;"}, {'\r', "&#13;"}};
-    QByteArray out;
-    for (const char c : withLineFeeds(data).toUtf8()) {
-        if (c == '\n')
-            out += lineEnd;
-        else if (c == '>' && out.endsWith("]]"))
-            out += "&gt;";
-        else
-            appendEscaped(out, c, escapes);
-    }
-    return out;
-}
-
-QByteArray encodeVerbatim(const QString &data, QByteArrayView lineEnd)
-{
-    const QByteArray text = withLineFeeds(data).replace(u'\r', u'\n').toUtf8();
-    return lineEnd == QByteArrayView("\n") ? text : QByteArray(text).replace("\n", lineEnd.toByteArray());
-}
-
-QByteArray encodeAttribute(const QString &value, char quote)
-{
-    constexpr Escape escapes[]
-        = {{'&', "&amp;"}, {'<', "&lt;"}, {'\r', "&#13;"}, {'\n', "&#10;"}, {'\t', "&#9;"}};
-    QByteArray out;
-    for (const char c : value.toUtf8()) {
-        if (c == quote)
-            out += quote == '"' ? "&quot;" : "&apos;";
-        else
-            appendEscaped(out, c, escapes);
-    }
-    return out;
 }
 
 } // namespace dom

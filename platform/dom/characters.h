@@ -1,4 +1,4 @@
-// From markup to what it means, and back.
+// From markup to what it means. The way back is in spelling.h.
 #pragma once
 
 #include "platform/dom/verdict.h"
@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+
+#include <optional>
 
 namespace dom {
 
@@ -22,9 +24,8 @@ QString decodeVerbatim(QByteArrayView raw);
 // what goes beyond is left as written), line ends and tabs as blanks.
 QString decodeAttribute(QByteArrayView raw, const Entities &entities);
 
-// The other way round. lineEnd is what a line feed is written as.
-QByteArray encodeText(const QString &data, QByteArrayView lineEnd);
-QByteArray encodeVerbatim(const QString &data, QByteArrayView lineEnd);
-QByteArray encodeAttribute(const QString &value, char quote);
+// The character that a reference stands for, of which name is what is between "&" and ";": a number or one of
+// the five names that need no declaration. Nothing for a declared entity.
+std::optional<char32_t> characterOf(QByteArrayView name);
 
 } // namespace dom

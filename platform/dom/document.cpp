@@ -1,6 +1,5 @@
 #include "platform/dom/document.h"
 
-#include "platform/dom/characters.h"
 #include "platform/dom/document_private.h"
 #include "platform/dom/layout.h"
 #include "platform/dom/node_factory.h"
@@ -106,48 +105,6 @@ Result<Node *> Document::createElement(const QString &name)
     if (const auto verdict = Rules::isElementName(name); !verdict)
         return platform::Failure{verdict.reason()};
     return NodeFactory::create(*this, NodeKind::Element, '<' + name.toUtf8() + "/>");
-}
-
-Result<Node *> Document::createTextNode(const QString &data) { return createLeaf(NodeKind::Text, {}, data); }
-
-Result<Node *> Document::createCDATASection(const QString &data)
-{
-    return createLeaf(NodeKind::CData, {}, data);
-}
-
-Result<Node *> Document::createComment(const QString &data)
-{
-    return createLeaf(NodeKind::Comment, {}, data);
-}
-
-Result<Node *> Document::createProcessingInstruction(const QString &target, const QString &data)
-{
-    if (const auto verdict = Rules::isInstructionTarget(target); !verdict)
-        return platform::Failure{verdict.reason()};
-    return createLeaf(NodeKind::ProcessingInstruction, target, data);
-}
-
-Result<Node *> Document::createLeaf(NodeKind kind, const QString &target, const QString &data)
-{
-    if (const auto verdict = Rules::isData(kind, data); !verdict)
-        return platform::Failure{verdict.reason()};
-    return NodeFactory::create(*this, kind, leafMarkup(kind, target.toUtf8(), data));
-}
-
-QByteArray Document::leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const
-{
-    const QByteArray verbatim
-        = kind == NodeKind::Text ? QByteArray() : encodeVerbatim(data, Layout::lineEnd(*this));
-    switch (kind) {
-    case NodeKind::Text:
-        return encodeText(data, Layout::lineEnd(*this));
-    case NodeKind::CData:
-        return "<![CDATA[" + verbatim + "]]>";
-    case NodeKind::Comment:
-        return "<!--" + verbatim + "-->";
-    default:
-        return "<?" + target + (verbatim.isEmpty() ? "" : " ") + verbatim + "?>";
-    }
 }
 
 Result<Node *> Document::cloneNode(Node *node, bool deep)
@@ -297,55 +254,6 @@ void Document::putIn(Node *parent, Node *node, qsizetype index, const Text &lead
     d->changes.insertChild(parent, index, node);
 }
 
-Result<void> Document::setAttribute(Node *element, const QString &name, const QString &value)
-{
-    if (!element || element->kind() != NodeKind::Element)
-        return platform::Failure{QStringLiteral("Only an element has attributes")};
-    if (auto verdict = Rules::isAttribute(element, name, value); !verdict)
-        return verdict;
-    return edit([&]() -> Result<void> {
-        const StartTag tag(element->head());
-        const StartTag::AttributeSpan *there = tag.find(name.toUtf8());
-        if (!there) {
-            setHead(element, tag.withAttribute(name.toUtf8(), encodeAttribute(value, '"')));
-        } else if (decodeAttribute(tag.valueOf(*there), d->content->entities) != value) {
-            const char quote = tag.valueOf(*there).data()[-1];
-            setHead(element, tag.withValue(*there, encodeAttribute(value, quote)));
-        }
-        return name.startsWith(QStringLiteral("xmlns:")) ? keepsAttributesApart(element) : Result<void>();
-    });
-}
-
-Result<void> Document::removeAttribute(Node *element, const QString &name)
-{
-    if (!element || element->kind() != NodeKind::Element)
-        return platform::Failure{QStringLiteral("Only an element has attributes")};
-    return edit([&]() -> Result<void> {
-        const StartTag tag(element->head());
-        if (const StartTag::AttributeSpan *there = tag.find(name.toUtf8()))
-            setHead(element, tag.without(*there));
-        return name.startsWith(QStringLiteral("xmlns:")) ? keepsAttributesApart(element) : Result<void>();
-    });
-}
-
-Result<void> Document::setData(Node *node, const QString &data)
-{
-    const NodeKind kind = node ? node->kind() : NodeKind::Document;
-    const bool hasData = kind == NodeKind::Text || kind == NodeKind::CData || kind == NodeKind::Comment
-        || kind == NodeKind::ProcessingInstruction;
-    if (!hasData || (kind == NodeKind::ProcessingInstruction && node->name() == QStringLiteral("xml")))
-        return platform::Failure{QStringLiteral("This node has no data to set")};
-    if (auto verdict = Rules::isData(kind, data); !verdict)
-        return verdict;
-    return edit([&]() -> Result<void> {
-        if (node->data() != data)
-            setHead(node, leafMarkup(kind, node->name().toUtf8(), data));
-        if (kind == NodeKind::Text)
-            keepTextsApart({node, node->nextSibling()});
-        return {};
-    });
-}
-
 Result<void> Document::renameElement(Node *element, const QString &name)
 {
     if (!element || element->kind() != NodeKind::Element)
@@ -362,23 +270,6 @@ Result<void> Document::renameElement(Node *element, const QString &name)
                                 Text("</" + name.toUtf8() + end.sliced(2 + nameSize).toByteArray()));
         }
         setHead(element, StartTag(element->head()).withName(name.toUtf8()));
-        return {};
-    });
-}
-
-Result<void> Document::setInstruction(Node *instruction, const QString &target, const QString &data)
-{
-    if (!instruction || instruction->kind() != NodeKind::ProcessingInstruction
-        || instruction->name() == QStringLiteral("xml"))
-        return platform::Failure{QStringLiteral("Only a processing instruction has a target")};
-    const bool renamed = instruction->name() != target;
-    if (auto verdict = renamed ? Rules::isInstructionTarget(target) : Result<void>(); !verdict)
-        return verdict;
-    if (auto verdict = Rules::isData(NodeKind::ProcessingInstruction, data); !verdict)
-        return verdict;
-    return edit([&]() -> Result<void> {
-        if (renamed || instruction->data() != data)
-            setHead(instruction, leafMarkup(NodeKind::ProcessingInstruction, target.toUtf8(), data));
         return {};
     });
 }

@@ -34,7 +34,7 @@ public:
 struct AttributeEdit
 {
     QString name;
-    QString value; // decoded
+    QString value; // as it is shown, with references to entities as such (entity_references.h)
     QString original; // name of the attribute it was until now; empty for a new one
 };
 
@@ -97,10 +97,17 @@ public:
     // Two children of one element change places; the layout stays at the places.
     Result<void> exchange(Node *one, Node *other);
 
-    // Content. Only the bytes of what is set change; an attribute set to the value it has is left alone.
-    Result<void> setAttribute(Node *element, const QString &name, const QString &value);
+    // Content. Only the bytes of what changes change: within a value too, all that it had before keeps its
+    // spelling.
+    Result<void> setAttribute(Node *element, const QString &name, const QString &value); // decoded
+    // To what the content of a node says, with the references that stand in it. Fails for entities that no
+    // attribute can have.
+    Result<void> setAttributeToText(Node *element, const QString &name, const Node &from);
     Result<void> removeAttribute(Node *element, const QString &name);
     Result<void> setData(Node *node, const QString &data);
+    // A text as it is shown. Each reference to an entity in it becomes a node of its own behind the text, and
+    // what follows it a text of its own.
+    Result<void> setShownText(Node *text, const QString &shown);
     Result<void> renameElement(Node *element, const QString &name); // its attributes and children stay
     Result<void> setInstruction(Node *instruction, const QString &target, const QString &data);
     // The element has exactly these attributes then, in this order. Of each one that it had before, name and
@@ -133,6 +140,8 @@ private:
 
     Result<Node *> createLeaf(NodeKind kind, const QString &target, const QString &data);
     QByteArray leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const;
+    QByteArray leafMarkup(const Node &node, const QByteArray &target, const QString &data) const;
+    Result<void> setAttributeAs(Node *element, const QString &name, const QByteArray &value);
     Result<void> edit(const std::function<Result<void>()> &operation); // lands whole or not at all
     void takeOut(Node *node);
     void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);

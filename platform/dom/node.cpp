@@ -2,6 +2,7 @@
 
 #include "platform/dom/characters.h"
 #include "platform/dom/document.h"
+#include "platform/dom/entity_references.h"
 #include "platform/dom/names.h"
 #include "platform/dom/node_factory.h"
 #include "platform/dom/serialiser.h"
@@ -160,6 +161,11 @@ QString Node::name() const
     }
 }
 
+QByteArrayView Node::writtenData() const
+{
+    return kind_ == NodeKind::ProcessingInstruction ? instructionData(content()) : content();
+}
+
 QString Node::data() const
 {
     switch (kind_) {
@@ -167,9 +173,8 @@ QString Node::data() const
         return decodeText(head());
     case NodeKind::CData:
     case NodeKind::Comment:
-        return decodeVerbatim(content());
     case NodeKind::ProcessingInstruction:
-        return decodeVerbatim(instructionData(content()));
+        return decodeVerbatim(writtenData());
     default:
         return {};
     }
@@ -191,6 +196,12 @@ QString Node::text() const
         node = below ? below : nextOutside(node, this);
     }
     return out;
+}
+
+QString Node::shownText() const
+{
+    return kind_ == NodeKind::Text ? shownValue(Value(data()), entitiesOfContent(document().entities()))
+                                   : data();
 }
 
 QByteArray Node::xml() const { return Serialiser::xml(*this); }
@@ -235,6 +246,17 @@ QList<Attribute> Node::attributes() const
     const StartTag tag(head());
     for (const StartTag::AttributeSpan &span : tag.attributes())
         out.append({textOf(tag.nameOf(span)), decodeAttribute(tag.valueOf(span), document().entities())});
+    return out;
+}
+
+QList<Attribute> Node::shownAttributes() const
+{
+    QList<Attribute> out;
+    if (kind_ != NodeKind::Element)
+        return out;
+    const StartTag tag(head());
+    for (const StartTag::AttributeSpan &span : tag.attributes())
+        out.append({textOf(tag.nameOf(span)), shownAttribute(tag.valueOf(span), document().entities())});
     return out;
 }
 

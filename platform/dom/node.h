@@ -59,7 +59,11 @@ public:
     QByteArray rawContent(qsizetype atMost) const; // a leaf's content as written, its first bytes only
     QString namespaceUri() const; // of an element; empty when none
 
+    // As people see it: a text's data, with what looks like a reference told from one (entity_references.h).
+    QString shownText() const;
+
     QList<Attribute> attributes() const;
+    QList<Attribute> shownAttributes() const; // with references to entities as such
     std::optional<QString> attribute(const QString &name) const;
 
 private:
@@ -85,6 +89,7 @@ private:
     QByteArrayView end() const { return piece(Piece::End).view(); }
     const Node *textBefore() const; // the text that this one follows directly; null when none
     QByteArrayView content() const; // a leaf's head without the markup around it
+    QByteArrayView writtenData() const; // what data() decodes
     QString
     resolvePrefix(QByteArrayView prefix) const; // the namespace in force here; empty prefix: the default
     ChildList &children() const; // lists them when that was not done yet

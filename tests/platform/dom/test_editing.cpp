@@ -114,6 +114,30 @@ Edit setInstruction(Path path, Text target, Text data)
     return [=](Document &d) { return d.setInstruction(at(d, path), q(target), q(data)); };
 }
 
+// The same with "," for a blank in a value.
+Edit setShown(Path path, Text wanted)
+{
+    return [=](Document &d) {
+        QList<AttributeEdit> rows;
+        for (const QString &row : q(wanted).split(u' '))
+            rows.append({row.section(u'>', -1).section(u'=', 0, 0), row.section(u'=', 1).replace(u',', u' '),
+                         row.section(u'>', 0, 0)});
+        return d.setAttributes(at(d, path), rows);
+    };
+}
+
+Edit setShownText(Path path, Text shown)
+{
+    return [=](Document &d) { return d.setShownText(at(d, path), q(shown)); };
+}
+
+Edit attributeFrom(Path path, Text name, Path from)
+{
+    return [=](Document &d) { return d.setAttributeToText(at(d, path), q(name), *at(d, from)); };
+}
+
+#define CO "<!DOCTYPE a [<!ENTITY co 'Company'><!ENTITY m '<m/>'><!ENTITY loop '&loop;'>]>"
+
 Edit both(const Edit &first, const Edit &second)
 {
     return [=](Document &d) {
@@ -194,11 +218,39 @@ private Q_SLOTS:
             // Data
             {"<a>x</a>", setData("0", "a<b&c]]>\rd"), "<a>a&lt;b&amp;c]]&gt;&#13;d</a>"},
             {"<a>&#65;</a>", setData("0", "A"), "<a>&#65;</a>"},
+            // only what differs is spelled anew
+            {"<a>5&#160;km &gt; 3 &#8212; '</a>", setData("0", "5\u00A0km > 3 \u2014 '!"),
+             "<a>5&#160;km &gt; 3 &#8212; '!</a>"},
+            {"<a>x&#x2014;y &gt; z&#x2014;w > &apos;</a>", setData("0", "x\u2014Y > z\u2014w >< '"),
+             "<a>x&#x2014;Y &gt; z&#x2014;w >&lt; &apos;</a>"},
+            {"<a>&#65;&#66;&#67;</a>", setData("0", "AC"), "<a>&#65;&#67;</a>"},
+            {"<a>&amp;lt;</a>", setData("0", "&gt;"), "<a>&amp;gt;</a>"},
+            {"<a>\U0001F600</a>", setData("0", "\U0001F601"), "<a>\U0001F601</a>"},
+            {"<a>x]]y>z</a>", setData("0", "x]]>z"), "<a>x]]&gt;z</a>"},
+            {"<a>1\r2\r\n3\n4&#13;\n5</a>", setData("0", "1\n2\n3\n4\r\n5\n"),
+             "<a>1\r2\r\n3\n4&#13;\n5\r\n</a>"},
+            {"<a>1\rx\n2</a>", setData("0", "1\n\n2"), "<a>1\r\n\n2</a>"},
+            {"<a><!--1\n2\r3--></a>", setData("0", "1\n2\n3\n"), "<a><!--1\n2\r3\n--></a>"},
+            {"<a x='&#65; \r\n\tb&gt;&apos;&quot;\"'/>", setAttribute("", "x", "A   b>'\"\"'"),
+             "<a x='&#65; \r\n\tb&gt;&apos;&quot;\"&apos;'/>"},
+            {"<a x='1\r2\n3'/>", setAttribute("", "x", "1  3"), "<a x='1\r\n\n3'/>"},
+            {CO "<a x='&co; Ltd &#38;' y='&co;'/>", setShown("", "x>x=&co;,Ltd,&! y>y=&co;"),
+             CO "<a x='&co; Ltd &#38;!' y='&co;'/>"},
+            {CO "<a x='1'/>", setShown("", "x>x=&co;&amp;co;&amp;amp;co;&m;&no;&lt;"),
+             CO "<a x='&co;&amp;co;&amp;amp;co;&amp;m;&amp;no;&amp;lt;'/>"},
+            {CO "<a x='&co;&amp;co;'/>", setShown("", "x>x=&c;&amp;co;"), CO "<a x='&amp;c;&amp;co;'/>"},
+            {CO "<a>5&#160;</a>", setShownText("0", "5\u00A0&co;&m; &amp;co;&"),
+             CO "<a>5&#160;&co;&m; &amp;co;&amp;</a>"},
+            {CO "<a x='1'><b>&quot;&#160;\n\"</b></a>", attributeFrom("", "x", "0"),
+             CO "<a x='&quot;&#160;&#10;\"'><b>&quot;&#160;\n\"</b></a>"},
+            {CO "<a><b>&co;<![CDATA[<&]]></b></a>", attributeFrom("", "x", "0"),
+             CO "<a x=\"&co;&lt;&amp;\"><b>&co;<![CDATA[<&]]></b></a>"},
             // the document's line ends
             {"<a>\r\nx</a>", setData("0", "y\nz"), "<a>y\r\nz</a>"},
             {"<a><!--x--></a>", setData("0", " y "), "<a><!-- y --></a>"},
             {"<a><![CDATA[x]]></a>", setData("0", "<&"), "<a><![CDATA[<&]]></a>"},
-            {"<a><?p  x?></a>", setData("0", "y z"), "<a><?p y z?></a>"},
+            {"<a><?p \n x?></a>", setData("0", "y z"), "<a><?p \n y z?></a>"},
+            {"<a><?p ?></a>", setData("0", "y"), "<a><?p y?></a>"},
             {"<a><?p  x?></a>", setInstruction("0", "T", "D"), "<a><?T D?></a>"},
             {"<a><?p  x?></a>", setInstruction("0", "p", "x"), "<a><?p  x?></a>"},
             {"<a><?p x?></a>", setInstruction("0", "T", ""), "<a><?T?></a>"},
