@@ -2,6 +2,7 @@
 
 #include "platform/dom/document_private.h"
 #include "platform/dom/node.h"
+#include "platform/dom/node_factory.h"
 
 #include <utility>
 
@@ -27,6 +28,15 @@ void Changes::setPiece(Node *node, Piece piece, Text text)
                     .piece = piece,
                     .before = node->piece(piece),
                     .after = std::move(text)});
+    apply(log_.back());
+}
+
+void Changes::setHome(Node *element, const Home &home)
+{
+    log_.push_back({.kind = Change::Kind::HomeSet,
+                    .node = element,
+                    .homeBefore = NodeFactory::homeOf(*element),
+                    .homeAfter = home});
     apply(log_.back());
 }
 
@@ -69,6 +79,8 @@ void Changes::apply(const Change &change)
         return doRemove(change.parent, change.index, change.node);
     case Change::Kind::PieceSet:
         return doSetPiece(change.node, change.piece, change.after);
+    case Change::Kind::HomeSet:
+        return NodeFactory::settle(*change.node, change.homeAfter);
     case Change::Kind::ContentSet:
         document_.d->content = change.contentAfter;
     }
@@ -83,6 +95,8 @@ void Changes::revert(const Change &change)
         return doInsert(change.parent, change.index, change.node);
     case Change::Kind::PieceSet:
         return doSetPiece(change.node, change.piece, change.before);
+    case Change::Kind::HomeSet:
+        return NodeFactory::settle(*change.node, change.homeBefore);
     case Change::Kind::ContentSet:
         document_.d->content = change.contentBefore;
     }

@@ -16,6 +16,16 @@ namespace dom {
 class Document;
 class Node;
 struct Content;
+struct Source;
+
+// The text that an element is a span of, and where in it.
+struct Home
+{
+    const Source *source = nullptr;
+    Span whole;
+    quint32 leadSize = 0;
+    quint32 headSize = 0;
+};
 
 struct Change
 {
@@ -24,6 +34,7 @@ struct Change
         Inserted,
         Removed,
         PieceSet,
+        HomeSet,
         ContentSet
     };
 
@@ -34,6 +45,8 @@ struct Change
     Piece piece = Piece::Head; // PieceSet
     Text before = {};
     Text after = {};
+    Home homeBefore = {}; // HomeSet
+    Home homeAfter = {};
     std::shared_ptr<Content> contentBefore = nullptr; // ContentSet
     std::shared_ptr<Content> contentAfter = nullptr;
 };
@@ -60,6 +73,8 @@ public:
     void insertChild(Node *parent, qsizetype index, Node *node);
     void removeChild(Node *parent, qsizetype index);
     void setPiece(Node *node, Piece piece, Text text);
+    // The element, whose content nobody has edited, becomes a span of another text with the same nodes in it.
+    void setHome(Node *element, const Home &home);
     void setContent(std::shared_ptr<Content> content); // of which no observer is told
 
     // The log since it was last taken; mark and undoTo make a failed operation harmless.

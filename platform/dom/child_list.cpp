@@ -7,10 +7,10 @@
 
 namespace dom {
 
-// Text that was put on a line of its own among elements on theirs does not make a paragraph of them.
+// A section or a reference on a line of its own among elements on theirs does not make a paragraph of them.
 bool ChildList::mixes(NodeKind kind, QByteArrayView lead)
 {
-    return isTextLike(kind) && !lead.contains('\n') && !lead.contains('\r');
+    return kind == NodeKind::Text || (isTextLike(kind) && !lead.contains('\n') && !lead.contains('\r'));
 }
 
 void ChildList::addBlock(std::unique_ptr<Block> block)

@@ -130,12 +130,12 @@ Result<void> Document::setShownText(Node *text, const QString &shown)
             if (parts[i].isEmpty())
                 continue;
             const auto made = i % 2 == 1
-                ? importMarkup(parts[i], NodeKind::EntityReference)
-                : Result<Node *>(NodeFactory::create(*this, NodeKind::Text, parts[i]));
+                ? importContent("<x>" + parts[i] + "</x>")
+                : Result<std::vector<Node *>>({NodeFactory::create(*this, NodeKind::Text, parts[i])});
             if (!made)
                 return platform::Failure{made.reason()};
-            putIn(text->parent(), *made, last->indexInParent() + 1, {});
-            last = *made;
+            putIn(text->parent(), made->front(), last->indexInParent() + 1, {});
+            last = made->front();
         }
         keepTextsApart({text, last, last->nextSibling()});
         return {};

@@ -137,16 +137,29 @@ Result<void> Document::insertBefore(Node *parent, Node *node, Node *reference)
         return verdict;
     return edit([&]() -> Result<void> {
         Node *follower = node->nextSibling();
+        const QByteArray formerLead = node->lead().toByteArray();
         if (node->parent())
             takeOut(node);
         const Layout::Placement placement = Layout::place(*parent, *node, reference);
-        if (placement.tail && *placement.tail != parent->tail())
-            d->changes.setPiece(parent, Piece::Tail, Text(*placement.tail));
+        if (placement.after)
+            setAfter(parent, reference, *placement.after);
         putIn(parent, node, reference ? reference->indexInParent() : parent->childCount(),
               Text(placement.lead));
+        takeIndentation(node, formerLead);
         keepTextsApart({follower, node, reference});
         return {};
     });
+}
+
+// The blanks before a child, or with null before the end tag.
+void Document::setAfter(Node *parent, Node *follower, const QByteArray &blanks)
+{
+    Node *node = follower ? follower : parent;
+    const Piece piece = follower ? Piece::Lead : Piece::Tail;
+    if (!follower)
+        parent->children(); // the end tag is known once they are listed
+    if (node->piece(piece).view() != blanks)
+        d->changes.setPiece(node, piece, Text(blanks));
 }
 
 Result<void> Document::replaceChild(Node *parent, Node *node, Node *replaced)
@@ -161,12 +174,22 @@ Result<void> Document::replaceChild(Node *parent, Node *node, Node *replaced)
         return Rules::mayRemove(parent, replaced);
     return edit([&]() -> Result<void> {
         Node *follower = node->nextSibling();
+        const QByteArray formerLead = node->lead().toByteArray();
         if (node->parent())
             takeOut(node);
         const qsizetype index = replaced->indexInParent();
-        const Text lead = replaced->piece(Piece::Lead);
+        Node *next = replaced->nextSibling();
+        Text lead = replaced->piece(Piece::Lead);
         d->changes.removeChild(parent, index);
+        const bool isText = node->kind() == NodeKind::Text || replaced->kind() == NodeKind::Text;
+        if (isText && parent->hasChildren() && !parent->children().hasText()) {
+            const Layout::Placement placement = Layout::place(*parent, *node, next);
+            lead = Text(placement.lead);
+            if (placement.after)
+                setAfter(parent, next, *placement.after);
+        }
         putIn(parent, node, index, lead);
+        takeIndentation(node, formerLead);
         keepTextsApart({follower, node, node->nextSibling()});
         return keepsAttributesApart(node);
     });
@@ -226,20 +249,43 @@ Result<void> Document::exchange(Node *one, Node *other)
         const Text secondLead = other->piece(Piece::Lead);
         d->changes.removeChild(parent, second);
         d->changes.removeChild(parent, first);
+        const bool textPasses = second == first + 1
+            && (one->kind() == NodeKind::Text) != (other->kind() == NodeKind::Text)
+            && !Layout::keepsBlanks(*parent) && !parent->children().hasText();
         putIn(parent, other, first, firstLead);
         putIn(parent, one, second, secondLead);
+        if (textPasses)
+            letTextPass(one, other, firstLead, secondLead);
+        takeIndentation(other, secondLead.view().toByteArray());
+        takeIndentation(one, firstLead.view().toByteArray());
         keepTextsApart({one, one->nextSibling(), other, other->nextSibling()});
         return {};
     });
+}
+
+// Of two neighbours that have changed places, one is the only text there.
+void Document::letTextPass(Node *one, Node *other, const Text &firstLead, const Text &secondLead)
+{
+    Node *parent = one->parent();
+    Node *follower = one->nextSibling();
+    const bool goesUp = other->kind() == NodeKind::Text;
+    const auto passing = Layout::pass(*parent, goesUp, (goesUp ? firstLead : secondLead).view(), follower);
+    if (!passing)
+        return;
+    setAfter(parent, goesUp ? other : one, {});
+    setAfter(parent, goesUp ? one : other, passing->lead);
+    setAfter(parent, follower, passing->after);
 }
 
 // An element that loses its last child does not keep the line its end tag stood on.
 void Document::takeOut(Node *node)
 {
     Node *parent = node->parent();
+    Node *follower = node->nextSibling();
     d->changes.removeChild(parent, node->indexInParent());
-    if (parent->childCount() == 0 && !parent->preservesSpace_ && !parent->tail().isEmpty())
-        d->changes.setPiece(parent, Piece::Tail, Text());
+    const bool losesTail = parent->childCount() == 0 && !Layout::keepsBlanks(*parent);
+    if (losesTail || Layout::joinsText(*parent, follower))
+        setAfter(parent, follower, {});
 }
 
 void Document::putIn(Node *parent, Node *node, qsizetype index, const Text &lead)

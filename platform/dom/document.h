@@ -5,6 +5,7 @@
 #pragma once
 
 #include "platform/dom/change.h"
+#include "platform/dom/indentation.h"
 #include "platform/dom/node.h"
 #include "platform/dom/verdict.h"
 #include "platform/result.h"
@@ -89,7 +90,8 @@ public:
     Result<void> keepsEntitiesBounded() const;
 
     // Structure. A node that stands elsewhere is moved. The node takes on the layout of the siblings it
-    // joins and takes its leading layout along when it goes.
+    // joins, and within it the indentation of its depth there; it takes its leading layout along when it
+    // goes. A text stands inline and is just what it says (layout.h).
     Result<void> appendChild(Node *parent, Node *node);
     Result<void> insertBefore(Node *parent, Node *node, Node *reference); // null reference: at the end
     Result<void> replaceChild(Node *parent, Node *node, Node *replaced);
@@ -146,6 +148,11 @@ private:
     void takeOut(Node *node);
     void putIn(Node *parent, Node *node, qsizetype index, const Text &lead);
     void setHead(Node *node, const QByteArray &markup);
+    void setAfter(Node *parent, Node *follower, const QByteArray &blanks);
+    void letTextPass(Node *one, Node *other, const Text &firstLead, const Text &secondLead);
+    void takeIndentation(Node *node, const QByteArray &formerLead);
+    void reindentAsText(Node *element, const IndentChange &change, bool kept, const KeepsBlanks &keepsBlanks);
+    void reindentChildren(Node *element, const IndentChange &change);
     void keepTextsApart(std::initializer_list<Node *> nodes);
     Result<void> keepsAttributesApart(const Node *node) const;
     Result<void> keepsAttributesApart(const Node *node, QByteArrayView markup) const;

@@ -6,6 +6,7 @@
 #include "platform/dom/source.h"
 
 #include <deque>
+#include <optional>
 #include <vector>
 
 namespace dom {
@@ -18,6 +19,7 @@ struct Content
     Node *documentNode = nullptr;
     Entities entities;
     QByteArray lineEnd; // what the text's lines end with; found when first needed
+    std::optional<QHash<QByteArray, bool>> declaredSpaces; // see declared_space.h; found when first needed
 };
 
 struct Document::Private

@@ -9,6 +9,8 @@
 #include "platform/dom/source.h"
 #include "platform/dom/start_tag.h"
 
+#include <algorithm>
+
 namespace dom {
 
 namespace {
@@ -72,6 +74,15 @@ void Node::setPiece(Piece piece, const Text &text)
     if (!edited_)
         edited_ = std::make_unique<Edited>();
     edited_->pieces[int(piece)] = text;
+}
+
+bool Node::isContentAsParsed() const
+{
+    if (whole_.size() == 0 || (edited_ && edited_->pieces[int(Piece::Tail)]))
+        return false;
+    return !children_
+        || std::none_of(children_->blocks().begin(), children_->blocks().end(),
+                        [](const auto &block) { return block->dirty; });
 }
 
 const Node *Node::textBefore() const

@@ -87,6 +87,8 @@ private:
     QByteArrayView head() const { return piece(Piece::Head).view(); }
     QByteArrayView tail() const { return piece(Piece::Tail).view(); }
     QByteArrayView end() const { return piece(Piece::End).view(); }
+    // What stands between its tags is a range of its source: nothing there was ever edited.
+    bool isContentAsParsed() const;
     const Node *textBefore() const; // the text that this one follows directly; null when none
     QByteArrayView content() const; // a leaf's head without the markup around it
     QByteArrayView writtenData() const; // what data() decodes

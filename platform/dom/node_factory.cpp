@@ -159,10 +159,8 @@ Node *NodeFactory::clone(Node &node, bool deep)
     if (node.dirty_) {
         Source *own = document.d->newSource(node.xml());
         source = own;
-        ContentEnd ignored{};
-        Scanner(*own).wholeDocument(
-            own->index, [&scanned](const ScannedChild &root) { scanned = root; }, [](const ScannedChild &) {},
-            ignored);
+        Scanner(*own).element(own->index, 0, node.preservesSpace_,
+                              [&scanned](const ScannedChild &root) { scanned = root; });
         scanned.preservesSpace = node.preservesSpace_;
     }
     return makeNode(*source, scanned, -1);
@@ -194,6 +192,70 @@ std::vector<Node *> NodeFactory::import(Document &document, const QByteArray &el
     }
     addBlanks(source->view({end.tail, end.tag}));
     return nodes;
+}
+
+Home NodeFactory::homeOf(const Node &element)
+{
+    return {element.source_, element.whole_, element.leadSize_, element.headSize_};
+}
+
+Home NodeFactory::homeIn(Source &source, const Node &element)
+{
+    Home home{&source, {}, element.leadSize_, element.headSize_};
+    Scanner(source).element(source.index, element.leadSize_, element.preservesSpace_,
+                            [&home](const ScannedChild &root) { home.whole = root.whole; });
+    return home;
+}
+
+struct NodeFactory::Settling
+{
+    Node *node;
+    Home home;
+};
+
+void NodeFactory::settle(Node &element, const Home &home)
+{
+    std::vector<Settling> open{{&element, home}};
+    while (!open.empty()) {
+        const auto [node, at] = open.back();
+        open.pop_back();
+        node->source_ = at.source;
+        node->whole_ = at.whole;
+        node->leadSize_ = at.leadSize;
+        node->headSize_ = at.headSize;
+        if (node != &element) {
+            node->edited_.reset();
+            node->dirty_ = false;
+        } else if (node->edited_) {
+            node->edited_->pieces[int(Piece::Tail)].reset(); // of what stands between its tags
+        }
+        if (node->children_ && node->hasChildren())
+            settleChildren(*node, *at.source, open);
+    }
+    element.markDirty();
+}
+
+void NodeFactory::settleChildren(const Node &element, const Source &source, std::vector<Settling> &open)
+{
+    std::vector<ScannedChild> found;
+    const ContentEnd end = Scanner(source).children(
+        element.whole_.begin + element.headSize_, element.whole_.end, element.preservesSpace_,
+        [&found](const ScannedChild &child) { found.push_back(child); });
+    element.tailSize_ = end.tag - end.tail;
+    element.endSize_ = end.end - end.tag;
+    Q_ASSERT(qsizetype(found.size()) == element.children_->count());
+    auto child = found.cbegin();
+    for (const auto &block : element.children_->blocks()) {
+        block->source = &source;
+        block->span = {child->whole.begin - child->leadSize, (child + block->count - 1)->whole.end};
+        block->dirty = false;
+        for (Node *node : block->nodes) {
+            open.push_back({node, {&source, child->whole, child->leadSize, child->headSize}});
+            ++child;
+        }
+        if (block->nodes.empty())
+            child += block->count;
+    }
 }
 
 } // namespace dom

@@ -8,6 +8,7 @@
 
 namespace dom {
 
+struct Home;
 struct ScannedChild;
 
 class NodeFactory
@@ -36,8 +37,19 @@ public:
     // are texts.
     static std::vector<Node *> import(Document &document, const QByteArray &element);
 
+    // Where an element is a span, and where it would be in a text that holds it with other blanks, behind as
+    // many bytes as stand before it now, and nothing else.
+    static Home homeOf(const Node &element);
+    static Home homeIn(Source &source, const Node &element);
+
+    // Makes an element and all nodes below it spans of the text at home, which has the same nodes, as parsed.
+    // What was edited below it counts as taken back.
+    static void settle(Node &element, const Home &home);
+
 private:
     class BlockBuilder;
+    struct Settling;
+    static void settleChildren(const Node &element, const Source &source, std::vector<Settling> &open);
     static Node *makeNode(const Source &source, const ScannedChild &scanned, qint32 ordinal);
 };
 

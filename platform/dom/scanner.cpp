@@ -357,4 +357,12 @@ ContentEnd Scanner::wholeDocument(StructureIndex &index, const OnChild &onTop, c
     return end;
 }
 
+void Scanner::element(StructureIndex &index, quint32 from, bool preserve, const OnChild &onElement) const
+{
+    Walk walk(source_, from, &index);
+    const char *base = source_.utf8.constData();
+    walk.content(base + from, base + source_.utf8.size(), preserve, onElement);
+    index.finish();
+}
+
 } // namespace dom

@@ -49,6 +49,9 @@ public:
     ContentEnd wholeDocument(StructureIndex &index, const OnChild &onTop, const OnChild &onChild,
                              ContentEnd &rootEnd) const;
 
+    // The first walk of a source that holds an element from there on and nothing else.
+    void element(StructureIndex &index, quint32 from, bool preserve, const OnChild &onElement) const;
+
 private:
     const Source &source_;
 };

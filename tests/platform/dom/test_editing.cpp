@@ -35,6 +35,18 @@ Edit appendText(Path path, Text data)
     return [=](Document &d) { return d.appendChild(at(d, path), *d.createTextNode(q(data))); };
 }
 
+Edit insertText(Path parent, Path next, Text data)
+{
+    return
+        [=](Document &d) { return d.insertBefore(at(d, parent), *d.createTextNode(q(data)), at(d, next)); };
+}
+
+Edit appendMarkup(Path path, Text markup)
+{
+    return
+        [=](Document &d) { return d.appendChild(at(d, path), d.importContent("<x>" + markup + "</x>")->front()); };
+}
+
 Edit insertBefore(Path parent, Path next, Text name)
 {
     return [=](Document &d) { return d.insertBefore(at(d, parent), *d.createElement(q(name)), at(d, next)); };
@@ -169,9 +181,45 @@ private Q_SLOTS:
             {"<p>\n  one <b/>\n  <i/>\n</p>", append("", "n"), "<p>\n  one <b/>\n  <i/><n/>\n</p>"},
             {"<a>\n    <b/>\n</a>", append("0", "n"), "<a>\n    <b>\n        <n/>\n    </b>\n</a>"},
             {"<a><b></b></a>", append("0", "n"), "<a><b><n/></b></a>"},
-            // text on its line does not make mixed content
-            {"<a>\n  <b/>\n</a>", both(appendText("", "t"), append("", "n")),
-             "<a>\n  <b/>\n  t\n  <n/>\n</a>"},
+            // a text is what it says, so no blanks stand beside it
+            {"<a>\n  <b/>\n</a>", appendText("", "t"), "<a>\n  <b/>t</a>"},
+            {"<a>\n  <b/>\n</a>", both(appendText("", "t"), append("", "n")), "<a>\n  <b/>t<n/></a>"},
+            {"<a>\n\t<b/>\n\t<c/>\n</a>", insertText("", "1", "t"), "<a>\n\t<b/>t<c/>\n</a>"},
+            {"<a>\n\t<b>x</b>\n\t<c/>\n</a>", move("0/0", "", "1"), "<a>\n\t<b></b>x<c/>\n</a>"},
+            {"<a>x <b/> <c/>\n</a>", insertText("", "2", "t"), "<a>x <b/>t <c/>\n</a>"},
+            {"<a>\n\t<b>x</b>\n\t<c/>\n</a>", replaceByCopy("1", "0/0"), "<a>\n\t<b>x</b>x</a>"},
+            {"<a>\n\t<b/>\n</a>", both(appendText("", "t"), exchange("0", "1")), "<a>t<b/>\n</a>"},
+            {"<a>\n\t<b/>\n\t<c/>\n</a>",
+             both(appendText("", "t"), both(exchange("1", "2"), exchange("0", "1"))),
+             "<a>t<b/>\n\t<c/>\n</a>"},
+            {"<a>t<b/>\n\t<c/>\n</a>", both(exchange("0", "1"), exchange("1", "2")), "<a>\n\t<b/>\n\t<c/>t</a>"},
+            {"<a>\n\t<b/>t<c/>\n\t<d/>\n</a>", both(removal("2"), removal("2")), "<a>\n\t<b/>t</a>"},
+            // a subtree takes its depth's indentation along, and nothing else changes in it
+            {"<a>\n  <b>\n    <c>\n      <d/>\n\n      <!--\n      --><e>\n</e>\n    </c>\n  </b>\n</a>",
+             move("0/0", ""),
+             "<a>\n  <b></b>\n  <c>\n    <d/>\n\n    <!--\n      --><e>\n</e>\n  </c>\n</a>"},
+            {"<a>\r\n\t<b/>\r\n\t<c>\r\n\t\t<d/>\r\n\t</c>\r\n</a>", move("1", "0"),
+             "<a>\r\n\t<b>\r\n\t\t<c>\r\n\t\t\t<d/>\r\n\t\t</c>\r\n\t</b>\r\n</a>"},
+            {"<a>\n <b/>\n <c>\n  <d/>\n </c>\n</a>", both(append("1/0", "n"), move("1", "0")),
+             "<a>\n <b>\n  <c>\n   <d>\n    <n/>\n   </d>\n  </c>\n </b>\n</a>"},
+            {"<a>\n <b/>\n <c>\n  <p>t\n   <d/>\n  </p>\n  <q>\n   <![CDATA[]]>\n   <d/>\n  </q>\n"
+             "  <s xml:space='preserve'>\n   <d/>\n  </s>\n </c>\n</a>",
+             move("1", "0"),
+             "<a>\n <b>\n  <c>\n   <p>t\n   <d/>\n  </p>\n   <q>\n   <![CDATA[]]>\n   <d/>\n  </q>\n"
+             "   <s xml:space='preserve'>\n   <d/>\n  </s>\n  </c>\n </b>\n</a>"},
+            {"<!DOCTYPE a [<!ATTLIST s xml:space (default|preserve) 'preserve'>]>\n<a>\n <b/>\n <c>\n"
+             "  <s>\n   <d/>\n  </s>\n </c>\n</a>",
+             both(move("1", "0"), append("0/0/0", "n")),
+             "<!DOCTYPE a [<!ATTLIST s xml:space (default|preserve) 'preserve'>]>\n<a>\n <b>\n  <c>\n"
+             "   <s>\n   <d/><n/>\n  </s>\n  </c>\n </b>\n</a>"},
+            {"<a xml:space='preserve'><b/><c>\n <d/>\n</c></a>", move("1", "0"),
+             "<a xml:space='preserve'><b><c>\n <d/>\n</c></b></a>"},
+            {"<a xml:space='preserve'><b/></a>", both(append("0", "n"), append("0/0", "n")),
+             "<a xml:space='preserve'><b><n><n/></n></b></a>"},
+            {"<a>\n\t<b/>\n</a>", appendMarkup("0", "<x>\r\n  <y>\r\n    <z/>\r\n  </y>\r\n</x>"),
+             "<a>\n\t<b>\n\t\t<x>\n\t\t\t<y>\n\t\t\t\t<z/>\n\t\t\t</y>\n\t\t</x>\n\t</b>\n</a>"},
+            {"<a>\n  <p>one\n    two</p>\n</a>", appendMarkup("0", "<x>\n  <y/>\n</x>"),
+             "<a>\n  <p>one\n    two<x>\n      <y/>\n    </x></p>\n</a>"},
             {"<a>\n  <b />\n</a>", appendText("0", "t"), "<a>\n  <b>t</b>\n</a>"},
             // end tag already on its line
             {"<a>\n  <b>\n  </b>\n</a>", append("0", "n"), "<a>\n  <b>\n    <n/>\n  </b>\n</a>"},
