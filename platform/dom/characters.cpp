@@ -17,8 +17,6 @@ struct Predefined
 
 constexpr Predefined predefined[] = {{"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
 
-void appendUtf8(QByteArray &out, char32_t c) { out += QString::fromUcs4(&c, 1).toUtf8(); }
-
 // Copies raw with its line ends turned into lineFeed, and tabs and line feeds too when they count as blanks.
 class Decoder
 {
@@ -53,7 +51,7 @@ private:
         }
         const QByteArrayView name = raw.sliced(at + 1, semicolon - at - 1);
         if (const auto character = characterOf(name))
-            appendUtf8(out, *character);
+            out += textOf(*character).toUtf8();
         else
             entity(name, raw.sliced(at, semicolon + 1 - at), depth);
         return semicolon + 1;
@@ -97,6 +95,8 @@ QString textOf(QByteArrayView utf8)
         text.prepend(QChar(QChar::ByteOrderMark));
     return text;
 }
+
+QString textOf(char32_t character) { return QStringView(QChar::fromUcs4(character)).toString(); }
 
 QString decodeText(QByteArrayView raw)
 {

@@ -14,6 +14,9 @@ namespace dom {
 // As it stands; unlike Qt's own, with a U+FEFF at the beginning, which is a character like any other here.
 QString textOf(QByteArrayView utf8);
 
+// One character; Qt's own makes nothing of a U+FEFF.
+QString textOf(char32_t character);
+
 // Text content as it means: references resolved, line ends as line feeds.
 QString decodeText(QByteArrayView raw);
 

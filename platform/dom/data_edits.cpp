@@ -115,8 +115,12 @@ Result<void> Document::setShownText(Node *text, const QString &shown)
     if (!text || text->kind() != NodeKind::Text)
         return platform::Failure{QStringLiteral("This node is no text")};
     const Value value = valueShownAs(shown, entitiesOfContent(d->content->entities));
-    if (!value.hasReferences())
-        return setData(text, QString::fromStdU32String(value.items));
+    if (!value.hasReferences()) {
+        QString data;
+        for (const char32_t item : value.items)
+            data += textOf(item);
+        return setData(text, data);
+    }
     if (auto verdict = Rules::isData(NodeKind::Text, shown); !verdict)
         return verdict;
     if (!text->parent())

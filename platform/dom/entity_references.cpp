@@ -91,7 +91,7 @@ QString shownValue(const Value &value, const IsEntity &isEntity)
     };
     for (const char32_t item : value.items) {
         if (!Value::isReference(item)) {
-            text += QString::fromUcs4(&item, 1);
+            text += textOf(item);
             continue;
         }
         flush();

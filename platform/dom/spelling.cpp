@@ -124,7 +124,7 @@ public:
         else if (item < 0x80)
             out_ += char(item);
         else
-            out_ += QString::fromUcs4(&item, 1).toUtf8();
+            out_ += textOf(item).toUtf8();
     }
 
     // In a text "]]>" ends nothing, and must not stand there.

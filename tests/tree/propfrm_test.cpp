@@ -12,6 +12,8 @@ using namespace tree_test;
 
 namespace {
 
+#define CO "<!DOCTYPE r [<!ENTITY co 'Company'>]>"
+
 // A node's path, the text before and after, the node's label then, and the acts on the dialog.
 const std::tuple<const char *, QByteArray, QByteArray, const char *, const char *> rows[] = {
     {"0", "<r><a x = '&#65;'\n y=\"&lt;\" /></r>", "<r><a x = '&#65;'\n y=\"&lt;\" /></r>",
@@ -28,6 +30,18 @@ const std::tuple<const char *, QByteArray, QByteArray, const char *, const char 
     {"", "<r a='1'/>", "<r a='1' n=\"&lt;&quot;&amp;\"/>", "r a='1' n=\"&lt;&quot;&amp;\"", "cmdadd n <\"&"},
     {"", "<r a='1' b='2'/>", "<r a='2'/>", "r a='2'", "select 1 | cmdmodify a 2"},
     {"", "<r/>", "<p:r xmlns:p=\"urn:x\"/>", "p:r xmlns:p=\"urn:x\"", "elname p:r | cmdadd xmlns:p urn:x"},
+    // references and what they stand in keep their looks
+    {"", CO "<r a='&co; Ltd' b='&amp;co;'/>", CO "<r a='&co; Ltd!' b='&amp;co;'/>",
+     "r a='&co; Ltd!' b='&amp;co;'", "cmdmodify a &co; Ltd!"},
+    {"", CO "<r a='1'/>", CO "<r a='&co;&amp;co;&amp;'/>", "r a='&co;&amp;co;&amp;'",
+     "cmdmodify a &co;&amp;co;&"},
+    {"", CO "<r xmlns:p='&co;' p:a='&#49;'/>", CO "<r xmlns:p='&co;' p:a='&#49;2'/>",
+     "r xmlns:p='&co;' p:a='&#49;2'", "select 1 | cmdmodify p:a 12"},
+    {"0", CO "<r>5&#160;km</r>", CO "<r>5&#160;km&co;&amp;co;</r>", "5\xC2\xA0km",
+     "textbx 5\xC2\xA0km&co;&amp;co;"},
+    // declared by the document type alone
+    {"0", "<!DOCTYPE r [<!ATTLIST r xmlns:p CDATA #FIXED 'u'>]><r><p:a/></r>",
+     "<!DOCTYPE r [<!ATTLIST r xmlns:p CDATA #FIXED 'u'>]><r><p:a/></r>", "p:a", ""},
     {"0", "<r><!--c--></r>", "<r><!-- \xC3\xA4 --></r>", " \xC3\xA4 ", "comentbox  \xC3\xA4 "},
     {"0", "<r><![CDATA[c]]></r>", "<r><![CDATA[a<b&&c]]></r>", "a<b&&c", "cdatbox a<b&&c"},
     {"0", "<r>\r\n a&#65;</r>", "<r>&lt;x\r\ny</r>", "<x\ny", "textbx <x\ny"}, // its line ends
@@ -76,6 +90,62 @@ private Q_SLOTS:
             QCOMPARE(desk.model.GetNodepar(desk.node), node);
             QVERIFY(desk.dialogs.messages().isEmpty());
         }
+    }
+
+    // Opened and answered with OK, whatever there is to be written in many ways.
+    void okAloneChangesNothing()
+    {
+        static constexpr const char *leaves[] = {"a&#160;&#x3E;&gt;&quot;]]",
+                                                 "\r\n\tb\r\n",
+                                                 "&amp;co;&#38;&#13;\n",
+                                                 "\xEF\xBB\xBF&#65;",
+                                                 "<![CDATA[ &co; \r]]>",
+                                                 "<!-- c\r-->",
+                                                 "<?p \t d ?>",
+                                                 "<?p?>",
+                                                 "&co;"};
+        static constexpr const char *values[]
+            = {"&co; &lt;&#60;", "a\r\n\tb&#10;&#9;", "&amp;co;&gone;&amp;gone;", "", "\xEF\xBB\xBF"};
+        QByteArray text = "<!DOCTYPE r SYSTEM 'gone.dtd' [<!ENTITY co 'Company'>]>\r\n<r>";
+        for (const char *leaf : leaves) {
+            for (const char *value : values)
+                text += QByteArray("<e  a = '") + value + "'\r\n b=\"" + value + "\" >" + leaf + "<f/></e >";
+        }
+        text += "</r>";
+        dom::Document document;
+        QVERIFY(!document.load(text));
+        TreeModel model(document);
+        model.nametree(document.documentElement());
+        dialogs::ScriptedDialogs none;
+        PropertyServices services{none, {}, {}};
+        QModelIndexList open{model.index(0, 0)};
+        int answered = 0;
+        while (!open.isEmpty()) {
+            const QModelIndex node = open.takeLast();
+            for (int row = 0; row < model.rowCount(node); ++row)
+                open.append(model.index(row, 0, node));
+            if (!Propfrm::edits(node))
+                continue;
+            Propfrm form(services, document, model, node);
+            const quint64 revision = document.revision();
+            form.accept();
+            QCOMPARE(form.result(), int(QDialog::Accepted));
+            QCOMPARE(document.revision(), revision);
+            ++answered;
+        }
+        QCOMPARE(document.xml(), text);
+        QVERIFY(answered > 100);
+    }
+
+    void enterIsALineFeedAlone()
+    {
+        Desk desk("<r>\n\t\tabc&#160;\n\t<b/></r>", "0");
+        control::CodeEditor *box = desk.box("textbx");
+        box->placeCaret(1, 5);
+        QTest::keyClick(box, Qt::Key_Return);
+        QTest::keyClicks(box, q("<a></"));
+        desk.press("OKButton");
+        QCOMPARE(desk.document.xml(), "<r>\n\t\tabc\n&lt;a>&lt;/&#160;\n\t<b/></r>");
     }
 
     void refused()

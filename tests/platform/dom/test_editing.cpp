@@ -192,7 +192,8 @@ private Q_SLOTS:
             {"<a>\n\t<b/>\n\t<c/>\n</a>",
              both(appendText("", "t"), both(exchange("1", "2"), exchange("0", "1"))),
              "<a>t<b/>\n\t<c/>\n</a>"},
-            {"<a>t<b/>\n\t<c/>\n</a>", both(exchange("0", "1"), exchange("1", "2")), "<a>\n\t<b/>\n\t<c/>t</a>"},
+            {"<a>t<b/>\n\t<c/>\n</a>", both(exchange("0", "1"), exchange("1", "2")),
+             "<a>\n\t<b/>\n\t<c/>t</a>"},
             {"<a>\n\t<b/>t<c/>\n\t<d/>\n</a>", both(removal("2"), removal("2")), "<a>\n\t<b/>t</a>"},
             // a subtree takes its depth's indentation along, and nothing else changes in it
             {"<a>\n  <b>\n    <c>\n      <d/>\n\n      <!--\n      --><e>\n</e>\n    </c>\n  </b>\n</a>",

@@ -21,9 +21,10 @@ const Entities entities{{"co", "Company &e;"},
 // What may stand in each place, markup and meaning apart.
 const std::initializer_list<QByteArray> pieces[] = {
     {"a", "&#160;", "&gt;", "&#x20AC;", "\xF0\x9F\x98\x80", "\r\n", "\n", "\r", "]", "]]", ">", "&amp;",
-     "&#13;"},
+     "&#13;", "\uFEFF", "&#xFEFF;"},
     {"a", "\xC3\xA4", "\r\n", "\n", "\r", "]", "&", "<", "&amp;"},
-    {"a", "&#10;", "&quot;", "'", " ", "\r\n", "\t", "&co;", "&amp;", "co;", "&gone;", "&#9;", "amp;", "&e;"},
+    {"a", "&#10;", "&quot;", "'", " ", "\r\n", "\t", "&co;", "&amp;", "co;", "&gone;", "&#9;", "amp;", "&e;",
+     "\uFEFF"},
 };
 
 QString meaning(const QByteArray &raw, Place place)
