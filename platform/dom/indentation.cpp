@@ -3,6 +3,8 @@
 #include "platform/dom/markup_reader.h"
 #include "platform/dom/names.h"
 
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace dom {
@@ -157,6 +159,13 @@ QByteArray IndentChange::applied(QByteArrayView blanks) const
 std::optional<QByteArray> reindented(QByteArrayView element, const IndentChange &change, bool kept,
                                      const KeepsBlanks &keepsBlanks)
 {
+    // The same few blanks come again and again.
+    struct Known
+    {
+        QByteArrayView blanks;
+        QByteArray now;
+    };
+    std::array<Known, 64> known;
     QByteArray out;
     qsizetype done = 0;
     bool changed = false;
@@ -164,13 +173,15 @@ std::optional<QByteArray> reindented(QByteArrayView element, const IndentChange 
         if (!run.isLayout)
             continue;
         const QByteArrayView blanks = element.sliced(run.begin, run.end - run.begin);
-        const QByteArray now = change.applied(blanks);
-        if (now == blanks)
+        Known &last = known[size_t(blanks.size()) % known.size()];
+        if (last.blanks != blanks)
+            last = {blanks, change.applied(blanks)};
+        if (last.now == blanks)
             continue;
         if (!std::exchange(changed, true))
             out.reserve(element.size() + element.size() / 8);
         out += element.sliced(done, run.begin - done);
-        out += now;
+        out += last.now;
         done = run.end;
     }
     if (!changed)
