@@ -33,6 +33,13 @@ private Q_SLOTS:
              "<f/></c>\n</a>\n"},
             {"<été à=\"1  \"><!-- é --><名前>_0.0_</名前></été>",
              "<été à=\"1  \">\n<!-- é -->\n<名前>_0.0_</名前>\n</été>\n"},
+            {"<a><b>\nselect 1\n  from c</b><d> </d><e><![CDATA[x]]></e><f><!-- -a -\n --></f></a>",
+             "<a>\n<b>\nselect 1\n  from c</b>\n<d> </d>\n<e><![CDATA[x]]></e>\n<f><!-- -a -\n "
+             "--></f>\n</a>\n"},
+            {"<!-- -a\n -b --><a><?b  c\n d?><e f='&lt;&gt;  g'/><!-- - h - --></a>",
+             "<!-- -a\n -b -->\n<a>\n<?b  c\n d?>\n<e f='&lt;&gt;  g' />\n<!-- - h - -->\n</a>\n"},
+            {"<?xml version='1.0' encoding='Shift_JIS'?><a><b>\xE6\x97\xA5\n\xE6\x9C\xAC</b></a>",
+             "<?xml version='1.0' encoding='Shift_JIS'?>\n<a>\n<b>\xE6\x97\xA5\n\xE6\x9C\xAC</b>\n</a>\n"},
             // Of what is not well-formed: what can be told all the same; the rest is Tidy's to mend.
             {"<!DOCTYPE é [<!ENTITY e \"x\">]><é>&e;&nbsp;",
              "<!DOCTYPE é [<!ENTITY e \"x\">]>\n<é>&e;&#160;</é>\n"},
@@ -41,6 +48,12 @@ private Q_SLOTS:
             QCOMPARE(converted(text, "output-xml: yes\nindent: no\n"), result);
         QCOMPARE(converted("<a><s><![CDATA[<]]></s></a>", "output-xml: yes\nindent: no\nescape-cdata: yes"),
                  "<a>\n<s>&lt;</s>\n</a>\n");
+        QCOMPARE(converted("<a><b><!-- c --><d/>\n e</b><!-- f --></a>",
+                           "output-xml: yes\nindent: no\nhide-comments: yes"),
+                 "<a>\n<b><d/>\n e</b>\n</a>\n");
+        QCOMPARE(
+            converted("<a b='\u201C'>\u201C\u00A0\n\u2014</a>", "output-xml: yes\nindent: no\nbare: yes"),
+            "<a b='\u201C'>\" \n-</a>\n");
         QCOMPARE(converted("<a>\n<p>b\n<c/></p>\n</a>", "output-xml: yes\nindent: no\nnewline: CRLF"),
                  "<a>\r\n<p>b\r\n<c/></p>\r\n</a>\r\n");
     }
@@ -58,7 +71,14 @@ private Q_SLOTS:
         options.inputXml = true;
         options.output = Output::Xml;
         const std::tuple<QByteArray, QByteArray, bool> rows[] = {
-            {"<a>b c<d/></a>", "<a>b\nc\n<d/>\n</a>", true},
+            {"<a><b/><!-- c --><?d e?></a>", "<a>\n<b />\n<!-- c -->\n<?d e?></a>\n", true},
+            {"<a>b c<d/></a>", "<a>b\nc\n<d/>\n</a>", false},
+            {"<a> </a>", "<a/>", false},
+            {"<a xml:space='preserve'> <b/></a>", "<a xml:space='preserve'><b/></a>", false},
+            {"<a b='1 '/>", "<a b='1'/>", false},
+            {"<a><!-- b - - --></a>", "<a><!-- b = = --></a>", false},
+            {"<a><?b  c?></a>", "<a><?b d?></a>", false},
+            {"<a>&#32;<b/></a>", "<a><b/></a>", true},
             {"<a>b c</a>", "<a>b</a>", false},
             {"<a><b/></a>", "<a/>", false},
             {"<a>b</a>", "<a>b", false},

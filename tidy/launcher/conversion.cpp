@@ -19,8 +19,12 @@ Conversion::Conversion(const QByteArray &input, const RunOptions &options) : inp
 {
     if (!options.inputXml)
         return;
-    words_ = wordsOf(input);
-    shield_.emplace(input, Shielding{words_.has_value(), options.keepsSections, options.keepsValues});
+    words_ = wordsOf(input, options.keepsComments);
+    shield_.emplace(input,
+                    Shielding{.wellFormed = words_.has_value(),
+                              .escapesSections = !options.keepsSections,
+                              .dropsComments = !options.keepsComments,
+                              .plainTypography = !options.keepsWords});
 }
 
 platform::Result<QByteArray> Conversion::finished(const QByteArray &tidied) const
@@ -44,9 +48,9 @@ QByteArray Conversion::told(const QByteArray &report) const
 
 bool Conversion::isDamaged(const QByteArray &text) const
 {
-    if (!words_ || !options_.writesXml())
+    if (!words_)
         return false;
-    const std::optional<XmlWords> left = wordsOf(text);
+    const std::optional<XmlWords> left = wordsOf(text, options_.keepsComments);
     return !left || (options_.keepsWords && *left != *words_);
 }
 

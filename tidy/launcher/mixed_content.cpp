@@ -12,9 +12,9 @@ namespace {
 struct OpenElement
 {
     qsizetype content; // where it begins
-    int texts = 0;
-    int sections = 0;
-    int others = 0;
+    bool text = false; // not blanks alone
+    bool elements = false;
+    bool anything = false;
     bool preserved = false;
 };
 
@@ -28,21 +28,21 @@ bool preservesSpace(QByteArrayView tag)
     return name >= 0 && tag.indexOf("preserve", name) >= 0;
 }
 
-bool isMixed(const OpenElement &element, bool sections)
+// Blanks mean nothing only where elements stand among them and no text does.
+bool isLayout(const OpenElement &element)
 {
-    const int texts = element.texts + element.sections;
-    return element.preserved || (texts > 0 && texts + element.others > 1)
-        || (sections && element.sections > 0);
+    return !element.anything || (element.elements && !element.text && !element.preserved);
 }
 
-void count(OpenElement &parent, const Piece &piece, QByteArrayView text)
+void add(OpenElement &parent, const Piece &piece, QByteArrayView text)
 {
-    if (piece.kind == PieceKind::Section)
-        ++parent.sections;
-    else if (piece.kind != PieceKind::Text)
-        ++parent.others;
-    else if (!std::all_of(text.begin(), text.end(), isXmlBlank))
-        ++parent.texts;
+    parent.anything = true;
+    if (piece.kind == PieceKind::StartTag || piece.kind == PieceKind::EmptyTag)
+        parent.elements = true;
+    else if (piece.kind == PieceKind::Section)
+        parent.text = true;
+    else if (piece.kind == PieceKind::Text)
+        parent.text = parent.text || !std::all_of(text.begin(), text.end(), isXmlBlank);
 }
 
 } // namespace
@@ -53,7 +53,7 @@ bool isNameOfPreserved(QByteArrayView name)
     return std::any_of(std::begin(preservedNames), std::end(preservedNames), is);
 }
 
-std::vector<Range> contentsNotToLayOut(QByteArrayView xml, bool sections)
+std::vector<Range> contentsNotToLayOut(QByteArrayView xml)
 {
     std::vector<Range> found;
     std::vector<OpenElement> open;
@@ -62,7 +62,7 @@ std::vector<Range> contentsNotToLayOut(QByteArrayView xml, bool sections)
         const QByteArrayView text = xml.sliced(piece.begin, piece.size());
         if (piece.kind == PieceKind::EndTag && !open.empty()) {
             const Range content{open.back().content, piece.begin};
-            if (isMixed(open.back(), sections) && content.end > content.begin) {
+            if (!isLayout(open.back())) {
                 while (!found.empty() && found.back().begin > content.begin)
                     found.pop_back();
                 found.push_back(content);
@@ -71,7 +71,7 @@ std::vector<Range> contentsNotToLayOut(QByteArrayView xml, bool sections)
             continue;
         }
         if (!open.empty())
-            count(open.back(), piece, text);
+            add(open.back(), piece, text);
         if (piece.kind == PieceKind::StartTag)
             open.push_back({.content = piece.end, .preserved = preservesSpace(text)});
     }

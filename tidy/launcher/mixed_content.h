@@ -17,9 +17,8 @@ struct Range
 // into the content all the same.
 bool isNameOfPreserved(QByteArrayView name);
 
-// The contents of elements in which text stands beside markup, and of those whose blanks count; of nested
-// ones the outermost, in order. With sections also those that hold a CDATA section. The text is
-// well-formed XML.
-std::vector<Range> contentsNotToLayOut(QByteArrayView xml, bool sections);
+// The contents of elements that hold text, or no element at all, and of those that are to preserve blanks; of
+// nested ones the outermost, in order. The text is well-formed XML.
+std::vector<Range> contentsNotToLayOut(QByteArrayView xml);
 
 } // namespace launcher

@@ -252,10 +252,12 @@ RunOptions reconciledOptions(const QList<QByteArray> &files, QByteArrayView inpu
         setUnlessSaid(settings, "newline", lineEnd);
     quoteDoctype(settings);
     options.inputXml = isOn(settings, "input-xml");
+    if (options.inputXml && options.output == Output::Html)
+        set(settings, {"output-xml", "yes"}); // Tidy's tags are neither XML's nor HTML's then
     if (options.inputXml)
         setUnlessSaid(settings, "literal-attributes", "yes"); // a blank in a value counts in XML
-    options.keepsSections = !isOn(settings, "escape-cdata") && !isOn(settings, "indent-cdata");
-    options.keepsValues = isOn(settings, "literal-attributes");
+    options.keepsSections = !isOn(settings, "escape-cdata");
+    options.keepsComments = !isOn(settings, "hide-comments");
     options.keepsWords = !isOn(settings, "bare");
     options.lineEnd = lineEndSet(settings);
     options.namedReferences = options.output == Output::Html && !isOn(settings, "numeric-entities");

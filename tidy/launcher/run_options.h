@@ -35,7 +35,7 @@ struct RunOptions
     bool namedReferences = false; // characters outside the alphabet are written by name where HTML has one
     bool inputXml = false;
     bool keepsSections = true; // CDATA sections are to stay as they are
-    bool keepsValues = false; // blanks in attribute values are to stay as they are
+    bool keepsComments = true;
     bool keepsWords = true; // no option asks for other characters than the text has
     QByteArray lineEnd; // of the output; empty for Tidy's own choice
 

@@ -9,6 +9,7 @@ namespace launcher {
 namespace {
 
 constexpr QByteArrayView doctypeMark = "<!DOCTYPE";
+constexpr QByteArrayView sectionMark = "<![CDATA[";
 
 bool isAscii(QByteArrayView text)
 {
@@ -40,6 +41,23 @@ QByteArray withLineEnds(QByteArray text, const QByteArray &lineEnd)
     return text.replace("\r\n", "\n").replace('\r', '\n').replace("\n", lineEnd);
 }
 
+QByteArray escaped(QByteArray text)
+{
+    return text.replace('&', "&amp;").replace('<', "&lt;").replace('>', "&gt;");
+}
+
+// As Tidy has it, which sees but a part of the text.
+QByteArray withPlainTypography(QByteArray text)
+{
+    static constexpr std::pair<const char *, const char *> plain[] = {
+        {"\u2013", "-"},  {"\u2014", "-"},  {"\u2018", "'"},  {"\u2019", "'"}, {"\u201A", "'"},
+        {"\u201C", "\""}, {"\u201D", "\""}, {"\u201E", "\""}, {"\u00A0", " "},
+    };
+    for (const auto &[character, stands] : plain)
+        text.replace(character, stands);
+    return text;
+}
+
 QByteArrayList entitiesDeclaredIn(const QByteArray &doctype)
 {
     constexpr QByteArrayView declaration = "<!ENTITY";
@@ -62,7 +80,7 @@ XmlShield::XmlShield(const QByteArray &xml, const Shielding &shielding) : shield
     shielded_.reserve(xml.size());
     std::vector<Range> kept;
     if (shielding.wellFormed)
-        kept = contentsNotToLayOut(xml, shielding.sections);
+        kept = contentsNotToLayOut(xml);
     auto next = kept.begin();
     const QByteArrayView text = xml;
     for (qsizetype at = 0; at < xml.size();) {
@@ -135,6 +153,10 @@ void XmlShield::addPiece(PieceKind kind, QByteArrayView piece)
         return addTag(piece);
     case PieceKind::Doctype:
         return addDoctype(piece);
+    case PieceKind::Comment:
+        return addAside("<!--", piece, "-->");
+    case PieceKind::Instruction:
+        return addAside("<?", piece, "?>");
     default:
         shielded_ += piece;
     }
@@ -143,7 +165,44 @@ void XmlShield::addPiece(PieceKind kind, QByteArrayView piece)
 // Blank lines behind a word are nothing to Tidy.
 void XmlShield::addContent(QByteArrayView content)
 {
-    shielded_ += standIn(content.toByteArray(), true) + lineEndsOf(content);
+    shielded_ += standIn(treated(content), true) + lineEndsOf(content);
+}
+
+// Tidy indents the lines of comments and respells hyphens; its declaration it writes itself. What stands
+// behind the name of an instruction is enough to keep.
+void XmlShield::addAside(QByteArrayView opening, QByteArrayView aside, QByteArrayView closing)
+{
+    const bool whole = aside.endsWith(closing) && aside.size() > opening.size() + closing.size();
+    const bool instruction = opening == "<?";
+    const qsizetype begin = instruction ? endOfName(aside, opening.size()) : opening.size();
+    const QByteArrayView inside = aside.sliced(std::min(begin, aside.size()));
+    const bool declaration = aside.first(std::min(begin, aside.size())) == "<?xml";
+    if (!shielding_.wellFormed || !whole || declaration || inside.size() <= closing.size()) {
+        shielded_ += aside;
+        return;
+    }
+    shielded_ += aside.first(begin).toByteArray() + (instruction ? " " : "");
+    shielded_ += standIn(inside.chopped(closing.size()).toByteArray(), instruction);
+    shielded_ += closing.toByteArray() + lineEndsOf(inside);
+}
+
+QByteArray XmlShield::treated(QByteArrayView content) const
+{
+    if (!shielding_.escapesSections && !shielding_.dropsComments && !shielding_.plainTypography)
+        return content.toByteArray();
+    QByteArray out;
+    for (Piece piece{}; piece.end < content.size();) {
+        piece = pieceAt(content, piece.end);
+        const QByteArray text = content.sliced(piece.begin, piece.size()).toByteArray();
+        const bool dropped = piece.kind == PieceKind::Comment && shielding_.dropsComments;
+        if (piece.kind == PieceKind::Section && shielding_.escapesSections)
+            out += escaped(text.sliced(sectionMark.size()).chopped(3));
+        else if (piece.kind == PieceKind::Text && shielding_.plainTypography)
+            out += withPlainTypography(text);
+        else if (!dropped)
+            out += text;
+    }
+    return out;
 }
 
 void XmlShield::addDoctype(QByteArrayView doctype)
@@ -193,7 +252,7 @@ void XmlShield::addName(QByteArrayView name)
 void XmlShield::addValue(QByteArrayView value, char quote)
 {
     shielded_ += quote;
-    if (shielding_.wellFormed && shielding_.values && value.contains('\t'))
+    if (shielding_.wellFormed && !value.isEmpty())
         shielded_ += standIn(value.toByteArray()) + quote + lineEndsOf(value);
     else {
         addText(value);

@@ -12,17 +12,19 @@
 
 namespace launcher {
 
-// How much may be kept aside.
+// What is kept aside, and what becomes of it that Tidy cannot be asked for any more.
 struct Shielding
 {
-    bool wellFormed = false; // contents and all references, too; else only what can be told without
-    bool sections = true; // with wellFormed, contents with CDATA sections
-    bool values = true; // with wellFormed, attribute values with tabs
+    bool wellFormed = false; // contents, comments, instructions, values and all references; else only what
+                             // can be told without
+    bool escapesSections = false; // CDATA sections become text
+    bool dropsComments = false;
+    bool plainTypography = false; // dashes, quotation marks and blanks of word processors become plain ones
 };
 
 // A document with stand-ins, which are names and words to Tidy: for document types, for names and
-// references that Tidy does not know, and for contents that it must not lay out. Lines stay as many as they
-// were, so that what Tidy says of a line is true of the document.
+// references that Tidy does not know, and for all that it must not lay out or respell. Lines stay as many as
+// they were, so that what Tidy says of a line is true of the document.
 class XmlShield
 {
 public:
@@ -45,6 +47,8 @@ private:
     QByteArray standIn(const QByteArray &original, bool content = false);
     void addPiece(PieceKind kind, QByteArrayView piece);
     void addContent(QByteArrayView content);
+    void addAside(QByteArrayView opening, QByteArrayView aside, QByteArrayView closing);
+    QByteArray treated(QByteArrayView content) const;
     void addDoctype(QByteArrayView doctype);
     void addTag(QByteArrayView tag);
     void addName(QByteArrayView name);
