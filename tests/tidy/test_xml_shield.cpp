@@ -43,6 +43,14 @@ private Q_SLOTS:
             // Of what is not well-formed: what can be told all the same; the rest is Tidy's to mend.
             {"<!DOCTYPE é [<!ENTITY e \"x\">]><é>&e;&nbsp;",
              "<!DOCTYPE é [<!ENTITY e \"x\">]>\n<é>&e;&#160;</é>\n"},
+            {"<a>The <b>quick</b> brown <i>x</i><i>y</i>\n <u>z</u> <d> </d><c></a>",
+             "<a>The <b>quick</b> brown <i>x</i><i>y</i>\n <u>z</u> <d> </d><c></c></a>\n"},
+            {"<a>\n<p>f&o & b < c &; \n 1</b> 2</p><q>\n\n<r/><s></q></a>",
+             "<a>\n<p>f&amp;o &amp; b &lt; c &amp;; \n 1 2</p>\n<q>\n<r />\n<s></s>\n</q>\n</a>\n"},
+            {"<a><b>x</a> y", "<a>\n<b>x y</b>\n</a>\n"},
+            {"<a><b><![CDATA[ x\n  y < </b></a>", "<a>\n<b><![CDATA[ x\n  y < </b></a>]]></b>\n</a>\n"},
+            {"<a>b<!-- c</a>", "<a>b<!-- c</a>--></a>\n"},
+            {"<a>b<?c d</a>", "<a>b<?c d</a>?></a>\n"},
         };
         for (const auto &[text, result] : rows)
             QCOMPARE(converted(text, "output-xml: yes\nindent: no\n"), result);
@@ -63,6 +71,8 @@ private Q_SLOTS:
     {
         converted("<!DOCTYPE é [\n<!ENTITY e 'x'>\n]>\n<é><b>1\n<c/></b>\n<d></é>", "output-xml: yes\n");
         QVERIFY(exchange_.content("f.txt").startsWith("line 6 column 4 - Error: unexpected </é> in <d>"));
+        converted("<a>\n\t<é><![CDATA[ x </é></a>", "output-xml: yes\n");
+        QVERIFY(exchange_.content("f.txt").startsWith("line 2 column 5 - Warning: missing ]]>"));
     }
 
     void damage()
@@ -82,7 +92,9 @@ private Q_SLOTS:
             {"<a>b c</a>", "<a>b</a>", false},
             {"<a><b/></a>", "<a/>", false},
             {"<a>b</a>", "<a>b", false},
-            {"<a>b", "<a>", true},
+            {"<a>b", "<a>", false},
+            {"<a>b", "<a>b</a>", true},
+            {"<a>b c", "<a>b\nc</a>", true},
             {"<a>b</a>", " \n", false},
         };
         for (const auto &[text, output, good] : rows)

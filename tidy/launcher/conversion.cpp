@@ -1,6 +1,8 @@
 #include "tidy/launcher/conversion.h"
 
+#include "tidy/launcher/blank_repair.h"
 #include "tidy/launcher/html_tags.h"
+#include "tidy/launcher/open_asides.h"
 #include "tidy/launcher/references.h"
 #include "tidy/launcher/well_formed.h"
 #include "tidy/launcher/xml_pieces.h"
@@ -13,45 +15,106 @@ namespace {
 
 bool isBlank(const QByteArray &text) { return std::all_of(text.begin(), text.end(), isXmlBlank); }
 
+bool beginsXhtml(const QByteArray &text)
+{
+    for (Piece piece{}; piece.end < text.size();) {
+        piece = pieceAt(text, piece.end);
+        const QByteArrayView tag = QByteArrayView(text).sliced(piece.begin, piece.size());
+        if (piece.kind == PieceKind::StartTag || piece.kind == PieceKind::EmptyTag)
+            return tagName(tag) == "html" && tag.contains("http://www.w3.org/1999/xhtml");
+    }
+    return false;
+}
+
+// It is the exchange's own.
+QByteArrayView withoutLastLineEnd(QByteArrayView text)
+{
+    return text.endsWith("\r\n") ? text.chopped(2) : text;
+}
+
+// Tidy respells the declaration of the encoding.
+QByteArray withDeclarationOf(const QByteArray &input, QByteArray text)
+{
+    constexpr QByteArrayView begin = "<?xml ";
+    const qsizetype had = input.indexOf("?>");
+    const qsizetype has = text.indexOf("?>");
+    if (input.startsWith(begin) && text.startsWith(begin) && had >= 0 && has >= 0)
+        text.replace(0, has, input.first(had));
+    return text;
+}
+
 } // namespace
 
 Conversion::Conversion(const QByteArray &input, const RunOptions &options) : input_(input), options_(options)
 {
-    if (!options.inputXml)
+    const bool xhtml = !options.inputXml && beginsXhtml(input);
+    if (options.inputXml || xhtml)
+        words_ = wordsOf(input, options.keepsComments);
+    if (!options.inputXml) {
+        page_.emplace(input, HtmlShield::Kind{xhtml && words_.has_value(), options.writesXml()});
         return;
-    words_ = wordsOf(input, options.keepsComments);
-    shield_.emplace(input,
-                    Shielding{.wellFormed = words_.has_value(),
-                              .escapesSections = !options.keepsSections,
-                              .dropsComments = !options.keepsComments,
-                              .plainTypography = !options.keepsWords});
+    }
+    if (!words_)
+        mended_ = closeAsides(input_);
+    xml_.emplace(input_,
+                 Shielding{.wellFormed = words_.has_value(),
+                           .escapesSections = !options.keepsSections,
+                           .dropsComments = !options.keepsComments,
+                           .plainTypography = !options.keepsWords});
 }
 
 platform::Result<QByteArray> Conversion::finished(const QByteArray &tidied) const
 {
     if (isBlank(tidied) && !isBlank(input_))
         return platform::Failure{QStringLiteral("Tidy left nothing of the text")};
-    QByteArray text = shield_ ? shield_->restored(tidied, options_.lineEnd) : tidied;
-    if (options_.output == Output::Xml || options_.output == Output::Xhtml)
+    platform::Result<QByteArray> text = xml_ ? finishedXml(tidied) : finishedPage(tidied);
+    if (!text)
+        return text;
+    return withReferences(*text, options_.alphabet, options_.namedReferences);
+}
+
+platform::Result<QByteArray> Conversion::finishedXml(const QByteArray &tidied) const
+{
+    QByteArray text = xml_->restored(tidied, options_.lineEnd);
+    if (!words_ && options_.keepsWords) {
+        const ReadText source{withoutLastLineEnd(input_), Dialect::Xml};
+        text = withRepairedBlanks(source, {text, Dialect::Xml}, options_.lineEnd);
+        const QString differs = differenceInReading(source, {text, Dialect::Xml});
+        if (!differs.isEmpty())
+            return platform::Failure{QStringLiteral("Tidy would have changed the text: ") + differs};
+    }
+    if (options_.writesXml() || options_.output == Output::Html)
         text = wellFormed(text);
-    if (isDamaged(text))
-        return platform::Failure{QStringLiteral("Tidy would have damaged the text, which is well-formed")};
-    if (options_.inputXml && !options_.writesXml())
-        text = withHtmlTags(text);
-    return withReferences(text, options_.alphabet, options_.namedReferences);
+    if (words_) {
+        text = withDeclarationOf(input_, text);
+        const std::optional<XmlWords> left = wordsOf(text, options_.keepsComments);
+        if (!left || (options_.keepsWords && *left != *words_))
+            return platform::Failure{
+                QStringLiteral("Tidy would have damaged the text, which is well-formed")};
+    }
+    return options_.writesXml() ? text : withHtmlTags(text);
+}
+
+platform::Result<QByteArray> Conversion::finishedPage(const QByteArray &tidied) const
+{
+    const ReadText source{page_->shielded(), Dialect::Html};
+    const ReadText made{tidied, options_.writesXml() ? Dialect::Xhtml : Dialect::Html};
+    QByteArray text = withRepairedBlanks(source, made, options_.lineEnd);
+    if (options_.keepsPageWords) {
+        const QString differs = differenceInReading(source, {text, made.dialect});
+        if (!differs.isEmpty())
+            return platform::Failure{QStringLiteral("Tidy would have changed what is read: ") + differs};
+        if (!page_->isWholeIn(text))
+            return platform::Failure{
+                QStringLiteral("Tidy would have left out a script, a style sheet, a drawing or a formula")};
+    }
+    text = page_->restored(text, options_.lineEnd);
+    return options_.writesXml() ? wellFormed(text) : text;
 }
 
 QByteArray Conversion::told(const QByteArray &report) const
 {
-    return shield_ ? shield_->restored(report, " ") : report;
-}
-
-bool Conversion::isDamaged(const QByteArray &text) const
-{
-    if (!words_)
-        return false;
-    const std::optional<XmlWords> left = wordsOf(text, options_.keepsComments);
-    return !left || (options_.keepsWords && *left != *words_);
+    return mended_ + (xml_ ? xml_->restored(report, " ") : page_->told(report));
 }
 
 } // namespace launcher

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/result.h"
+#include "tidy/launcher/html_shield.h"
 #include "tidy/launcher/run_options.h"
 #include "tidy/launcher/xml_shield.h"
 #include "tidy/launcher/xml_words.h"
@@ -17,22 +18,26 @@ class Conversion
 public:
     Conversion(const QByteArray &input, const RunOptions &options);
 
-    // The text for Tidy; the input itself unless it is XML.
-    const QByteArray &forTidy() const { return shield_ ? shield_->shielded() : input_; }
+    // The text for Tidy.
+    const QByteArray &forTidy() const { return xml_ ? xml_->shielded() : page_->shielded(); }
 
-    // Tidy's output as the options mean it. Fails when Tidy lost the text, or damaged it.
+    // Tidy's output as the options mean it, and with the text as it was. Fails when Tidy lost some of it, or
+    // damaged it.
     platform::Result<QByteArray> finished(const QByteArray &tidied) const;
 
     // Tidy's report in the words of the input.
     QByteArray told(const QByteArray &report) const;
 
 private:
-    bool isDamaged(const QByteArray &text) const;
+    platform::Result<QByteArray> finishedXml(const QByteArray &tidied) const;
+    platform::Result<QByteArray> finishedPage(const QByteArray &tidied) const;
 
-    const QByteArray input_;
+    QByteArray input_;
     const RunOptions options_;
+    QByteArray mended_; // what is added to Tidy's report
     std::optional<XmlWords> words_; // of XML that is well-formed
-    std::optional<XmlShield> shield_; // of XML
+    std::optional<XmlShield> xml_; // one of both is there
+    std::optional<HtmlShield> page_;
 };
 
 } // namespace launcher

@@ -1,23 +1,10 @@
 #include "tidy/launcher/html_tags.h"
 
-#include "tidy/launcher/xml_pieces.h"
-
-#include <algorithm>
-#include <iterator>
+#include "tidy/launcher/html_pieces.h"
 
 namespace launcher {
 
 namespace {
-
-constexpr const char *voidElements[]
-    = {"area", "base",  "basefont", "bgsound", "br",   "col",  "command", "embed",  "frame", "hr", "image",
-       "img",  "input", "isindex",  "keygen",  "link", "meta", "param",   "source", "track", "wbr"};
-
-bool isVoid(const QByteArray &name)
-{
-    const QByteArray lower = name.toLower();
-    return std::find(std::begin(voidElements), std::end(voidElements), lower) != std::end(voidElements);
-}
 
 QByteArray startTag(QByteArrayView emptyTag)
 {
@@ -45,10 +32,10 @@ QByteArray withHtmlTags(const QByteArray &xml)
         const QByteArray name = markup.first(endOfName(markup, 1)).sliced(1).toByteArray();
         const QByteArray endTag = "</" + name + '>';
         const bool nothingInside = text.sliced(piece.end).startsWith(endTag);
-        if (empty || isVoid(name))
+        if (empty || isVoidElement(name.toLower()))
             piece.end += nothingInside ? endTag.size() : 0;
         out += empty ? startTag(markup) : markup.toByteArray();
-        if (empty && !isVoid(name))
+        if (empty && !isVoidElement(name.toLower()))
             out += endTag;
     }
     return out;

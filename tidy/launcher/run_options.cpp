@@ -50,6 +50,9 @@ constexpr Narrow narrowEncodings[] = {
     {"mac", Alphabet::Ascii},   {"win1252", Alphabet::Ascii}, {"ibm858", Alphabet::Ascii},
 };
 
+// Besides "bare", what leaves out or respells some of what a page shows.
+constexpr const char *otherWords[] = {"ascii-chars", "show-body-only", "word-2000"};
+
 struct OutputName
 {
     const char *option;
@@ -254,11 +257,17 @@ RunOptions reconciledOptions(const QList<QByteArray> &files, QByteArrayView inpu
     options.inputXml = isOn(settings, "input-xml");
     if (options.inputXml && options.output == Output::Html)
         set(settings, {"output-xml", "yes"}); // Tidy's tags are neither XML's nor HTML's then
-    if (options.inputXml)
-        setUnlessSaid(settings, "literal-attributes", "yes"); // a blank in a value counts in XML
+    setUnlessSaid(settings, "literal-attributes", "yes"); // a blank in a value counts, and fields show it
+    if (!options.inputXml) {
+        setUnlessSaid(settings, "drop-empty-elements", "no"); // a style sheet may make pictures of them
+        setUnlessSaid(settings, "repeated-attributes", "keep-first"); // as browsers do
+    }
     options.keepsSections = !isOn(settings, "escape-cdata");
     options.keepsComments = !isOn(settings, "hide-comments");
     options.keepsWords = !isOn(settings, "bare");
+    options.keepsPageWords = options.keepsWords
+        && std::none_of(std::begin(otherWords), std::end(otherWords),
+                        [&](const char *name) { return isOn(settings, name); });
     options.lineEnd = lineEndSet(settings);
     options.namedReferences = options.output == Output::Html && !isOn(settings, "numeric-entities");
     options.configuration = configurationOf(settings);

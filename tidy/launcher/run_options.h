@@ -37,6 +37,7 @@ struct RunOptions
     bool keepsSections = true; // CDATA sections are to stay as they are
     bool keepsComments = true;
     bool keepsWords = true; // no option asks for other characters than the text has
+    bool keepsPageWords = true; // nor for other words than a page has
     QByteArray lineEnd; // of the output; empty for Tidy's own choice
 
     bool writesXml() const { return output == Output::AsInput ? inputXml : output != Output::Html; }

@@ -24,28 +24,6 @@ void trimEnd(QByteArray &text)
     text.truncate(end);
 }
 
-QByteArray lineEndsOf(QByteArrayView text)
-{
-    QByteArray ends;
-    for (const char c : text) {
-        if (c == '\n' || c == '\r')
-            ends += c;
-    }
-    return ends;
-}
-
-QByteArray withLineEnds(QByteArray text, const QByteArray &lineEnd)
-{
-    if (lineEnd.isEmpty() || !(text.contains('\n') || text.contains('\r')))
-        return text;
-    return text.replace("\r\n", "\n").replace('\r', '\n').replace("\n", lineEnd);
-}
-
-QByteArray escaped(QByteArray text)
-{
-    return text.replace('&', "&amp;").replace('<', "&lt;").replace('>', "&gt;");
-}
-
 // As Tidy has it, which sees but a part of the text.
 QByteArray withPlainTypography(QByteArray text)
 {
@@ -74,9 +52,8 @@ QByteArrayList entitiesDeclaredIn(const QByteArray &doctype)
 
 } // namespace
 
-XmlShield::XmlShield(const QByteArray &xml, const Shielding &shielding) : shielding_(shielding)
+XmlShield::XmlShield(const QByteArray &xml, const Shielding &shielding) : shielding_(shielding), words_(xml)
 {
-    chooseKey(xml);
     shielded_.reserve(xml.size());
     std::vector<Range> kept;
     if (shielding.wellFormed)
@@ -99,20 +76,12 @@ QByteArray XmlShield::restored(const QByteArray &text, const QByteArray &lineEnd
 {
     QByteArray out;
     out.reserve(text.size());
+    const QByteArrayView all = text;
     qsizetype at = 0;
-    for (qsizetype found = 0; (found = text.indexOf(key_, at)) >= 0;) {
-        const qsizetype number = found + key_.size();
-        const qsizetype end = text.indexOf('_', number);
-        bool known = false;
-        const qsizetype index = text.sliced(number, std::max<qsizetype>(end - number, 0)).toLongLong(&known);
-        if (!known || index >= qsizetype(originals_.size())) {
-            out += text.sliced(at, number - at);
-            at = number;
-            continue;
-        }
-        const Original &original = originals_[size_t(index)];
-        out += text.sliced(at, found - at);
-        at = end + 1;
+    while (const auto found = words_.next(text, at, qsizetype(originals_.size()))) {
+        const Original &original = originals_[size_t(found->number)];
+        out += all.sliced(at, found->begin - at);
+        at = found->end;
         if (original.content) {
             trimEnd(out);
             while (at < text.size() && isXmlBlank(text[at]))
@@ -123,20 +92,11 @@ QByteArray XmlShield::restored(const QByteArray &text, const QByteArray &lineEnd
     return out + text.sliced(at);
 }
 
-// No letters, whose case Tidy might change. The dot keeps a text before a stand-in from beginning another.
-void XmlShield::chooseKey(const QByteArray &xml)
-{
-    int tried = 0;
-    do {
-        key_ = '_' + QByteArray::number(tried++) + '.';
-    } while (xml.contains(key_));
-}
-
 QByteArray XmlShield::standIn(const QByteArray &original, bool content)
 {
     QByteArray &made = standIns_[content ? '>' + original : original];
     if (made.isEmpty()) {
-        made = key_ + QByteArray::number(qsizetype(originals_.size())) + '_';
+        made = words_.word(qsizetype(originals_.size()));
         originals_.push_back({original, content});
     }
     return made;
@@ -146,7 +106,8 @@ void XmlShield::addPiece(PieceKind kind, QByteArrayView piece)
 {
     switch (kind) {
     case PieceKind::Text:
-        return addText(piece);
+        return addText(shielding_.wellFormed ? piece.toByteArray()
+                                             : withPlainReferences(piece.toByteArray()));
     case PieceKind::StartTag:
     case PieceKind::EmptyTag:
     case PieceKind::EndTag:

@@ -1,6 +1,7 @@
 // What Tidy would damage in XML is kept from its sight.
 #pragma once
 
+#include "tidy/launcher/stand_ins.h"
 #include "tidy/launcher/xml_pieces.h"
 
 #include <QByteArray>
@@ -43,7 +44,6 @@ private:
         bool content; // of an element, whole: what blanks are around its stand-in are Tidy's
     };
 
-    void chooseKey(const QByteArray &xml);
     QByteArray standIn(const QByteArray &original, bool content = false);
     void addPiece(PieceKind kind, QByteArrayView piece);
     void addContent(QByteArrayView content);
@@ -57,7 +57,7 @@ private:
     void addReference(QByteArrayView reference);
 
     Shielding shielding_;
-    QByteArray key_; // begins every stand-in, and occurs nowhere else
+    StandIns words_;
     std::vector<Original> originals_;
     QHash<QByteArray, QByteArray> standIns_; // by original
     QByteArrayList declared_; // the entities
