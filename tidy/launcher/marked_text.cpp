@@ -175,8 +175,10 @@ private:
         if (dialect_ == Dialect::Html && keepsBlanks(name))
             skipFirstLineEnd(piece.end);
         const qsizetype from = gap_.blanks.back().begin;
+        if (!hasRawText(name) && !hasPlainText(name))
+            return;
         const qsizetype end = endOfRawText(markup_, from, name);
-        if (!(hasRawText(name) || hasPlainText(name)) || end == markup_.size())
+        if (end == markup_.size())
             return;
         at_ = end;
         if (hasPlainText(name))

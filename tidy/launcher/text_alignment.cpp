@@ -10,13 +10,15 @@ namespace launcher {
 namespace {
 
 constexpr size_t anchor = 8; // so many equal characters are no accident
-constexpr size_t reach = 1000; // how far an anchor is looked for
+constexpr size_t reach = 400; // how far an anchor is looked for
 constexpr int mostLosses = 200;
 
 using View = std::u32string_view;
 
 bool anchored(View from, View to)
 {
+    if (!from.empty() && !to.empty() && from.front() != to.front())
+        return false;
     const size_t size = std::min({anchor, from.size(), to.size()});
     const bool ends = from.size() == to.size() && from.size() < anchor;
     return (size == anchor || ends) && from.substr(0, size) == to.substr(0, size);
