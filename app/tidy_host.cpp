@@ -13,10 +13,11 @@
 
 #include <QCryptographicHash>
 #include <QDockWidget>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QProgressBar>
-
-#include <algorithm>
+#include <QStatusBar>
+#include <QToolButton>
 
 namespace app {
 
@@ -36,9 +37,11 @@ TidyHost::TidyHost(const Around &around)
           .showMessages
           = [this](const std::vector<tidy::Message> &messages) { takeTransformMessages(messages); },
       },
+      cmdcanceltidy(new QToolButton(&around_.window)), cmdtidyresult(new QToolButton(&around_.window)),
       dock_(new QDockWidget(tidy::messagesTitle(), &around_.window)), panel_(new tidy::MessagesPanel(dock_))
 {
     addPanel();
+    addButtons();
     connect(&run_, &tidy::TidyRun::note, this, around_.note);
     connect(&run_, &tidy::TidyRun::finished, this, &TidyHost::runEnded);
     connect(&around_.editor, &control::CodeEditor::textEdited, this, &TidyHost::textEdited);
@@ -94,9 +97,48 @@ void TidyHost::showProgress(int value)
     around_.bar.setValue(value);
     around_.bar.show();
     around_.bar.raise();
+    cmdcanceltidy->show();
 }
 
-void TidyHost::hideProgress() { around_.bar.hide(); }
+void TidyHost::hideProgress()
+{
+    around_.bar.hide();
+    cmdcanceltidy->hide();
+}
+
+// Escape, where the text is, means the wait that the user sees there.
+bool TidyHost::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool escape = run_.inProgress() && event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel);
+    if (escape)
+        run_.cancel();
+    return escape || QObject::eventFilter(watched, event);
+}
+
+void TidyHost::addButtons()
+{
+    const auto add = [this](QToolButton *button, const char *name, const QString &text, const QString &tip) {
+        button->setObjectName(QLatin1StringView(name));
+        button->setText(text);
+        button->setToolTip(tip);
+        button->setFocusPolicy(Qt::TabFocus);
+        around_.window.statusBar()->insertPermanentWidget(0, button);
+        button->hide();
+    };
+    add(cmdcanceltidy, "cmdcanceltidy", QStringLiteral("Cancel Tidy"),
+        QStringLiteral("Ends Tidy and leaves the text as it is (Esc in the text)"));
+    add(cmdtidyresult, "cmdtidyresult", QStringLiteral("Use Tidy's Result"),
+        QStringLiteral("Replaces the text, which was changed while Tidy was at work; Undo brings it back"));
+    connect(cmdcanceltidy, &QToolButton::clicked, &run_, &tidy::TidyRun::cancel);
+    connect(cmdtidyresult, &QToolButton::clicked, this, [this] {
+        around_.showXmlMode();
+        run_.takeOffer();
+    });
+    connect(&run_, &tidy::TidyRun::offerChanged, this,
+            [this] { cmdtidyresult->setVisible(run_.offersOutput()); });
+    around_.editor.installEventFilter(this);
+}
 
 void TidyHost::addPanel()
 {
@@ -111,9 +153,10 @@ void TidyHost::takeTransformMessages(const std::vector<tidy::Message> &messages)
 {
     spokenOf_ = textIdentity();
     transformMessages_ = messages;
-    panel_->showMessages(messages);
+    const tidy::Counts counts = tidy::countsOf(messages);
+    panel_->showMessages(messages, counts);
     if (!messages.empty())
-        around_.note(summaryOf(messages));
+        around_.note(summaryOf(counts));
 }
 
 // What Tidy says of a transformation's result is about no line that the editor ever shows.
@@ -126,25 +169,29 @@ void TidyHost::runEnded()
                        QStringLiteral("Line %1 of the result: ").arg(message.line) + message.text};
     }
     messages.insert(messages.begin(), transformMessages_.begin(), transformMessages_.end());
-    panel_->showMessages(messages);
+    tidy::Counts counts = tidy::countsOf(transformMessages_);
+    counts.errors += run_.counts().errors;
+    counts.warnings += run_.counts().warnings;
+    panel_->showMessages(messages, counts);
     if (tidy::saysFailure(run_.messages()))
         return; // has been noted
-    const QString kept = QStringLiteral("What Tidy made is put in when XML Mode is shown. ");
-    const QString made
-        = proposed_.isEmpty() ? QString() : QStringLiteral("The result is a new document; Undo leads back. ");
-    around_.note((run_.keepsOutput() ? kept : made) + summaryOf(messages));
+    QString where;
+    if (run_.keepsOutput())
+        where = QStringLiteral("What Tidy made is put in when XML Mode is shown. ");
+    else if (run_.offersOutput())
+        where = QStringLiteral("The text was changed meanwhile and stays; what Tidy made is offered. ");
+    else if (!proposed_.isEmpty())
+        where = QStringLiteral("The result is a new document; Undo leads back. ");
+    around_.note(where + summaryOf(counts));
 }
 
 // The panel does not open by itself: most runs say something, and few of it matters.
-QString TidyHost::summaryOf(const std::vector<tidy::Message> &messages) const
+QString TidyHost::summaryOf(const tidy::Counts &counts) const
 {
-    const bool matters = std::any_of(messages.begin(), messages.end(), [](const tidy::Message &message) {
-        return message.severity != tidy::Severity::Information;
-    });
+    const bool matters = counts.errors + counts.warnings > 0;
     if (!matters && transformMessages_.empty())
         return QStringLiteral("Tidy found nothing to warn of.");
-    const QString said
-        = matters ? tidy::summaryOf(messages) : QStringLiteral("The style sheet left messages");
+    const QString said = matters ? tidy::summaryOf(counts) : QStringLiteral("The style sheet left messages");
     const QString where = QStringLiteral(": see \"%1\" in the \"Tools\" menu").arg(tidy::messagesTitle());
     return dock_->isVisible() ? said : said + where;
 }

@@ -6,11 +6,11 @@
 
 #include <QHash>
 #include <QObject>
-#include <QPointer>
 
 class QDockWidget;
 class QMainWindow;
 class QProgressBar;
+class QToolButton;
 
 namespace control {
 class CodeEditor;
@@ -54,21 +54,27 @@ public:
 
     void modeChanged(); // another tab is the current one
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void showProgress(int value) override;
     void hideProgress() override;
     void addPanel();
+    void addButtons();
     void run(const QByteArray &markup, const QString &proposed = {});
     void textEdited();
     void takeTransformMessages(const std::vector<tidy::Message> &messages);
     void runEnded();
-    QString summaryOf(const std::vector<tidy::Message> &messages) const;
+    QString summaryOf(const tidy::Counts &counts) const;
     void goTo(int line, int column);
     QByteArray textIdentity() const;
 
     Around around_;
     tidy::TidyRun run_;
     tidy::ConvertServices services_;
+    QToolButton *cmdcanceltidy; // in the status bar, while a run is on
+    QToolButton *cmdtidyresult; // likewise, while an output is offered
     QDockWidget *dock_; // of the window
     tidy::MessagesPanel *panel_; // in the dock
     QHash<QString, QStringList> allowedFiles_; // to be read by transformations, by document

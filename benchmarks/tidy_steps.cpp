@@ -22,9 +22,9 @@ class HelperShell : public shell::Shell
 {
 public:
     platform::Result<void> open(const QString &) override { return {}; }
-    platform::Result<void> start(const QString &program, const QString &workingFolder) override
+    shell::StartedHelper start(const QString &program, const QString &workingFolder) override
     {
-        return shell::startDetached(program, workingFolder);
+        return shell::startHelper(program, workingFolder);
     }
 };
 

@@ -58,12 +58,14 @@ QTreeWidgetItem *rowFor(const Message &message, const QWidget &panel)
     return row;
 }
 
+QString noMessages() { return QStringLiteral("No messages."); }
+
 } // namespace
 
 QString messagesTitle() { return QStringLiteral("Tidy Messages"); }
 
 MessagesPanel::MessagesPanel(QWidget *parent)
-    : QWidget(parent), summary_(new QLabel(summaryOf({}), this)), list_(new QTreeWidget(this))
+    : QWidget(parent), summary_(new QLabel(noMessages(), this)), list_(new QTreeWidget(this))
 {
     setObjectName(QStringLiteral("MessagesPanel"));
     setWindowTitle(messagesTitle());
@@ -84,10 +86,10 @@ MessagesPanel::MessagesPanel(QWidget *parent)
     connect(copyKey, &QShortcut::activated, this, &MessagesPanel::copy);
 }
 
-void MessagesPanel::showMessages(const std::vector<Message> &messages)
+void MessagesPanel::showMessages(const std::vector<Message> &messages, const Counts &counts)
 {
     list_->clear();
-    summary_->setText(summaryOf(messages));
+    summary_->setText(messages.empty() ? noMessages() : summaryOf(counts));
     QList<QTreeWidgetItem *> rows;
     for (const Message &message : messages)
         rows << rowFor(message, *this);

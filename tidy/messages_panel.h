@@ -22,8 +22,9 @@ public:
     // To be put into a dock or shown by itself.
     explicit MessagesPanel(QWidget *parent = nullptr);
 
-    // Takes the place of what was shown before.
-    void showMessages(const std::vector<Message> &messages);
+    // Takes the place of what was shown before. There may be more faults than messages.
+    void showMessages(const std::vector<Message> &messages, const Counts &counts);
+    void showMessages(const std::vector<Message> &messages) { showMessages(messages, countsOf(messages)); }
 
 Q_SIGNALS:
     // A message that has a place was clicked, or chosen with Enter; both are counted from 1.

@@ -34,9 +34,8 @@ Message messageIn(const QString &line)
     return {0, 0, Severity::Information, line};
 }
 
-Message moreMessage(const QByteArray &report, qsizetype from)
+Message moreMessage(size_t lines)
 {
-    const auto lines = std::count(report.begin() + from, report.end(), '\n');
     return {0, 0, Severity::Information, QStringLiteral("%1 lines more are left out.").arg(lines)};
 }
 
@@ -50,34 +49,80 @@ qsizetype endOfMatter(const QByteArray &report)
 // Tidy writes the line ends that it was told to write in the text.
 QByteArray withPlainLineEnds(QByteArray report) { return report.replace("\r\n", "\n").replace('\r', '\n'); }
 
-QString countOf(const std::vector<Message> &messages, Severity severity, const QString &one)
+QString countOf(int count, const QString &one)
 {
-    const auto count = std::count_if(messages.begin(), messages.end(), [severity](const Message &message) {
-        return message.severity == severity;
-    });
     return QStringLiteral("%1 %2%3").arg(count).arg(one, count == 1 ? QString() : QStringLiteral("s"));
+}
+
+// The lines that say anything.
+QList<QByteArrayView> linesOf(const QByteArray &report)
+{
+    QList<QByteArrayView> lines;
+    const QByteArrayView matter = QByteArrayView(report).first(endOfMatter(report));
+    for (qsizetype at = 0; at < matter.size();) {
+        const qsizetype found = matter.indexOf('\n', at);
+        const qsizetype end = found < 0 ? matter.size() : found;
+        const QByteArrayView line = matter.sliced(at, end - at).trimmed();
+        if (!line.empty())
+            lines << line;
+        at = end + 1;
+    }
+    return lines;
+}
+
+bool tellsOfError(QByteArrayView line)
+{
+    return line.startsWith("Error: ") || line.contains(" - Error: ") || line.contains(": Error: ");
 }
 
 } // namespace
 
 std::vector<Message> messagesIn(const QByteArray &given)
 {
-    const QByteArray plain = withPlainLineEnds(given);
-    const QByteArray report = plain.first(endOfMatter(plain));
+    const QByteArray report = withPlainLineEnds(given);
+    const QList<QByteArrayView> lines = linesOf(report);
+    const size_t errors = size_t(std::count_if(lines.begin(), lines.end(), tellsOfError));
+    size_t errorsLeft = std::min<size_t>(errors, mostMessages);
+    size_t othersLeft = mostMessages - errorsLeft;
     std::vector<Message> messages;
-    for (qsizetype at = 0; at < report.size();) {
-        if (messages.size() == mostMessages) {
-            messages.push_back(moreMessage(report, at));
-            break;
-        }
-        const qsizetype found = report.indexOf('\n', at);
-        const qsizetype end = found < 0 ? report.size() : found;
-        const QString said = QString::fromUtf8(QByteArrayView(report).sliced(at, end - at)).trimmed();
-        if (!said.isEmpty())
-            messages.push_back(messageIn(said));
-        at = end + 1;
+    for (const QByteArrayView line : lines) {
+        size_t &left = tellsOfError(line) ? errorsLeft : othersLeft;
+        if (left == 0)
+            continue;
+        --left;
+        messages.push_back(messageIn(QString::fromUtf8(line)));
     }
+    if (const size_t all = size_t(lines.size()); all > messages.size())
+        messages.push_back(moreMessage(all - messages.size()));
     return messages;
+}
+
+Counts countsIn(const QByteArray &given)
+{
+    static const QRegularExpression total(QStringLiteral("^Tidy found (\\d+) warnings? and (\\d+) errors?"));
+    const QByteArray report = withPlainLineEnds(given);
+    Counts counts;
+    Counts counted;
+    for (const QByteArrayView line : linesOf(report)) {
+        const QString said = QString::fromUtf8(line);
+        const Severity severity = messageIn(said).severity;
+        counts.errors += severity == Severity::Error ? 1 : 0;
+        counts.warnings += severity == Severity::Warning ? 1 : 0;
+        const QRegularExpressionMatch match = total.match(said);
+        if (match.hasMatch())
+            counted = {match.captured(2).toInt(), match.captured(1).toInt()};
+    }
+    return {std::max(counts.errors, counted.errors), std::max(counts.warnings, counted.warnings)};
+}
+
+Counts countsOf(const std::vector<Message> &messages)
+{
+    const auto of = [&](Severity severity) {
+        return int(std::count_if(messages.begin(), messages.end(), [severity](const Message &message) {
+            return message.severity == severity;
+        }));
+    };
+    return {of(Severity::Error), of(Severity::Warning)};
 }
 
 bool saysFailure(const std::vector<Message> &messages)
@@ -85,12 +130,10 @@ bool saysFailure(const std::vector<Message> &messages)
     return !messages.empty() && messages.front().line == 0 && messages.front().severity == Severity::Error;
 }
 
-QString summaryOf(const std::vector<Message> &messages)
+QString summaryOf(const Counts &counts)
 {
-    if (messages.empty())
-        return QStringLiteral("No messages.");
-    return countOf(messages, Severity::Error, QStringLiteral("error")) + QStringLiteral(", ")
-        + countOf(messages, Severity::Warning, QStringLiteral("warning"));
+    return countOf(counts.errors, QStringLiteral("error")) + QStringLiteral(", ")
+        + countOf(counts.warnings, QStringLiteral("warning"));
 }
 
 } // namespace tidy

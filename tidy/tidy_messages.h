@@ -28,15 +28,28 @@ struct Message
 // A large text of many faults fills a report beyond what anybody reads.
 inline constexpr int mostMessages = 10'000;
 
+// How many faults there are, shown or not.
+struct Counts
+{
+    int errors = 0;
+    int warnings = 0;
+};
+
 // The messages of a report (UTF-8), in its order, in either of the two formats that Tidy writes. Blank lines
-// are left out, and what Tidy says of itself at the end. Beyond the most, a last message says how many lines
-// more there are.
+// are left out, and what Tidy says of itself at the end. Where there are more than the most, errors come
+// before others, and a last message says how many lines more there are.
 std::vector<Message> messagesIn(const QByteArray &report);
+
+// What a report tells of the faults: as they are listed, or as Tidy has counted them where that is more,
+// since options may keep it from listing them all.
+Counts countsIn(const QByteArray &report);
+
+Counts countsOf(const std::vector<Message> &messages);
 
 // Whether the first message says that the run failed, so that there is no output.
 bool saysFailure(const std::vector<Message> &messages);
 
-// How many errors and warnings there are.
-QString summaryOf(const std::vector<Message> &messages);
+// How many errors and warnings there are, in words.
+QString summaryOf(const Counts &counts);
 
 } // namespace tidy

@@ -5,6 +5,7 @@
 #include "platform/files/private_files.h"
 #include "platform/system/shell.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLockFile>
 
@@ -53,16 +54,22 @@ TidyRun::TidyRun(const QString &programFolder, control::EditorControl &editor, P
     connect(&timer_, &QTimer::timeout, this, &TidyRun::tick);
 }
 
+TidyRun::~TidyRun() { endHelper(); }
+
 void TidyRun::start(const QByteArray &markup, Put put)
 {
-    kept_.reset();
+    dropOutput();
+    endHelper();
     put_ = std::move(put);
     if (!handOver(markup))
         return;
+    revision_ = editor_.revision();
     progress_ = 0;
     bar_.showProgress(progress_);
-    const auto started = shell_.start(exchangeFile("proclltidy.exe"), folder_);
-    if (!started)
+    auto started = shell_.start(exchangeFile("proclltidy.exe"), folder_);
+    if (started)
+        helper_ = std::move(*started);
+    else
         Q_EMIT note(started.reason());
     timer_.start();
 }
@@ -71,12 +78,17 @@ void TidyRun::abandon()
 {
     if (!inProgress() && !kept_)
         return;
-    if (inProgress())
-        withdrawInput();
-    timer_.stop();
-    bar_.hideProgress();
-    kept_.reset();
+    stop();
+    dropOutput();
     Q_EMIT note(QStringLiteral("Tidy was given up: its text is no longer open."));
+}
+
+void TidyRun::cancel()
+{
+    if (!inProgress())
+        return;
+    stop();
+    Q_EMIT note(QStringLiteral("Tidy was cancelled; the text stays as it is."));
 }
 
 void TidyRun::setEditorShown(bool shown)
@@ -84,21 +96,33 @@ void TidyRun::setEditorShown(bool shown)
     editorShown_ = shown;
     if (!shown && inProgress())
         Q_EMIT note(QStringLiteral("Tidy is still at work on the text of XML Mode."));
-    if (!shown || !kept_)
+    if (!shown || !keepsOutput())
         return;
-    const Kept kept = *std::exchange(kept_, std::nullopt);
-    if (editor_.revision() == kept.revision)
-        putIn(kept.text);
-    else
-        Q_EMIT note(QStringLiteral("The document was changed meanwhile; what Tidy made is left out."));
+    putIn();
+    if (offersOutput())
+        Q_EMIT note(
+            QStringLiteral("The document was changed meanwhile and stays; what Tidy made is offered."));
 }
 
+void TidyRun::takeOffer()
+{
+    if (!offersOutput())
+        return;
+    const QByteArray text = kept_->text;
+    dropOutput();
+    deliver(text);
+}
+
+// What the launcher leaves it leaves before it ends.
 void TidyRun::tick()
 {
     progress_ = progress_ == turningPoint ? turnedBack : progress_ + 1;
     bar_.showProgress(progress_);
+    const bool over = helper_ && helper_->hasEnded();
     if (files::fileExists(exchangeFile("d.txt")))
         complete();
+    else if (over)
+        fail(QStringLiteral("Tidy's launcher ended without a result; the text stays as it is."));
 }
 
 // A launcher that is still at work looks under the same lock whether its input is still the one that stands
@@ -131,19 +155,40 @@ void TidyRun::complete()
     Q_EMIT finished();
 }
 
+void TidyRun::fail(const QString &reason)
+{
+    stop();
+    messages_ = {{0, 0, Severity::Error, reason}};
+    counts_ = countsOf(messages_);
+    Q_EMIT note(reason);
+    Q_EMIT finished();
+}
+
 void TidyRun::takeOutput()
 {
     std::optional<QByteArray> output = contentOf(exchangeFile("o.txt"));
     readReport(output.has_value());
-    if (saysFailure(messages_))
+    if (saysFailure(messages_)) {
         Q_EMIT note(messages_.front().text);
-    else if (editorShown_)
-        putIn(textOf(std::move(*output)));
-    else
-        kept_ = Kept{textOf(std::move(*output)), editor_.revision()};
+        return;
+    }
+    kept_ = Kept{textOf(std::move(*output))};
+    if (editorShown_)
+        putIn();
 }
 
-void TidyRun::putIn(const QByteArray &output)
+// What was typed while Tidy was at work is worth more than its layout.
+void TidyRun::putIn()
+{
+    if (editor_.revision() == revision_) {
+        deliver(std::exchange(kept_, std::nullopt)->text);
+    } else {
+        kept_->offered = true;
+        Q_EMIT offerChanged();
+    }
+}
+
+void TidyRun::deliver(const QByteArray &output)
 {
     if (put_)
         put_(output);
@@ -153,11 +198,41 @@ void TidyRun::putIn(const QByteArray &output)
 
 void TidyRun::readReport(bool hasOutput)
 {
-    messages_ = messagesIn(contentOf(exchangeFile("f.txt")).value_or(QByteArray()));
-    if (!hasOutput && !saysFailure(messages_))
-        messages_.insert(
-            messages_.begin(),
-            {0, 0, Severity::Error, QStringLiteral("Tidy left no output; the text stays as it is.")});
+    const QByteArray report = contentOf(exchangeFile("f.txt")).value_or(QByteArray());
+    messages_ = messagesIn(report);
+    counts_ = countsIn(report);
+    if (hasOutput || saysFailure(messages_))
+        return;
+    messages_.insert(
+        messages_.begin(),
+        {0, 0, Severity::Error, QStringLiteral("Tidy left no output; the text stays as it is.")});
+    ++counts_.errors;
+}
+
+void TidyRun::stop()
+{
+    if (inProgress())
+        withdrawInput();
+    timer_.stop();
+    endHelper();
+    bar_.hideProgress();
+}
+
+// One that is ended in the midst of its work cannot clear its own folder away.
+void TidyRun::endHelper()
+{
+    helper_.reset();
+    QDir exchange(exchangeFile(""));
+    for (const QString &name : exchange.entryList({QStringLiteral("run-*")}, QDir::Dirs))
+        QDir(exchange.filePath(name)).removeRecursively();
+}
+
+void TidyRun::dropOutput()
+{
+    const bool offered = offersOutput();
+    kept_.reset();
+    if (offered)
+        Q_EMIT offerChanged();
 }
 
 // A launcher at work finds that it is not wanted any more.

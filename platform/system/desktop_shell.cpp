@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDesktopServices>
-#include <QDir>
 #include <QFileInfo>
+#include <QProcess>
 #include <QUrl>
 
 namespace shell {
@@ -35,15 +35,17 @@ platform::Result<void> DesktopShell::open(const QString &pathOrAddress)
     return {};
 }
 
-platform::Result<void> DesktopShell::start(const QString &program, const QString &workingFolder)
+StartedHelper DesktopShell::start(const QString &program, const QString &workingFolder)
 {
-    return startDetached(program, workingFolder);
+    return startHelper(program, workingFolder);
 }
 
 platform::Result<void> DesktopShell::openWindow(const QString &path)
 {
-    return startDetached(QCoreApplication::applicationFilePath(), QDir::currentPath(),
-                         {QStringLiteral("--"), QFileInfo(path).absoluteFilePath()});
+    const QStringList arguments{QStringLiteral("--"), QFileInfo(path).absoluteFilePath()};
+    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments))
+        return platform::Failure{QStringLiteral("No window could be opened for %1.").arg(path)};
+    return {};
 }
 
 } // namespace shell

@@ -9,7 +9,7 @@ class DesktopShell : public Shell
 {
 public:
     platform::Result<void> open(const QString &pathOrAddress) override;
-    platform::Result<void> start(const QString &program, const QString &workingFolder) override;
+    StartedHelper start(const QString &program, const QString &workingFolder) override;
     platform::Result<void> openWindow(const QString &path) override;
 };
 

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeWidget>
 
 using namespace app_test;
@@ -25,9 +26,9 @@ class RunningShell : public shell::Shell
 {
 public:
     platform::Result<void> open(const QString &) override { return {}; }
-    platform::Result<void> start(const QString &program, const QString &workingFolder) override
+    shell::StartedHelper start(const QString &program, const QString &workingFolder) override
     {
-        return shell::startDetached(program, workingFolder);
+        return shell::startHelper(program, workingFolder);
     }
     platform::Result<void> openWindow(const QString &) override { return {}; }
 };
@@ -111,7 +112,7 @@ private Q_SLOTS:
             if (changed)
                 choose("mnuelement");
             choose("mnuxmlmode");
-            QCOMPARE(editor().text().contains("<c />"), !changed);
+            QVERIFY2(editor().text().contains("<c />") == !changed, qPrintable(note()));
             QCOMPARE(editor().text().contains("<Element"), changed);
         }
     }
@@ -156,6 +157,34 @@ private Q_SLOTS:
         editor().undo();
         QTRY_VERIFY(!main_->isWindowModified());
         QCOMPARE(dialogs_.left(), 0);
+    }
+
+    // The text is edited, or the wait is over, before Tidy is done.
+    void whileItRuns()
+    {
+        auto *stop = main_->findChild<QToolButton *>(u"cmdcanceltidy"_s);
+        auto *use = main_->findChild<QToolButton *>(u"cmdtidyresult"_s);
+        choose("mnuxmlmode");
+        editor().loadText("<a><b/></a>");
+        QVERIFY(stop->isHidden() && use->isHidden());
+        for (const bool key : {true, false}) {
+            startConversion(u"xml"_s);
+            QVERIFY(stop->isVisible());
+            if (key)
+                QTest::keyClick(&editor(), Qt::Key_Escape);
+            else
+                stop->click();
+            QVERIFY(runIsOver() && stop->isHidden());
+            QVERIFY2(note().contains(u"cancelled"_s), qPrintable(note()));
+        }
+        startConversion(u"xml"_s);
+        editor().replaceText("<a>typed<b/></a>");
+        QTRY_VERIFY_WITH_TIMEOUT(runIsOver(), 60'000);
+        QCOMPARE(editor().text(), QByteArray("<a>typed<b/></a>"));
+        QVERIFY(use->isVisible());
+        use->click();
+        QVERIFY2(editor().text().contains("<b />"), editor().text().constData());
+        QVERIFY(use->isHidden());
     }
 
     // A message leads into the text that it is about, and into no other.

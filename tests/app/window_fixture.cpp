@@ -19,7 +19,11 @@ platform::Result<void> NotedShell::open(const QString &pathOrAddress)
     return {};
 }
 
-platform::Result<void> NotedShell::start(const QString &program, const QString &) { return open(program); }
+shell::StartedHelper NotedShell::start(const QString &program, const QString &)
+{
+    const auto noted = open(program);
+    return noted ? shell::StartedHelper(nullptr) : platform::Failure{noted.reason()};
+}
 
 platform::Result<void> NotedShell::openWindow(const QString &path) { return open(u"window "_s + path); }
 

@@ -21,7 +21,7 @@ class NotedShell : public shell::Shell
 {
 public:
     platform::Result<void> open(const QString &pathOrAddress) override;
-    platform::Result<void> start(const QString &program, const QString &workingFolder) override;
+    shell::StartedHelper start(const QString &program, const QString &workingFolder) override;
     platform::Result<void> openWindow(const QString &path) override;
 
     QStringList opened;

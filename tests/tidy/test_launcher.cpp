@@ -131,8 +131,29 @@ private Q_SLOTS:
             QVERIFY(QFile::remove(desk_->at(name)));
         launch();
         QCOMPARE(desk_->content("o.txt"), input);
-        QVERIFY(QFile::remove(desk_->at("i.txt")) && QFile::remove(desk_->at("d.txt")));
-        launch();
+    }
+
+    // Options may keep every fault from being listed; that there are some is said all the same.
+    void hiddenErrors()
+    {
+        for (const char *options : {"show-errors: 0\n", "show-errors: 0\nquiet: yes\n"}) {
+            init();
+            desk_->write("i.txt", "<a><b></a>\r\n");
+            desk_->write("default.tidy", options);
+            launch();
+            QVERIFY2(desk_->content("f.txt").contains("Tidy found 0 warnings and 1 error"), options);
+            QVERIFY(!desk_->content("f.txt").contains(" - Error"));
+        }
+    }
+
+    // A launcher that comes late must not pass its failure off as the answer to the next input.
+    void noInput()
+    {
+        QVERIFY(QFile::remove(desk_->at("i.txt")));
+        const QStringList before = entries();
+        QVERIFY(launcher::runTidy(desk_->path(), 60'000));
+        QCOMPARE(entries(), before);
+        QCOMPARE(desk_->content("o.txt"), QByteArray("left by an earlier run"));
     }
 
 private:

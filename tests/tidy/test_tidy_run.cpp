@@ -27,15 +27,15 @@ struct NotedBar : ProgressBar
 struct NotedShell : shell::Shell
 {
     platform::Result<void> open(const QString &) override { return {}; }
-    platform::Result<void> start(const QString &program, const QString &folder) override
+    shell::StartedHelper start(const QString &program, const QString &folder) override
     {
         started << program + QLatin1Char(' ') + folder;
         return onStart(program, folder);
     }
 
     QStringList started;
-    std::function<platform::Result<void>(const QString &, const QString &)> onStart
-        = [](const QString &, const QString &) { return platform::Result<void>(); };
+    std::function<shell::StartedHelper(const QString &, const QString &)> onStart
+        = [](const QString &, const QString &) { return shell::StartedHelper(nullptr); };
 };
 
 // A run in its surroundings.
@@ -75,7 +75,7 @@ private Q_SLOTS:
         desk.shell.onStart = [&](const QString &, const QString &) {
             const bool ready
                 = !desk.exchange.has("d.txt") && desk.exchange.content("i.txt") == "<p>\xC3\xA9\r\n";
-            return ready ? platform::Result<void>() : platform::Failure{QStringLiteral("too early")};
+            return ready ? shell::StartedHelper(nullptr) : platform::Failure{QStringLiteral("too early")};
         };
         desk.run.start("<p>\xC3\xA9");
         QCOMPARE(desk.notes, QStringList());
@@ -153,8 +153,67 @@ private Q_SLOTS:
             desk.run.setEditorShown(true);
             QCOMPARE(desk.editor.text(), changed ? "<p>changed" : "<a/>");
             QCOMPARE(desk.notes.size(), changed ? 2 : 1);
-            QVERIFY(!desk.run.keepsOutput());
+            QVERIFY(!desk.run.keepsOutput() && desk.run.offersOutput() == changed);
         }
+    }
+
+    // What was typed during a run stays, until its writer prefers the result.
+    void editedMeanwhile()
+    {
+        for (const bool wanted : {true, false}) {
+            Desk desk;
+            QSignalSpy offers(&desk.run, &TidyRun::offerChanged);
+            desk.run.start("<p>before");
+            desk.editor.replaceText("<p>typed");
+            desk.exchange.write("o.txt", "<a/>\n");
+            desk.exchange.write("d.txt", "");
+            desk.run.tick();
+            QCOMPARE(desk.editor.text(), "<p>typed");
+            QVERIFY(desk.run.offersOutput() && offers.size() == 1);
+            if (wanted) {
+                desk.run.takeOffer();
+                QCOMPARE(desk.editor.text(), "<a/>");
+                desk.editor.undo();
+            } else {
+                desk.run.start("<p>typed");
+            }
+            QCOMPARE(desk.editor.text(), "<p>typed");
+            QVERIFY(!desk.run.offersOutput() && offers.size() == 2);
+        }
+    }
+
+    // Nothing of a cancelled run is left: neither Tidy nor what it wrote.
+    void cancelled()
+    {
+        Desk desk;
+        desk.run.cancel();
+        QVERIFY(desk.notes.isEmpty());
+        desk.shell.onStart = shell::startHelper;
+        desk.exchange.fake("echo $$ >'" + desk.exchange.at("begun").toUtf8() + "'\nexec sleep 1000\n");
+        desk.run.start("<p>before");
+        QTRY_VERIFY_WITH_TIMEOUT(desk.exchange.content("begun").endsWith('\n'), 60'000);
+        desk.run.cancel();
+        QVERIFY(!desk.run.inProgress() && desk.notes.last().contains(QLatin1StringView("cancelled")));
+        QCOMPARE(desk.bar.values.last(), NotedBar::hidden);
+        QCOMPARE(desk.editor.text(), "<p>before");
+        QVERIFY(QDir(desk.exchange.at("")).entryList({QStringLiteral("run-*")}, QDir::Dirs).isEmpty());
+        QVERIFY(!desk.exchange.has("i.txt") && !desk.exchange.has("d.txt"));
+        QFile state(QStringLiteral("/proc/%1/stat").arg(desk.exchange.content("begun").toInt()));
+        QTRY_VERIFY(!state.exists() || (state.open(QIODevice::ReadOnly) && state.readAll().contains(") Z ")));
+    }
+
+    void launcherDies()
+    {
+        Desk desk;
+        desk.shell.onStart = shell::startHelper;
+        QVERIFY(QFile::remove(desk.exchange.at("proclltidy.exe")));
+        desk.exchange.write("proclltidy.exe", "#!/bin/sh\nexit 1\n");
+        QFile::setPermissions(desk.exchange.at("proclltidy.exe"), QFile::ReadOwner | QFile::ExeOwner);
+        desk.run.start("<p>before");
+        desk.waitForEnd();
+        QVERIFY(!desk.run.inProgress() && saysFailure(desk.run.messages()));
+        QCOMPARE(desk.notes.size(), 1);
+        QCOMPARE(desk.editor.text(), "<p>before");
     }
 
     void abandoned()
@@ -207,7 +266,7 @@ private Q_SLOTS:
     void cannotStart()
     {
         Desk desk;
-        desk.shell.onStart = shell::startDetached;
+        desk.shell.onStart = shell::startHelper;
         QVERIFY(QFile::remove(desk.exchange.at("proclltidy.exe")));
         desk.run.start("<p>");
         QCOMPARE(desk.notes.size(), 1);
@@ -218,7 +277,7 @@ private Q_SLOTS:
     void secondRun()
     {
         Desk desk;
-        desk.shell.onStart = shell::startDetached;
+        desk.shell.onStart = shell::startHelper;
         desk.exchange.fake("if grep -q first \"$1\"; then touch '" + desk.exchange.at("begun").toUtf8()
                            + "'; while [ ! -e '" + desk.exchange.at("go").toUtf8()
                            + "' ]; do sleep 0.02; done; fi\ncat \"$1\" >\"$out\"\n");
@@ -298,6 +357,27 @@ private Q_SLOTS:
             = messagesIn(QByteArray("line 1 column 2 - Error: x\n").repeated(mostMessages + 3));
         QCOMPARE(found.size(), size_t(mostMessages + 1));
         QVERIFY(found.back().text.startsWith(QLatin1StringView("3 lines")));
+        const QByteArray warnings = QByteArray("line 1 column 2 - Warning: y\n").repeated(mostMessages);
+        const std::vector<Message> mixed = messagesIn(warnings + "line 3 column 4 - Error: x\n");
+        QCOMPARE(mixed.size(), size_t(mostMessages + 1));
+        QCOMPARE(mixed[mostMessages - 1].severity, Severity::Error);
+    }
+
+    // No fault is denied because it is not shown.
+    void counts()
+    {
+        const QByteArray warnings = QByteArray("line 1 column 2 - Warning: y\n").repeated(mostMessages + 5);
+        const std::tuple<QByteArray, int, int> rows[] = {
+            {"No warnings or errors were found.\n", 0, 0},
+            {warnings + "line 3 column 4 - Error: x\n", 1, mostMessages + 5},
+            {"Tidy found 0 warnings and 1 error! Not all warnings/errors were shown.\r\n", 1, 0},
+            {"line 1 column 1 - Warning: x\nTidy found 12 warnings and 3 errors!\n", 3, 12},
+            {"line 1 column 1 - Warning: of the launcher's\nTidy found 0 warnings and 1 error!\n", 1, 1},
+        };
+        for (const auto &[report, errors, warned] : rows) {
+            const Counts found = countsIn(report);
+            QCOMPARE(std::pair(found.errors, found.warnings), std::pair(errors, warned));
+        }
     }
 };
 

@@ -1,6 +1,7 @@
 #include "tidy/launcher/run_tidy.h"
 
 #include "platform/result.h"
+#include "platform/system/child_process.h"
 #include "tidy/launcher/conversion.h"
 #include "tidy/launcher/run_options.h"
 
@@ -46,13 +47,17 @@ struct Run
         std::error_code error;
         std::filesystem::create_hard_link(pathOf(shared("i.txt")), pathOf(own("i.txt")), error);
         linked = !error;
-        held = linked || QFile::copy(shared("i.txt"), own("i.txt"));
+        wanted = error != std::errc::no_such_file_or_directory || !scratch.isValid();
+        held = linked || (wanted && QFile::copy(shared("i.txt"), own("i.txt")));
     }
 
-    // Another input stands there, or none: what this run makes is wanted no longer.
+    // Another input stands there, or none: what this run makes is wanted no longer. A launcher that begins
+    // when its input was taken back already must not answer for the next one.
     bool superseded() const
     {
         std::error_code error;
+        if (!wanted)
+            return true;
         if (linked)
             return !std::filesystem::equivalent(pathOf(shared("i.txt")), pathOf(own("i.txt")), error);
         return held && !QFileInfo(shared("i.txt")).isFile();
@@ -60,6 +65,7 @@ struct Run
 
     QDir exchange;
     QTemporaryDir scratch;
+    bool wanted = true; // there was an input to begin with
     bool linked = false;
     bool held = false;
 };
@@ -100,24 +106,25 @@ QStringList argumentsFor(const Run &run, const char *input)
 
 Outcome failed(const char *reason) { return platform::Failure{QString::fromLatin1(reason)}; }
 
+constexpr int codeAfterErrors = 2;
+
 // Tidy ends with 0, with 1 after warnings, or with 2 after errors, when it writes only what it was forced to.
 Outcome outcomeOf(const QProcess &tidy)
 {
-    constexpr int worstGoodCode = 2;
     if (tidy.exitStatus() != QProcess::NormalExit)
         return failed("Tidy crashed");
-    if (tidy.exitCode() > worstGoodCode)
+    if (tidy.exitCode() > codeAfterErrors)
         return platform::Failure{QStringLiteral("Tidy ended with code %1").arg(tidy.exitCode())};
     return {};
 }
 
-Outcome tidied(const Run &run, const char *input, const QString &programFolder, int bound)
+Outcome tidied(const Run &run, const char *input, const QString &programFolder, int bound, QProcess &tidy)
 {
-    QProcess tidy;
     tidy.setWorkingDirectory(programFolder);
     tidy.setStandardInputFile(QProcess::nullDevice());
     tidy.setStandardOutputFile(QProcess::nullDevice());
     tidy.setStandardErrorFile(run.own("complaints"));
+    shell::tieToThisProcess(tidy, shell::Group::OfThisProcess);
     tidy.start(run.shared("tidy.exe"), argumentsFor(run, input));
     if (!tidy.waitForStarted())
         return failed("Tidy cannot be started");
@@ -149,6 +156,11 @@ QByteArray reportOf(const Run &run, const Conversion &conversion)
     return conversion.told(contentOf(run.own("complaints")) + contentOf(run.own("report")));
 }
 
+bool tellsOfErrors(const QByteArray &report)
+{
+    return report.contains(" - Error: ") || report.contains(": Error: ") || report.contains("Tidy found ");
+}
+
 Outcome converted(const Run &run, const QString &programFolder, int bound, QByteArray &report)
 {
     if (!run.scratch.isValid() || !run.held)
@@ -162,8 +174,11 @@ Outcome converted(const Run &run, const QString &programFolder, int bound, QByte
     if (!write(run.own("configuration"), options.configuration)
         || !(asItIs || write(run.own("shielded.txt"), conversion.forTidy())))
         return failed("the files for Tidy cannot be written");
-    const Outcome ran = tidied(run, asItIs ? "i.txt" : "shielded.txt", programFolder, bound);
+    QProcess tidy;
+    const Outcome ran = tidied(run, asItIs ? "i.txt" : "shielded.txt", programFolder, bound, tidy);
     report = reportOf(run, conversion);
+    if (ran && tidy.exitCode() == codeAfterErrors && !tellsOfErrors(report))
+        report += "Tidy found 0 warnings and 1 error or more, which the options keep from being shown.\n";
     return ran ? finished(run, conversion) : ran;
 }
 
@@ -198,6 +213,8 @@ bool leaveMarker(const Run &run)
 bool runTidy(const QString &programFolder, int boundInMilliseconds)
 {
     const Run run(QDir(programFolder).absolutePath());
+    if (!run.wanted)
+        return true;
     QByteArray report;
     Outcome outcome = converted(run, programFolder, boundInMilliseconds, report);
     QLockFile lock(run.shared("lock"));
