@@ -1,6 +1,9 @@
-// Any bytes as files of Tidy options and as Tidy's report: read, kept, and never a file named to Tidy.
+// Any bytes as files of Tidy options, as Tidy's report, and as a text on its way through Tidy: read, kept,
+// and never a file named to Tidy.
 #include "fuzz/require.h"
 #include "tidy/config_files.h"
+#include "tidy/launcher/blank_repair.h"
+#include "tidy/launcher/conversion.h"
 #include "tidy/launcher/run_options.h"
 #include "tidy/option_catalogue.h"
 #include "tidy/option_values.h"
@@ -48,6 +51,25 @@ void checkStandingOptions(const QByteArray &bytes)
         require(again.value(index) == options.value(index), "and so are the values");
 }
 
+// Tidy may write anything. A text that it left alone is left alone.
+void checkConversion(const QByteArray &text, const QByteArray &tidied)
+{
+    for (const auto dialect : {launcher::Dialect::Xml, launcher::Dialect::Html, launcher::Dialect::Xhtml})
+        require(launcher::withRepairedBlanks({text, dialect}, {text, dialect}, {}) == text,
+                "its own blanks stay");
+    for (const auto output : {launcher::Output::Html, launcher::Output::Xhtml, launcher::Output::Xml}) {
+        for (const bool xml : {false, true}) {
+            launcher::RunOptions options;
+            options.inputXml = xml;
+            options.output = output;
+            const launcher::Conversion conversion(text, options);
+            (void)conversion.finished(tidied);
+            (void)conversion.finished(conversion.forTidy());
+            (void)conversion.told(tidied);
+        }
+    }
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -58,6 +80,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const QByteArray text = QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
     checkConfiguration(standing, perRun, text);
     checkStandingOptions(standing);
+    checkConversion(text, standing);
     for (const tidy::Message &message : tidy::messagesIn(standing))
         require(message.line >= 0 && (message.line > 0 || message.column == 0), "a place is one or none");
     return 0;

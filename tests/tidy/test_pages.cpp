@@ -4,6 +4,8 @@
 #include "platform/files/text_file.h"
 #include "tests/tidy/exchange_folder.h"
 #include "tidy/config_files.h"
+#include "tidy/launcher/blank_repair.h"
+#include "tidy/launcher/html_shield.h"
 #include "tidy/launcher/run_tidy.h"
 
 #include <QDir>
@@ -120,6 +122,23 @@ private Q_SLOTS:
         QVERIFY2(exchange_.content("f.txt").startsWith(
                      "Error: Tidy would have changed what is read: \"kept\" would be gone; the text stays"),
                  exchange_.content("f.txt").constData());
+    }
+
+    // Whatever is cut off where: a text that Tidy leaves alone is left alone.
+    void cutShort()
+    {
+        const QByteArray text
+            = "<!DOCTYPE a><p title='<? ? >'>a<b> c</b>\n<pre>\n\n d\t<i/></pre><textarea>\n e&lt;"
+              "</textarea><svg><svg/> f</svg><script>g</script> <!-- h --><% i %>&#32;j<![CDATA[ k ]]>"
+              "<button> l </button><br></p>";
+        for (qsizetype size = 0; size <= text.size(); ++size) {
+            const QByteArray cut = text.first(size);
+            for (const auto dialect :
+                 {launcher::Dialect::Xml, launcher::Dialect::Html, launcher::Dialect::Xhtml})
+                QCOMPARE(launcher::withRepairedBlanks({cut, dialect}, {cut, dialect}, {}), cut);
+            const launcher::HtmlShield shield(cut, {});
+            QCOMPARE(shield.restored(shield.shielded(), {}), cut);
+        }
     }
 
 private:
