@@ -1,13 +1,20 @@
 #include "platform/dom/attribute_bound.h"
 
 #include "platform/dom/markup_reader.h"
+#include "platform/dom/names.h"
+#include "platform/dom/start_tag.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <vector>
 
 namespace dom {
 
 namespace {
 
 constexpr qsizetype smallestAttribute = 5; // of bytes: a blank, a name, a sign, two quotes
-constexpr qsizetype smallestTag = mostAttributes * smallestAttribute;
+constexpr qsizetype manyAttributes = 1000; // that are judged here, and not left to the parser
 
 // The values in a tag that begins here, as many as it has attributes.
 qsizetype countValues(QByteArrayView text)
@@ -25,10 +32,11 @@ qsizetype countValues(QByteArrayView text)
     return count;
 }
 
-// The next "<" at or behind from that no other follows for so long that its tag could have so many
-// attributes; the end where there is none. Looks at few of the bytes between.
-qsizetype nextLongTag(QByteArrayView text, qsizetype from)
+// The next "<" at or behind from that no other follows for so long that its tag could have more attributes;
+// the end where there is none. Looks at few of the bytes between.
+qsizetype nextLongTag(QByteArrayView text, qsizetype from, qsizetype attributes)
 {
+    const qsizetype smallestTag = attributes * smallestAttribute;
     qsizetype tag = text.indexOf('<', from);
     while (tag >= 0 && text.size() - tag > smallestTag) {
         const qsizetype later = text.sliced(tag + 1, smallestTag).lastIndexOf('<');
@@ -61,19 +69,87 @@ private:
     const char *last_ = nullptr;
 };
 
+// The places of start tags with more attributes, in order; of a document or of a piece of text.
+class LongTags
+{
+public:
+    LongTags(QByteArrayView text, bool isDocument, qsizetype attributes)
+        : text_(text), tags_(text), isDocument_(isDocument), attributes_(attributes)
+    { }
+
+    std::optional<qsizetype> next()
+    {
+        while ((at_ = nextLongTag(text_, at_ + 1, attributes_)) < text_.size()) {
+            const char kind = text_[at_ + 1];
+            const bool isStart = kind != '!' && kind != '?' && kind != '/';
+            if (isStart && countValues(text_.sliced(at_)) > attributes_
+                && (!isDocument_ || tags_.contain(text_.data() + at_)))
+                return at_;
+        }
+        return std::nullopt;
+    }
+
+private:
+    QByteArrayView text_;
+    Tags tags_;
+    bool isDocument_;
+    qsizetype attributes_;
+    qsizetype at_ = -1;
+};
+
+// Whatever is declared around it: no reference, nothing of a namespace, no character that needs a second
+// look.
+bool isRightByItself(QByteArrayView name, QByteArrayView value)
+{
+    const auto isPlain
+        = [](char c) { return (uchar(c) >= ' ' || isBlank(c)) && c != '<' && c != '&' && c != '\xEF'; };
+    return name.isValidUtf8() && value.isValidUtf8() && name != "xmlns" && isNCName(QString::fromUtf8(name))
+        && std::all_of(value.begin(), value.end(), isPlain);
+}
+
+bool standsApart(QByteArrayView tag, const StartTag::AttributeSpan &attribute)
+{
+    const char next = attribute.valueEnd + 1 < tag.size() ? tag[attribute.valueEnd + 1] : '\0';
+    return attribute.name > attribute.lead && (isBlank(next) || next == '>' || next == '/');
+}
+
+void blankAttributes(QByteArray &text, qsizetype at)
+{
+    const auto tag = MarkupReader(QByteArrayView(text).sliced(at)).nextTag();
+    if (!tag)
+        return;
+    const StartTag start(tag->text);
+    QHash<QByteArray, int> uses;
+    for (const StartTag::AttributeSpan &attribute : start.attributes())
+        ++uses[start.nameOf(attribute).toByteArray()];
+    std::vector<StartTag::AttributeSpan> blanked;
+    for (const StartTag::AttributeSpan &attribute : start.attributes()) {
+        const QByteArrayView name = start.nameOf(attribute);
+        if (uses.value(name.toByteArray()) == 1 && standsApart(tag->text, attribute)
+            && start.signOf(attribute).trimmed() == "=" && isRightByItself(name, start.valueOf(attribute)))
+            blanked.push_back(attribute);
+    }
+    for (const StartTag::AttributeSpan &attribute : blanked)
+        std::fill(text.begin() + at + attribute.name, text.begin() + at + attribute.valueEnd + 1, ' ');
+}
+
 } // namespace
 
-std::optional<qsizetype> findTooManyAttributes(QByteArrayView utf8, bool isMarkup)
+std::optional<QByteArray> withFewerAttributes(QByteArrayView document)
 {
-    Tags tags(utf8);
-    for (qsizetype tag = nextLongTag(utf8, 0); tag < utf8.size(); tag = nextLongTag(utf8, tag + 1)) {
-        const char kind = utf8[tag + 1];
-        if (kind == '!' || kind == '?' || kind == '/')
-            continue;
-        if (countValues(utf8.sliced(tag)) > mostAttributes && (!isMarkup || tags.contain(utf8.data() + tag)))
-            return tag;
-    }
-    return std::nullopt;
+    LongTags tags(document, true, manyAttributes);
+    std::optional<qsizetype> tag = tags.next();
+    if (!tag)
+        return std::nullopt;
+    QByteArray text = document.toByteArray();
+    for (; tag; tag = tags.next())
+        blankAttributes(text, *tag);
+    return text;
+}
+
+std::optional<qsizetype> findTooManyAttributes(QByteArrayView utf8, bool isDocument)
+{
+    return LongTags(utf8, isDocument, mostAttributes).next();
 }
 
 Choice longestChoice(QByteArrayView declarations)

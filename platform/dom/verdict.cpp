@@ -1,5 +1,6 @@
 #include "platform/dom/verdict.h"
 
+#include "platform/dom/attribute_bound.h"
 #include "platform/dom/judgement.h"
 #include "platform/dom/text_place.h"
 #include "platform/dom/xml11.h"
@@ -99,7 +100,9 @@ std::optional<ParseError> checkWellFormed(const QByteArray &utf8, const QString 
                         QByteArrayView(utf8).first(1));
     const auto declaration = documentDeclaration(utf8);
     const bool isVersion11 = declaration && declaration->version == "1.1";
-    const QByteArray judged = isVersion11 ? asVersion10(utf8, LineEnds::AsBlanks) : utf8;
+    QByteArray judged = isVersion11 ? asVersion10(utf8, LineEnds::AsBlanks) : utf8;
+    if (auto lighter = withFewerAttributes(judged))
+        judged = *std::move(lighter);
     Judgement judgement(judged, isVersion11, goOn);
     const Fault &found = judgement.run(baseFolder);
     const std::optional<Fault> besides = faultBesides(utf8, isVersion11);

@@ -7,7 +7,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
 #include <limits>
+#include <system_error>
 
 namespace files {
 
@@ -23,14 +25,18 @@ platform::Failure cannotRead(const QString &path, const QString &why)
 
 platform::Result<QByteArray> readBytes(const QString &path)
 {
-    const QFileInfo info(path);
     const QString tooLarge = QStringLiteral("it is larger than 2 GiB");
-    if (!info.exists())
+    // A folder that may not be entered tells nothing of what is in it: then it is the opening that fails.
+    using Type = std::filesystem::file_type;
+    std::error_code unknown;
+    const Type type = std::filesystem::status(QFile::encodeName(path).toStdString(), unknown).type();
+    if (type == Type::not_found)
         return cannotRead(path, QStringLiteral("there is no such file"));
-    if (!info.isFile())
-        return cannotRead(
-            path, info.isDir() ? QStringLiteral("it is a folder") : QStringLiteral("it is not a file"));
-    if (info.size() > largestFile)
+    if (type != Type::regular && type != Type::none)
+        return cannotRead(path,
+                          type == Type::directory ? QStringLiteral("it is a folder")
+                                                  : QStringLiteral("it is not a file"));
+    if (QFileInfo(path).size() > largestFile)
         return cannotRead(path, tooLarge);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))

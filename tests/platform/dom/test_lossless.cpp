@@ -3,7 +3,9 @@
 #include "platform/dom/document.h"
 
 #include <QDirIterator>
+#include <QStringDecoder>
 #include <QTest>
+#include <QUrl>
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -70,7 +72,15 @@ bool touchEverything(Document &document)
 
 QString withoutBlanks(QString text) { return text.remove(u' ').remove(u'\n').remove(u'\t').remove(u'\r'); }
 
-QString fromLibxml(const xmlChar *text) { return QString::fromUtf8(reinterpret_cast<const char *>(text)); }
+// A text may begin with U+FEFF, which is no mark there.
+QString fromLibxml(const xmlChar *text)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(QByteArrayView(reinterpret_cast<const char *>(text), xmlStrlen(text)));
+}
+
+// libxml2 leaves the line ends within the entities of a value, unless it puts their text in their place.
+QString asOneLine(QString value) { return value.replace(u'\n', u' ').replace(u'\t', u' '); }
 
 // One line an element: its name and its decoded attributes.
 QStringList elementsSeenByLibxml(const xmlNode *top)
@@ -81,7 +91,7 @@ QStringList elementsSeenByLibxml(const xmlNode *top)
             out += fromLibxml(node->name);
             for (const xmlAttr *attribute = node->properties; attribute; attribute = attribute->next) {
                 xmlChar *value = xmlNodeListGetString(node->doc, attribute->children, 1);
-                out.last() += u'|' + fromLibxml(attribute->name) + u'=' + fromLibxml(value);
+                out.last() += u'|' + fromLibxml(attribute->name) + u'=' + asOneLine(fromLibxml(value));
                 xmlFree(value);
             }
         }
@@ -104,7 +114,7 @@ QStringList elementsSeenHere(Node *top)
         out += node->name().section(u':', -1);
         for (const Attribute &attribute : node->attributes()) {
             if (attribute.name != u"xmlns" && !attribute.name.startsWith(u"xmlns:"))
-                out.last() += u'|' + attribute.name.section(u':', -1) + u'=' + attribute.value;
+                out.last() += u'|' + attribute.name.section(u':', -1) + u'=' + asOneLine(attribute.value);
         }
     });
     return out;
@@ -125,9 +135,12 @@ QString faultOf(const QByteArray &text, const QString &folder)
     });
     if (count != document.documentElement()->subtreeCount())
         return u"the nodes are not numbered as a full walk numbers them"_s;
-    xmlDoc *other = xmlReadMemory(text.constData(), int(text.size()), nullptr, nullptr,
-                                  XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC | XML_PARSE_NOERROR
-                                      | XML_PARSE_NOWARNING | XML_PARSE_NONET);
+    // A file of entities has to be read by its own declaration; the text here is UTF-8 whatever it declares.
+    const int encoding = text.contains("<!DOCTYPE") ? XML_PARSE_DTDLOAD : XML_PARSE_IGNORE_ENC;
+    const QByteArray address = QUrl::fromLocalFile(folder + u'/').toEncoded();
+    xmlDoc *other = xmlReadMemory(text.constData(), int(text.size()), address.constData(), nullptr,
+                                  encoding | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING
+                                      | XML_PARSE_NONET);
     const xmlNode *root = xmlDocGetRootElement(other);
     const QStringList theirs = elementsSeenByLibxml(root);
     const QStringList ours = elementsSeenHere(document.documentElement());

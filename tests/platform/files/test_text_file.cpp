@@ -113,6 +113,7 @@ private Q_SLOTS:
         QTest::newRow("pipe") << QStringLiteral("pipe") << QStringLiteral("it is not a file");
         QTest::newRow("too large") << QStringLiteral("large") << QStringLiteral("it is larger than 2 GiB");
         QTest::newRow("closed") << QStringLiteral("closed") << QStringLiteral("Permission denied");
+        QTest::newRow("closed folder") << QStringLiteral("shut/x") << QStringLiteral("Permission denied");
     }
 
     void unreadable()
@@ -125,6 +126,9 @@ private Q_SLOTS:
         QVERIFY(QFile::resize(at("large"), (Q_INT64_C(1) << 31)));
         write(at("closed"), "x");
         QVERIFY(chmod(QFile::encodeName(at("closed")).constData(), 0) == 0);
+        QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("shut")));
+        write(at("shut/x"), "x");
+        QVERIFY(chmod(QFile::encodeName(at("shut")).constData(), 0) == 0);
         const OrdinaryUser user;
         const auto loaded = readTextFile(folder_->filePath(name));
         QCOMPARE(loaded.reason(),
