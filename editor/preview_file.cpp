@@ -42,10 +42,9 @@ platform::Result<void> PreviewFile::write(const QByteArray &text, const files::T
     const bool ours = made_ && info.exists() && !info.isSymLink();
     if (!ours && !make())
         return platform::Failure{QStringLiteral("The preview file %1 cannot be made.").arg(path_)};
-    auto written = files::writeDocumentFile(path_, text, {cameWith, files::FileEnd::CrLf});
-    if (!written)
-        written = files::writeTextFile(path_, text);
-    return written;
+    if (files::writeDocumentFile(path_, text, {cameWith, files::FileEnd::CrLf}))
+        return {};
+    return files::writeTextFile(path_, text);
 }
 
 void PreviewFile::remove()

@@ -51,7 +51,7 @@ std::optional<QByteArrayView> takeQuotedValue(QByteArrayView &text)
 }
 
 // The head stands behind "<?xml".
-QByteArray encodingInXmlDeclaration(QByteArrayView head)
+QByteArrayView encodingInXmlDeclaration(QByteArrayView head)
 {
     head = withoutLeadingBlanks(head);
     while (!head.isEmpty()) {
@@ -60,7 +60,7 @@ QByteArray encodingInXmlDeclaration(QByteArrayView head)
         if (name.isEmpty() || !value)
             break;
         if (name == "encoding")
-            return value->toByteArray();
+            return *value;
     }
     return {};
 }
@@ -81,7 +81,7 @@ QByteArrayView withoutPreamble(QByteArrayView text)
 }
 
 // The encoding behind "charset=", which stands either alone or inside the value of "content".
-QByteArray charsetInTag(QByteArrayView tag)
+QByteArrayView charsetInTag(QByteArrayView tag)
 {
     const qsizetype at = tag.toByteArray().toLower().indexOf("charset");
     if (at < 0)
@@ -95,10 +95,10 @@ QByteArray charsetInTag(QByteArrayView tag)
     const auto *end = std::find_if(rest.begin(), rest.end(), [](char c) {
         return isBlank(c) || c == '"' || c == '\'' || c == ';' || c == '/' || c == '>';
     });
-    return rest.first(end - rest.begin()).toByteArray();
+    return rest.first(end - rest.begin());
 }
 
-QByteArray encodingInMeta(QByteArrayView head)
+QByteArrayView encodingInMeta(QByteArrayView head)
 {
     for (;;) {
         head = withoutPreamble(head);
@@ -106,7 +106,7 @@ QByteArray encodingInMeta(QByteArrayView head)
         if (end < 0)
             return {};
         if (startsWithNoCase(head, "<meta")) {
-            QByteArray name = charsetInTag(head.first(end));
+            const QByteArrayView name = charsetInTag(head.first(end));
             if (!name.isEmpty())
                 return name;
         }
@@ -117,17 +117,22 @@ QByteArray encodingInMeta(QByteArrayView head)
     }
 }
 
+Declaration found(QByteArrayView text, DeclaredBy by, QByteArrayView name)
+{
+    return {by, name.toByteArray(), name.isEmpty() ? -1 : name.data() - text.data()};
+}
+
 } // namespace
 
 Declaration declarationIn(QByteArrayView text)
 {
     QByteArrayView head = withoutLeadingBlanks(text.first(std::min(text.size(), headSize)));
     if (head.size() > 5 && head.startsWith("<?xml") && (isBlank(head[5]) || head[5] == '?'))
-        return {DeclaredBy::Xml, encodingInXmlDeclaration(head.sliced(5))};
+        return found(text, DeclaredBy::Xml, encodingInXmlDeclaration(head.sliced(5)));
     if (looksLikeHtml(head)) {
-        QByteArray name = encodingInMeta(head);
+        const QByteArrayView name = encodingInMeta(head);
         if (!name.isEmpty())
-            return {DeclaredBy::Html, std::move(name)};
+            return found(text, DeclaredBy::Html, name);
     }
     return {};
 }
@@ -138,7 +143,7 @@ const EncodingEntry *declaredEntry(const Declaration &declaration)
     if (!entry || declaration.by != DeclaredBy::Html)
         return entry;
     if (isWide(entry->codec))
-        return nullptr;
+        return &entryOf(Codec::Utf8);
     const bool latin1 = entry->codec == Codec::Latin1 || entry->codec == Codec::Ascii;
     return latin1 ? &entryOf(Codec::Windows1252) : entry;
 }

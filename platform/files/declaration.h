@@ -19,6 +19,14 @@ struct Declaration
 {
     DeclaredBy by = DeclaredBy::Nobody; // Xml also for an XML declaration that names no encoding
     QByteArray name; // as written; empty when none is named
+    qsizetype at = -1; // where the name stands in the text
+
+    bool names() const { return !name.isEmpty(); }
+    // Says the same, wherever it says it. Who names nothing says nothing.
+    bool operator==(const Declaration &other) const
+    {
+        return name.compare(other.name, Qt::CaseInsensitive) == 0 && (!names() || by == other.by);
+    }
 };
 
 // Looks at UTF-8 or at bytes of any encoding that holds ASCII as it is. An XML declaration decides; only
@@ -26,8 +34,8 @@ struct Declaration
 Declaration declarationIn(QByteArrayView text);
 
 // The encoding that a declaration stands for, or null when it names none or none that is known. A meta
-// element cannot declare UTF-16 or UTF-32 (it could not have been read), and what it calls ISO-8859-1 or
-// US-ASCII is Windows-1252 to every browser.
+// element cannot declare UTF-16 or UTF-32 (it could not have been read): that is UTF-8 to every browser, and
+// ISO-8859-1 and US-ASCII are Windows-1252.
 const EncodingEntry *declaredEntry(const Declaration &declaration);
 
 // The text's first character that is not blank opens markup.

@@ -1,6 +1,7 @@
 // Bytes to text: a byte order mark or the zero bytes of wide characters decide first, then what the text
 // declares as far as the bytes bear it out, then what the bytes can be.
 #include "platform/files/declaration.h"
+#include "platform/files/faulty_text.h"
 #include "platform/files/narrow_codec.h"
 #include "platform/files/text_encoding.h"
 #include "platform/files/wide_codec.h"
@@ -32,121 +33,114 @@ QString quoted(const QByteArray &name)
     return QLatin1Char('"') + QString::fromLatin1(name.left(40)) + QLatin1Char('"');
 }
 
-void addNote(DecodedText &text, const QString &sentence)
-{
-    text.note += (text.note.isEmpty() ? QString() : QStringLiteral(" ")) + sentence;
-}
-
 QString nameOf(const EncodingEntry &entry) { return QString::fromLatin1(entry.name); }
 
-// What the user is told when a file is not what it says it is.
-QString disagreement(const Declaration &declaration, const EncodingEntry *declared, const TextEncoding &read)
+bool isNarrow(const EncodingEntry &entry) { return !isWide(entry.codec) && entry.codec != Codec::Utf8; }
+
+// Whether bytes speak for an encoding, though not all of them are of it: of a text in another one hardly any
+// are.
+bool bearOut(const FaultyText &text) { return text.faults <= text.good; }
+
+DecodedText made(FaultyText &&text, const EncodingEntry &entry, bool mark)
 {
-    const QString name = QString::fromLatin1(read.name);
-    if (!declared) {
-        return QStringLiteral("The encoding %1 that the file declares is not known here; it was read as %2.")
-            .arg(quoted(declaration.name), name);
+    DecodedText decoded;
+    decoded.encoding.name = entry.name;
+    decoded.encoding.byteOrderMark = mark;
+    decoded.encoding.block = text.block;
+    decoded.utf8 = std::move(text.utf8);
+    if (text.bad > 0) {
+        decoded.note = QStringLiteral("%1 bytes of the file are no characters in %2; saving keeps those that "
+                                      "are not mended as they are.")
+                           .arg(text.bad)
+                           .arg(nameOf(entry));
     }
-    return QStringLiteral("The file declares %1 but is not in it; it was read as %2 and will be saved as %1.")
-        .arg(nameOf(*declared), name);
+    return decoded;
 }
 
-bool agrees(const EncodingEntry *declared, Codec found)
+// All of the bytes are of the encoding, or nothing.
+std::optional<DecodedText> decodeWhole(QByteArray &bytes, qsizetype skipped, const EncodingEntry &entry)
 {
-    if (!declared)
-        return false;
-    return declared->codec == found || (declared->codec == Codec::Utf16 && isUtf16(found))
-        || (declared->codec == Codec::Utf32 && isUtf32(found));
-}
-
-// A text whose encoding its first bytes settled is still held against what it declares.
-void noteDeclaration(DecodedText &text, Codec found)
-{
-    const Declaration declaration = declarationIn(text.utf8);
-    const EncodingEntry *declared = declaredEntry(declaration);
-    const bool silent = declaration.name.isEmpty() || (!declared && declaration.by == DeclaredBy::Html);
-    if (!silent && !agrees(declared, found))
-        addNote(text, disagreement(declaration, declared, text.encoding));
+    DecodedText text;
+    text.encoding.name = entry.name;
+    text.encoding.byteOrderMark = skipped > 0;
+    if (entry.codec == Codec::Utf8) {
+        if (!bytes.isValidUtf8())
+            return std::nullopt;
+        text.utf8 = std::move(bytes); // which is not copied
+        text.utf8.remove(0, skipped);
+        return text;
+    }
+    if (isWide(entry.codec)) {
+        WideText wide = decodeWide(QByteArrayView(bytes).sliced(skipped), entry.codec);
+        text.utf8 = std::move(wide.utf8);
+        return wide.replaced == 0 ? std::optional(std::move(text)) : std::nullopt;
+    }
+    std::optional<QByteArray> utf8 = decodeNarrow(bytes, entry);
+    if (!utf8)
+        return std::nullopt;
+    text.utf8 = *std::move(utf8);
+    return text;
 }
 
 std::optional<DecodedText> decodeSigned(QByteArray &bytes, const Signature &signature)
 {
     const qsizetype skipped = signature.mark ? signature.bytes.size() : 0;
-    DecodedText text;
-    text.encoding = {entryOf(signature.codec).name, signature.mark};
-    if (signature.codec == Codec::Utf8) {
-        if (!bytes.isValidUtf8())
-            return std::nullopt;
-        text.utf8 = std::move(bytes);
-        text.utf8.remove(0, skipped);
-    } else {
-        WideText wide = decodeWide(QByteArrayView(bytes).sliced(skipped), signature.codec);
-        if (wide.replaced > 0 && isUtf32(signature.codec))
-            return std::nullopt;
-        text.utf8 = std::move(wide.utf8);
-        if (wide.replaced > 0) {
-            addNote(text,
-                    QStringLiteral("%1 places of the file are no characters and were replaced by U+FFFD; "
-                                   "saving does not bring them back.")
-                        .arg(wide.replaced));
-        }
-    }
-    noteDeclaration(text, signature.codec);
-    return text;
+    const EncodingEntry &entry = entryOf(signature.codec);
+    if (std::optional<DecodedText> text = decodeWhole(bytes, skipped, entry))
+        return text;
+    std::optional<FaultyText> faulty = decodeFaulty(QByteArrayView(bytes).sliced(skipped), entry);
+    if (!faulty || (isUtf32(signature.codec) && !bearOut(*faulty)))
+        return std::nullopt;
+    return made(*std::move(faulty), entry, signature.mark);
 }
 
-// What the bytes can be, whatever they say: UTF-8 when they are valid, else Windows-1252, which takes any.
-DecodedText decodeByBytes(QByteArray bytes)
+DecodedText decodeAsWindows1252(const QByteArray &bytes)
 {
     DecodedText text;
-    if (bytes.isValidUtf8()) {
-        text.utf8 = std::move(bytes);
-        return text;
-    }
     text.utf8 = decodeWindows1252(bytes);
     text.encoding.name = entryOf(Codec::Windows1252).name;
     return text;
 }
 
-// Some encodings write one text in several ways, and only one of them is written back.
-bool writesTheSame(const QByteArray &utf8, const EncodingEntry &entry, const QByteArray &bytes)
+// What the bytes can be, whatever they say: UTF-8 when they are valid, else what they were said to be or
+// UTF-8 with some faults, else Windows-1252, which takes any.
+DecodedText decodeByBytes(QByteArray &bytes, const EncodingEntry *declared)
 {
-    const std::unique_ptr<NarrowEncoder> encoder = narrowEncoder(entry);
-    QByteArray again;
-    if (encoder->encode(utf8, again) != utf8.size())
-        return false;
-    encoder->finish(again);
-    return again == bytes;
+    const EncodingEntry &utf8 = entryOf(Codec::Utf8);
+    if (std::optional<DecodedText> text = decodeWhole(bytes, 0, utf8))
+        return *std::move(text);
+    const EncodingEntry &likely = declared && isNarrow(*declared) ? *declared : utf8;
+    std::optional<FaultyText> faulty = decodeFaulty(bytes, likely);
+    if (faulty && bearOut(*faulty))
+        return made(*std::move(faulty), likely, false);
+    return decodeAsWindows1252(bytes);
 }
 
-std::optional<DecodedText> decodeAsDeclared(QByteArray &bytes, const EncodingEntry &entry)
+DecodedText decodeUnsigned(QByteArray &bytes)
 {
-    DecodedText text;
-    text.encoding.name = entry.name;
-    if (isWide(entry.codec))
-        return std::nullopt;
-    if (entry.codec == Codec::Utf8) {
-        if (!bytes.isValidUtf8())
-            return std::nullopt;
-        text.utf8 = std::move(bytes);
-        return text;
+    const EncodingEntry *declared = declaredEntry(declarationIn(bytes));
+    if (declared && !isWide(declared->codec)) {
+        if (std::optional<DecodedText> text = decodeWhole(bytes, 0, *declared))
+            return *std::move(text);
     }
-    std::optional<QByteArray> utf8 = decodeNarrow(bytes, entry);
-    if (!utf8)
-        return std::nullopt;
-    if (entry.codec == Codec::System && !writesTheSame(*utf8, entry, bytes)) {
-        addNote(text,
-                QStringLiteral(
-                    "The file uses %1 in a way of its own; saving writes the same text in other bytes.")
-                    .arg(nameOf(entry)));
-    }
-    text.utf8 = std::move(*utf8);
-    return text;
+    return decodeByBytes(bytes, declared);
 }
 
-} // namespace
+DecodedText decodeAs(QByteArray &bytes, const EncodingEntry &entry)
+{
+    for (const Signature &signature : signatures) {
+        if (!signature.mark || signature.codec != entry.codec || !bytes.startsWith(signature.bytes))
+            continue;
+        if (std::optional<DecodedText> text = decodeSigned(bytes, signature))
+            return *std::move(text);
+    }
+    if (std::optional<DecodedText> text = decodeWhole(bytes, 0, entry))
+        return *std::move(text);
+    std::optional<FaultyText> faulty = decodeFaulty(bytes, entry);
+    return faulty ? made(*std::move(faulty), entry, false) : decodeAsWindows1252(bytes);
+}
 
-DecodedText decodeText(QByteArray bytes)
+DecodedText decodeBySigns(QByteArray &bytes)
 {
     for (const Signature &signature : signatures) {
         if (!bytes.startsWith(signature.bytes))
@@ -154,18 +148,65 @@ DecodedText decodeText(QByteArray bytes)
         if (std::optional<DecodedText> text = decodeSigned(bytes, signature))
             return *std::move(text);
     }
-    const Declaration declaration = declarationIn(bytes);
+    return decodeUnsigned(bytes);
+}
+
+// What the user is told when a file is not what it says it is.
+QString disagreement(const DecodedText &text)
+{
+    const Declaration &declaration = text.encoding.declared;
     const EncodingEntry *declared = declaredEntry(declaration);
-    if (declared) {
-        if (std::optional<DecodedText> text = decodeAsDeclared(bytes, *declared))
-            return *std::move(text);
+    const EncodingEntry *read = findEncoding(text.encoding.name);
+    const QString name = QString::fromLatin1(text.encoding.name);
+    if (!declaration.names()) {
+        return isNarrow(*read) && looksLikeMarkup(text.utf8)
+            ? QStringLiteral("The file is not valid UTF-8; it was read as %1.").arg(name)
+            : QString();
     }
-    const bool markup = looksLikeMarkup(bytes);
-    DecodedText text = decodeByBytes(std::move(bytes));
-    if (declared || (declaration.by == DeclaredBy::Xml && !declaration.name.isEmpty()))
-        addNote(text, disagreement(declaration, declared, text.encoding));
-    else if (markup && text.encoding.name != entryOf(Codec::Utf8).name)
-        addNote(text, QStringLiteral("The file is not valid UTF-8; it was read as Windows-1252."));
+    if (!declared && declaration.by == DeclaredBy::Xml) {
+        return QStringLiteral("The encoding %1 that the file declares is not known here; it was read as %2.")
+            .arg(quoted(declaration.name), name);
+    }
+    const bool markWins = declaration.by == DeclaredBy::Html && text.encoding.byteOrderMark;
+    if (!declared || markWins || standsFor(*declared, *read))
+        return {};
+    return QStringLiteral("The file declares %1 but is not in it; it was read as %2.")
+        .arg(nameOf(*declared), name);
+}
+
+// Some encodings write one text in several ways, and only one of them is what it would be written in again.
+void finish(DecodedText &text, const QByteArray &bytes)
+{
+    text.encoding.declared = declarationIn(text.utf8);
+    if (text.note.isEmpty())
+        text.note = disagreement(text);
+    const EncodingEntry *read = findEncoding(text.encoding.name);
+    if (text.encoding.block == 0 && read->codec != Codec::System)
+        return;
+    const auto again = encodeText(text.utf8, text.encoding);
+    if (!again || *again != bytes)
+        text.encoding.spelling = {text.utf8, bytes};
+}
+
+} // namespace
+
+DecodedText decodeText(QByteArray bytes)
+{
+    DecodedText text = decodeBySigns(bytes); // which takes the bytes away only where they are the text
+    finish(text, bytes);
+    return text;
+}
+
+platform::Result<DecodedText> decodeTextAs(QByteArray bytes, const QByteArray &encoding)
+{
+    const EncodingEntry *entry = findEncoding(encoding);
+    if (entry && (entry->codec == Codec::Utf16 || entry->codec == Codec::Utf32))
+        entry = &entryOf(entry->codec == Codec::Utf16 ? Codec::Utf16LE : Codec::Utf32LE);
+    if (!entry || (entry->codec == Codec::System && !systemDecoder(entry->systemName)))
+        return platform::Failure{
+            QStringLiteral("This system cannot read %1.").arg(QString::fromLatin1(encoding))};
+    DecodedText text = decodeAs(bytes, *entry);
+    finish(text, bytes);
     return text;
 }
 
@@ -174,10 +215,13 @@ QByteArray decodePlainText(QByteArray bytes)
     for (const Signature &signature : signatures) {
         if (!signature.mark || !bytes.startsWith(signature.bytes))
             continue;
-        if (std::optional<DecodedText> text = decodeSigned(bytes, signature))
+        if (std::optional<DecodedText> text
+            = decodeWhole(bytes, signature.bytes.size(), entryOf(signature.codec)))
             return std::move(text->utf8);
     }
-    return decodeByBytes(std::move(bytes)).utf8;
+    if (bytes.isValidUtf8())
+        return bytes;
+    return decodeWindows1252(bytes);
 }
 
 } // namespace files

@@ -1,60 +1,20 @@
-// Text to bytes: as it declares, else as it came.
+// Text to bytes: as it came, or as it declares since.
 #include "platform/files/encode_text.h"
 
 #include "platform/files/code_points.h"
 #include "platform/files/declaration.h"
 #include "platform/files/markup_context.h"
 #include "platform/files/narrow_codec.h"
+#include "platform/files/outlook.h"
+#include "platform/files/raw_bytes.h"
+#include "platform/files/spelling.h"
 #include "platform/files/wide_codec.h"
 
 namespace files {
 
 namespace {
 
-// The encoding that the text declares, if it is one that can be written here.
-const EncodingEntry *writableDeclaration(const QByteArray &utf8)
-{
-    const EncodingEntry *entry = declaredEntry(declarationIn(utf8));
-    if (entry && entry->codec == Codec::System && !narrowEncoder(*entry))
-        return nullptr;
-    return entry;
-}
-
-bool sameFamily(Codec a, Codec b)
-{
-    return a == b || (isUtf16(a) && isUtf16(b)) || (isUtf32(a) && isUtf32(b));
-}
-
-struct Target
-{
-    const EncodingEntry *entry;
-    Codec codec; // with its byte order settled
-    bool mark;
-};
-
-Codec inByteOrder(Codec codec, Codec cameWith)
-{
-    if (codec == Codec::Utf16)
-        return cameWith == Codec::Utf16BE ? Codec::Utf16BE : Codec::Utf16LE;
-    if (codec == Codec::Utf32)
-        return cameWith == Codec::Utf32BE ? Codec::Utf32BE : Codec::Utf32LE;
-    return codec;
-}
-
-// A mark is kept where the file had one of the same kind; where the byte order is left open it is needed.
-Target targetFor(const QByteArray &utf8, const TextEncoding &cameWith)
-{
-    const EncodingEntry *came = findEncoding(cameWith.name);
-    if (!came)
-        came = &entryOf(Codec::Utf8);
-    const EncodingEntry *entry = writableDeclaration(utf8);
-    if (!entry)
-        entry = came;
-    const bool unicode = entry->codec == Codec::Utf8 || isWide(entry->codec);
-    const bool kept = cameWith.byteOrderMark && unicode && sameFamily(entry->codec, came->codec);
-    const bool needed = entry->codec == Codec::Utf16 || entry->codec == Codec::Utf32;
-    return {entry, inByteOrder(entry->codec, came->codec), kept || needed};
-}
+using Bytes = platform::Result<QByteArray>;
 
 QByteArray markOf(Codec codec)
 {
@@ -71,6 +31,8 @@ qsizetype lineOf(QByteArrayView utf8, qsizetype at)
     return line;
 }
 
+QString nameOf(const EncodingEntry &entry) { return QString::fromLatin1(entry.name); }
+
 platform::Failure lacking(QByteArrayView utf8, qsizetype at, const EncodingEntry &entry)
 {
     const CodePoint c = codePointAt(utf8, at);
@@ -78,7 +40,17 @@ platform::Failure lacking(QByteArrayView utf8, qsizetype at, const EncodingEntry
     return {QStringLiteral("The character U+%1 in line %2 cannot be written in %3.")
                 .arg(number)
                 .arg(lineOf(utf8, at))
-                .arg(QString::fromLatin1(entry.name))};
+                .arg(nameOf(entry))};
+}
+
+platform::Failure stray(QByteArrayView utf8, qsizetype at, const EncodingEntry &entry)
+{
+    const QString number = QString::number(uchar(RawBytes::byteAt(utf8, at)), 16).toUpper();
+    return {QStringLiteral("The byte %1 in line %2 is no character and cannot be written in %3; replace it "
+                           "first.")
+                .arg(number.rightJustified(2, QLatin1Char('0')))
+                .arg(lineOf(utf8, at))
+                .arg(nameOf(entry))};
 }
 
 // The tag characters (U+E0000 to U+E007F): GB18030 alone has them, and the system's library drops them
@@ -93,56 +65,175 @@ qsizetype nextTagCharacter(QByteArrayView utf8, qsizetype from)
     return utf8.size();
 }
 
-platform::Result<QByteArray> encodeNarrow(QByteArrayView utf8, const EncodingEntry &entry,
-                                          QByteArrayView lineEnd)
+// A stretch of text between bytes that stand for themselves; what the encoding lacks is written as
+// references.
+class NarrowWriter
+{
+public:
+    NarrowWriter(QByteArrayView utf8, const EncodingEntry &entry, NarrowEncoder &encoder)
+        : utf8_(utf8), entry_(entry), encoder_(encoder), context_(utf8),
+          hasTags_(QByteArrayView(entry.name) == "GB18030")
+    { }
+
+    // Appends what stands from one place to another; stretches come in their order.
+    platform::Result<void> write(qsizetype at, qsizetype end, QByteArray &out)
+    {
+        qsizetype tag = tagFrom(at, end);
+        for (;;) {
+            at += encoder_.encode(utf8_.sliced(at, tag - at), out);
+            if (at == end)
+                return {};
+            if (!context_.allowsReferenceAt(at))
+                return lacking(utf8_, at, entry_);
+            const CodePoint c = codePointAt(utf8_, at);
+            encoder_.encode("&#x" + QByteArray::number(uint(c.value), 16).toUpper() + ';', out);
+            at += c.size;
+            if (tag < at)
+                tag = tagFrom(at, end);
+        }
+    }
+
+private:
+    qsizetype tagFrom(qsizetype at, qsizetype end) const
+    {
+        return hasTags_ ? end : at + nextTagCharacter(utf8_.sliced(at, end - at), 0);
+    }
+
+    QByteArrayView utf8_;
+    const EncodingEntry &entry_;
+    NarrowEncoder &encoder_;
+    MarkupContext context_;
+    bool hasTags_;
+};
+
+Bytes encodeNarrow(QByteArrayView utf8, const EncodingEntry &entry, const RawBytes &raw,
+                   const Respelling &former, QByteArrayView end)
 {
     const std::unique_ptr<NarrowEncoder> encoder = narrowEncoder(entry);
     if (!encoder)
-        return platform::Failure{
-            QStringLiteral("This system cannot write %1.").arg(QString::fromLatin1(entry.name))};
-    const bool hasTags = QByteArrayView(entry.name) == "GB18030";
-    qsizetype tag = hasTags ? utf8.size() : nextTagCharacter(utf8, 0);
-    MarkupContext context(utf8);
+        return platform::Failure{QStringLiteral("This system cannot write %1.").arg(nameOf(entry))};
+    NarrowWriter writer(utf8, entry, *encoder);
     QByteArray bytes;
-    qsizetype at = 0;
-    for (;;) {
-        at += encoder->encode(utf8.sliced(at, tag - at), bytes);
-        if (at == utf8.size())
-            break;
-        if (!context.allowsReferenceAt(at))
-            return lacking(utf8, at, entry);
-        const CodePoint c = codePointAt(utf8, at);
-        encoder->encode("&#x" + QByteArray::number(uint(c.value), 16).toUpper() + ';', bytes);
-        at += c.size;
-        if (tag < at)
-            tag = nextTagCharacter(utf8, at);
+    for (qsizetype at = 0; at < utf8.size();) {
+        const std::optional<Respelling::Piece> piece = former.next(at);
+        const qsizetype stop = qMin(raw.next(utf8, at), piece ? piece->at : utf8.size());
+        if (const auto written = writer.write(at, stop, bytes); !written)
+            return platform::Failure{written.reason()};
+        at = stop;
+        if (piece && piece->at == stop) {
+            encoder->finish(bytes);
+            bytes += piece->bytes;
+            at += piece->size;
+        } else {
+            at = raw.take(utf8, stop, bytes);
+        }
     }
-    encoder->encode(lineEnd, bytes);
+    encoder->encode(end, bytes);
     encoder->finish(bytes);
     return bytes;
+}
+
+// Bytes that stand for themselves must not put the units behind them out of step.
+Bytes encodeWideAround(QByteArrayView utf8, const EncodingEntry &entry, const RawBytes &raw, bool lineEnd)
+{
+    const qsizetype unit = isUtf16(entry.codec) ? 2 : 4;
+    QByteArray bytes;
+    for (qsizetype at = 0; at < utf8.size();) {
+        const qsizetype stop = raw.next(utf8, at);
+        bytes += encodeWide(utf8.sliced(at, stop - at), entry.codec);
+        at = raw.take(utf8, stop, bytes);
+        if (bytes.size() % unit != 0 && (at < utf8.size() || lineEnd))
+            return stray(utf8, stop, entry);
+    }
+    return bytes;
+}
+
+QByteArray encodeUtf8Around(QByteArrayView utf8, const RawBytes &raw)
+{
+    QByteArray bytes;
+    for (qsizetype at = 0; at < utf8.size();) {
+        const qsizetype stop = raw.next(utf8, at);
+        bytes += utf8.sliced(at, stop - at);
+        at = raw.take(utf8, stop, bytes);
+    }
+    return bytes;
+}
+
+Bytes encodeBody(const QByteArray &utf8, const EncodingEntry &entry, const RawBytes &raw,
+                 const Respelling &former, QByteArrayView end)
+{
+    const bool anyRaw = raw.next(utf8, 0) < utf8.size();
+    if (entry.codec == Codec::Utf8)
+        return anyRaw ? encodeUtf8Around(utf8, raw) : utf8;
+    if (isWide(entry.codec))
+        return anyRaw ? encodeWideAround(utf8, entry, raw, !end.isEmpty()) : encodeWide(utf8, entry.codec);
+    return encodeNarrow(utf8, entry, raw, former, end);
+}
+
+// How a text will stand in its bytes: what it came with, as far as that is still so.
+TextEncoding encodingOf(const QByteArray &utf8, const Outlook &outlook, const TextEncoding &cameWith)
+{
+    TextEncoding encoding;
+    encoding.name = outlook.name;
+    encoding.byteOrderMark = outlook.byteOrderMark;
+    encoding.declared = declarationIn(utf8);
+    if (outlook.asCame) {
+        encoding.block = cameWith.block;
+        encoding.spelling = cameWith.spelling;
+    }
+    return encoding;
+}
+
+QString respellingNote(const EncodingEntry &entry)
+{
+    return QStringLiteral(
+               "The file used %1 in a way of its own; where it was edited it is written in the usual "
+               "bytes.")
+        .arg(nameOf(entry));
 }
 
 } // namespace
 
 QByteArray declaredEncoding(const QByteArray &utf8)
 {
-    const EncodingEntry *entry = writableDeclaration(utf8);
+    const EncodingEntry *entry = writableDeclaration(declarationIn(utf8));
     return entry ? QByteArray(entry->name) : QByteArray();
 }
 
 platform::Result<EncodedPieces> encodePieces(const QByteArray &utf8, const TextEncoding &cameWith,
                                              QByteArrayView lineEnd)
 {
-    const Target target = targetFor(utf8, cameWith);
-    const QByteArray mark = target.mark ? markOf(target.codec) : QByteArray();
-    if (target.codec == Codec::Utf8)
-        return EncodedPieces{mark, utf8, lineEnd.toByteArray()};
-    if (isWide(target.codec))
-        return EncodedPieces{mark, encodeWide(utf8, target.codec), encodeWide(lineEnd, target.codec)};
-    platform::Result<QByteArray> bytes = encodeNarrow(utf8, *target.entry, lineEnd);
-    if (!bytes)
-        return platform::Failure{bytes.reason()};
-    return EncodedPieces{{}, std::move(*bytes), {}};
+    const auto outlook = outlookOf(utf8, cameWith);
+    if (!outlook)
+        return platform::Failure{outlook.reason()};
+    EncodedPieces pieces;
+    pieces.encoding = encodingOf(utf8, *outlook, cameWith);
+    pieces.note = outlook->note;
+    const EncodingEntry &entry = *findEncoding(outlook->name);
+    const bool spelt = !pieces.encoding.spelling.text.isEmpty();
+    const QByteArray whole = spelt && !lineEnd.isEmpty() ? utf8 + lineEnd.toByteArray() : utf8;
+    if (spelt && whole == pieces.encoding.spelling.text) {
+        pieces.body = pieces.encoding.spelling.bytes;
+        return pieces;
+    }
+    const RawBytes raw(cameWith.block);
+    if (const qsizetype at = raw.next(utf8, 0); !outlook->asCame && at < utf8.size())
+        return stray(utf8, at, entry);
+    const QByteArrayView end = spelt ? QByteArrayView() : lineEnd;
+    const Respelling former(pieces.encoding, whole, entry);
+    Bytes body = encodeBody(whole, entry, raw, former, end);
+    if (!body)
+        return platform::Failure{body.reason()};
+    pieces.body = *std::move(body);
+    if (outlook->byteOrderMark)
+        pieces.mark = markOf(entry.codec);
+    if (entry.codec == Codec::Utf8 || isWide(entry.codec))
+        pieces.lineEnd = isWide(entry.codec) ? encodeWide(end, entry.codec) : end.toByteArray();
+    if (spelt) {
+        pieces.note = former.givesUp() ? respellingNote(entry) : QString();
+        pieces.encoding.spelling = {whole, pieces.mark + pieces.body + pieces.lineEnd};
+    }
+    return pieces;
 }
 
 platform::Result<QByteArray> encodeText(const QByteArray &utf8, const TextEncoding &cameWith)

@@ -12,6 +12,8 @@ struct EncodedPieces
     QByteArray mark; // byte order mark, or empty
     QByteArray body; // shares the text's own bytes where that is what they are
     QByteArray lineEnd;
+    TextEncoding encoding; // how the text stands in them
+    QString note; // one line: what became of the text that nobody asked for; or empty
 
     std::array<QByteArrayView, 3> all() const { return {mark, body, lineEnd}; }
 };

@@ -124,6 +124,12 @@ const EncodingEntry &entryOf(Codec codec)
                          [codec](const EncodingEntry &entry) { return entry.codec == codec; });
 }
 
+bool standsFor(const EncodingEntry &named, const EncodingEntry &actual)
+{
+    return &named == &actual || (named.codec == Codec::Utf16 && isUtf16(actual.codec))
+        || (named.codec == Codec::Utf32 && isUtf32(actual.codec));
+}
+
 bool isUtf16(Codec codec)
 {
     return codec == Codec::Utf16 || codec == Codec::Utf16LE || codec == Codec::Utf16BE;

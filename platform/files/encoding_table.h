@@ -36,6 +36,9 @@ const EncodingEntry *findEncoding(QByteArrayView name);
 // The entry that stands for a codec other than Codec::System.
 const EncodingEntry &entryOf(Codec codec);
 
+// Whether a text that names one encoding may be in the other: where it leaves the byte order open, in either.
+bool standsFor(const EncodingEntry &named, const EncodingEntry &actual);
+
 bool isUtf16(Codec codec);
 bool isUtf32(Codec codec);
 inline bool isWide(Codec codec) { return isUtf16(codec) || isUtf32(codec); }

@@ -30,8 +30,19 @@ std::optional<QByteArray> decodeNarrow(QByteArrayView bytes, const EncodingEntry
 // Every byte has a character: what Windows-1252 leaves undefined stands for the control of the same number.
 QByteArray decodeWindows1252(QByteArrayView bytes);
 
-// The system library's side of the above.
+// Reads bytes piece by piece, stopping at what is no character of the encoding.
+class NarrowDecoder
+{
+public:
+    virtual ~NarrowDecoder() = default;
+
+    // Appends the text of as many of the bytes as can be read; returns how many were taken.
+    virtual qsizetype decode(QByteArrayView bytes, QByteArray &out) = 0;
+};
+
+// The system library's side of the above; null when it does not know the encoding.
 std::unique_ptr<NarrowEncoder> systemEncoder(const char *systemName);
+std::unique_ptr<NarrowDecoder> systemDecoder(const char *systemName);
 std::optional<QByteArray> decodeBySystem(QByteArrayView bytes, const char *systemName);
 
 } // namespace files

@@ -65,6 +65,22 @@ private:
     Converter converter_;
 };
 
+class SystemDecoder : public NarrowDecoder
+{
+public:
+    explicit SystemDecoder(const char *name) : converter_("UTF-8", name) { }
+
+    bool valid() const { return converter_.valid(); }
+
+    qsizetype decode(QByteArrayView bytes, QByteArray &out) override
+    {
+        return bytes.isEmpty() ? 0 : converter_.convert(bytes, out);
+    }
+
+private:
+    Converter converter_;
+};
+
 } // namespace
 
 std::unique_ptr<NarrowEncoder> systemEncoder(const char *systemName)
@@ -73,6 +89,14 @@ std::unique_ptr<NarrowEncoder> systemEncoder(const char *systemName)
     if (!encoder->valid())
         return nullptr;
     return encoder;
+}
+
+std::unique_ptr<NarrowDecoder> systemDecoder(const char *systemName)
+{
+    auto decoder = std::make_unique<SystemDecoder>(systemName);
+    if (!decoder->valid())
+        return nullptr;
+    return decoder;
 }
 
 std::optional<QByteArray> decodeBySystem(QByteArrayView bytes, const char *systemName)

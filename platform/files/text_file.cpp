@@ -16,7 +16,7 @@ namespace files {
 namespace {
 
 constexpr qint64 largestFile = std::numeric_limits<qint32>::max();
-constexpr QByteArrayView lineEnds[] = {"\r\n", "\n", "\r"}; // by FileEnd
+constexpr QByteArrayView lineEnds[] = {"\r\n", "\n", "\r", ""}; // by FileEnd
 
 platform::Failure cannotRead(const QString &path, const QString &why)
 {
@@ -52,14 +52,6 @@ platform::Result<QByteArray> readBytes(const QString &path)
     return bytes;
 }
 
-// What a text without a final line end gets: LF or CR where it knows nothing else.
-FileEnd endOfUnended(const QByteArray &utf8)
-{
-    const bool anyLf = utf8.contains('\n');
-    const bool anyCr = utf8.contains('\r');
-    return anyLf == anyCr ? FileEnd::CrLf : anyLf ? FileEnd::Lf : FileEnd::Cr;
-}
-
 // Takes the file's final line end off the text and says which it was, so that the same is put back.
 FileEnd takeFileEnd(QByteArray &utf8)
 {
@@ -70,22 +62,25 @@ FileEnd takeFileEnd(QByteArray &utf8)
         utf8.chop(lineEnd.size());
         return end;
     }
-    return endOfUnended(utf8);
+    return FileEnd::None;
 }
 
 } // namespace
 
-platform::Result<LoadedText> readTextFile(const QString &path)
+platform::Result<LoadedText> readTextFile(const QString &path, const QByteArray &encoding)
 {
     LoadedText loaded;
     loaded.stamp = stampOf(path).value_or(FileStamp());
     platform::Result<QByteArray> bytes = readBytes(path);
     if (!bytes)
         return platform::Failure{bytes.reason()};
-    DecodedText decoded = decodeText(std::move(*bytes));
-    loaded.utf8 = std::move(decoded.utf8);
-    loaded.form = {decoded.encoding, takeFileEnd(loaded.utf8)};
-    loaded.note = decoded.note;
+    auto decoded = encoding.isEmpty() ? platform::Result<DecodedText>(decodeText(std::move(*bytes)))
+                                      : decodeTextAs(std::move(*bytes), encoding);
+    if (!decoded)
+        return platform::Failure{decoded.reason()};
+    loaded.utf8 = std::move(decoded->utf8);
+    loaded.form = {std::move(decoded->encoding), takeFileEnd(loaded.utf8)};
+    loaded.note = decoded->note;
     return loaded;
 }
 
@@ -97,13 +92,15 @@ platform::Result<QByteArray> readPlainText(const QString &path)
     return decodePlainText(std::move(*bytes));
 }
 
-platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,
-                                         const std::function<void()> &writesOver)
+platform::Result<WrittenText> writeDocumentFile(const QString &path, const QByteArray &utf8,
+                                                const FileForm &form, const std::function<void()> &writesOver)
 {
-    const auto pieces = encodePieces(utf8, form.encoding, lineEnds[int(form.end)]);
+    auto pieces = encodePieces(utf8, form.encoding, lineEnds[int(form.end)]);
     if (!pieces)
         return platform::Failure{pieces.reason()};
-    return replaceFile(path, pieces->all(), writesOver);
+    if (const auto replaced = replaceFile(path, pieces->all(), writesOver); !replaced)
+        return platform::Failure{replaced.reason()};
+    return WrittenText{{std::move(pieces->encoding), form.end}, pieces->note};
 }
 
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8)

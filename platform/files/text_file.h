@@ -17,14 +17,15 @@ enum class FileEnd
 {
     CrLf,
     Lf,
-    Cr
+    Cr,
+    None // nothing: the last line has no end
 };
 
 // How a document stood in its file.
 struct FileForm
 {
     TextEncoding encoding;
-    FileEnd end = FileEnd::CrLf; // that of the opened document, or what it uses throughout
+    FileEnd end = FileEnd::CrLf; // of a new document; an opened one keeps what it has
 
     bool operator==(const FileForm &) const = default;
 };
@@ -37,16 +38,25 @@ struct LoadedText
     QString note; // one line for the status bar, or empty
 };
 
-// Reads a whole file as text. Fails for what is missing, unreadable, not a regular file or over 2 GiB.
-platform::Result<LoadedText> readTextFile(const QString &path);
+// Reads a whole file as text, in the encoding given or else in its own. Fails for what is missing,
+// unreadable, not a regular file or over 2 GiB.
+platform::Result<LoadedText> readTextFile(const QString &path, const QByteArray &encoding = {});
 
 // Reads a whole file that is no document, as UTF-8 and with all its line ends. Fails as above.
 platform::Result<QByteArray> readPlainText(const QString &path);
 
-// Writes a document: encoded as it declares (or came with), followed by the form's line end; atomically, or
-// else writesOver is called before the old file is written over (see atomic_write.h).
-platform::Result<void> writeDocumentFile(const QString &path, const QByteArray &utf8, const FileForm &form,
-                                         const std::function<void()> &writesOver = {});
+// How a document stands in its file now that it was written.
+struct WrittenText
+{
+    FileForm form;
+    QString note; // one line for the status bar, or empty
+};
+
+// Writes a document: encoded as it came or declares (see outlookOf), followed by the form's line end;
+// atomically, or else writesOver is called before the old file is written over (see atomic_write.h).
+platform::Result<WrittenText> writeDocumentFile(const QString &path, const QByteArray &utf8,
+                                                const FileForm &form,
+                                                const std::function<void()> &writesOver = {});
 
 // Writes any other text file: UTF-8 followed by CR LF; atomically.
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8);

@@ -26,17 +26,30 @@ bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 bool isNoCharacter(char32_t c) { return c > 0x10FFFF || (c >= 0xD800 && c < 0xE000); }
 
+// Writes what stands for a unit, or for the rest of one, that is no character.
+char *writeUnreadable(char *to, const char *from, qsizetype size, char32_t block)
+{
+    if (block == 0)
+        return writeCodePoint(to, replacementCharacter);
+    const RawBytes raw(block);
+    for (const char *end = from + size; from < end; ++from)
+        to = raw.write(to, *from);
+    return to;
+}
+
 template <typename Unit, bool Big>
-WideText decode(QByteArrayView bytes)
+WideText decode(QByteArrayView bytes, char32_t block)
 {
     WideText text;
     const qsizetype units = bytes.size() / qsizetype(sizeof(Unit));
     const char *from = bytes.data();
     const char *end = from + units * qsizetype(sizeof(Unit));
-    // A unit of 2 bytes makes at most 3, one of 4 at most 4; a rest that is no unit makes 3.
-    text.utf8.resize(units * (sizeof(Unit) == 2 ? 3 : 4) + 3);
+    // A unit of 2 bytes makes at most 3, one of 4 at most 4; bytes that stand for themselves make 4 each.
+    const qsizetype most = block != 0 ? RawBytes::size * qsizetype(sizeof(Unit)) : sizeof(Unit) == 2 ? 3 : 4;
+    text.utf8.resize((units + 1) * most);
     char *to = text.utf8.data();
     while (from < end) {
+        const char *const unit = from;
         char32_t c = readUnit<Unit, Big>(from);
         from += sizeof(Unit);
         if (sizeof(Unit) == 2 && isHighSurrogate(c) && from < end) {
@@ -47,11 +60,11 @@ WideText decode(QByteArrayView bytes)
             }
         }
         text.replaced += isNoCharacter(c);
-        to = writeCodePoint(to, c);
+        to = isNoCharacter(c) ? writeUnreadable(to, unit, sizeof(Unit), block) : writeCodePoint(to, c);
     }
-    if (bytes.size() % qsizetype(sizeof(Unit)) != 0) {
+    if (const qsizetype rest = bytes.size() % qsizetype(sizeof(Unit)); rest != 0) {
         ++text.replaced;
-        to = writeCodePoint(to, replacementCharacter);
+        to = writeUnreadable(to, end, rest, block);
     }
     text.utf8.resize(to - text.utf8.data());
     text.utf8.squeeze();
@@ -79,11 +92,14 @@ QByteArray encode(QByteArrayView utf8)
 
 } // namespace
 
-WideText decodeWide(QByteArrayView bytes, Codec codec)
+WideText decodeWide(QByteArrayView bytes, Codec codec, char32_t block)
 {
-    if (isUtf16(codec))
-        return codec == Codec::Utf16BE ? decode<quint16, true>(bytes) : decode<quint16, false>(bytes);
-    return codec == Codec::Utf32BE ? decode<quint32, true>(bytes) : decode<quint32, false>(bytes);
+    if (isUtf16(codec)) {
+        return codec == Codec::Utf16BE ? decode<quint16, true>(bytes, block)
+                                       : decode<quint16, false>(bytes, block);
+    }
+    return codec == Codec::Utf32BE ? decode<quint32, true>(bytes, block)
+                                   : decode<quint32, false>(bytes, block);
 }
 
 QByteArray encodeWide(QByteArrayView utf8, Codec codec)

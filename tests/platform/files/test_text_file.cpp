@@ -66,9 +66,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("saved");
         const auto stable = [](const char *name, const char *bytes, const char *text) {
-            QTest::newRow(name) << QByteArray(bytes) << QByteArray(text) << QByteArray(bytes);
+            QTest::newRow(name) << QByteArray(bytes) << QByteArray(text);
         };
         stable("CR LF", "a\r\nb\r\n", "a\r\nb");
         stable("LF", "a\nb\n", "a\nb");
@@ -76,32 +75,27 @@ private Q_SLOTS:
         stable("CR LF in LF text", "a\nb\r\n", "a\nb");
         stable("empty lines at the end", "a\n\n\n", "a\n\n");
         stable("line ends only", "\r\n\r\n", "\r\n");
-        QTest::newRow("no end") << QByteArray("a") << QByteArray("a") << QByteArray("a\r\n");
-        QTest::newRow("no end, LF") << QByteArray("a\nb") << QByteArray("a\nb") << QByteArray("a\nb\n");
-        QTest::newRow("no end, mixed")
-            << QByteArray("a\nb\r\nc") << QByteArray("a\nb\r\nc") << QByteArray("a\nb\r\nc\r\n");
+        stable("no end", "a", "a");
+        stable("no end, LF", "a\nb", "a\nb");
         stable("CR", "a\rb\r", "a\rb");
         stable("LF, then CR", "a\nb\r", "a\nb");
-        QTest::newRow("no end, CR") << QByteArray("a\rb") << QByteArray("a\rb") << QByteArray("a\rb\r");
-        QTest::newRow("empty") << QByteArray() << QByteArray() << QByteArray("\r\n");
+        stable("empty", "", "");
         const QByteArray wide("\xFE\xFF\0<\0a\0/\0>\0\r\0\n", 14);
-        QTest::newRow("UTF-16") << wide << QByteArray("<a/>") << wide;
+        QTest::newRow("UTF-16") << wide << QByteArray("<a/>");
     }
 
-    // Saving adds a missing end once; after that, opening and saving changes nothing any more.
     void endings()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QByteArray, text);
-        QFETCH(QByteArray, saved);
         write(at("a.xml"), bytes);
-        for (int round = 0; round < 3; ++round) {
-            const auto loaded = readTextFile(at("a.xml"));
-            QVERIFY2(loaded.ok(), qPrintable(loaded.reason()));
-            QCOMPARE(loaded->utf8, text);
-            QVERIFY(writeDocumentFile(at("a.xml"), loaded->utf8, loaded->form).ok());
-            QCOMPARE(contentOf(at("a.xml")), saved);
-        }
+        const auto loaded = readTextFile(at("a.xml"));
+        QVERIFY2(loaded.ok(), qPrintable(loaded.reason()));
+        QCOMPARE(loaded->utf8, text);
+        const auto written = writeDocumentFile(at("a.xml"), loaded->utf8, loaded->form);
+        QVERIFY2(written.ok(), qPrintable(written.reason()));
+        QCOMPARE(written->form, loaded->form);
+        QCOMPARE(contentOf(at("a.xml")), bytes);
     }
 
     void unreadable_data()
