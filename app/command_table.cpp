@@ -31,6 +31,8 @@ constexpr Command commands[] = {
     {.menu = "mnuFile", .caption = "-"},
     {.menu = "mnuFile", .name = "mnurecent", .caption = "&Recent Documents", .submenu = true},
     {.menu = "mnuFile", .name = "mnurecover", .caption = "Recover &Text", .submenu = true},
+    {.menu = "mnuFile", .name = "mnureopenwith", .caption = "Reopen with &Encoding", .submenu = true},
+    {.menu = "mnuFile", .name = "mnusavewith", .caption = "Save &with Encoding", .submenu = true},
 
     {.menu = "mnueditnod1", .name = "mnueditnod", .caption = "&Edit Node", .icon = "document-edit"},
 

@@ -24,6 +24,18 @@ QString lineEndName(const control::TextHabits &habits)
     return habits.hasLineEnd ? QString::fromLatin1(names[int(habits.lineEnd)]) : QString();
 }
 
+// What a save would write; a declaration that cannot be followed is shown as such.
+QString encodingName(const QByteArray &text, const files::TextEncoding &came)
+{
+    const auto outlook = files::outlookOf(text, came);
+    if (!outlook) {
+        const files::Declaration declaration = files::declarationIn(text);
+        return DocumentMark::tr("%1 (unknown)").arg(QString::fromUtf8(declaration.name.left(20)));
+    }
+    const QString name = QString::fromLatin1(outlook->name);
+    return outlook->byteOrderMark ? DocumentMark::tr("%1 with mark").arg(name) : name;
+}
+
 // In characters, which are counted one by one, and so not of a whole book.
 QString selectionSize(const control::CodeEditor &editor)
 {
@@ -63,6 +75,8 @@ void DocumentMark::settle()
     document::Session &session = around_.session;
     const bool inEditor = session.saving().shownMode() == document::XmlMode;
     const bool cheap = inEditor || session.state().SavedXml.size() <= comparedAtOnce;
+    if (inEditor)
+        showForm(); // the declaration may have been edited
     if (cheap && session.saving().mayBeChanged())
         around_.window.setWindowModified(session.saving().isChanged());
 }
@@ -89,16 +103,14 @@ void DocumentMark::showCaret()
 
 void DocumentMark::showForm()
 {
-    const document::DocumentState &state = around_.session.state();
-    const bool inEditor = around_.session.saving().shownMode() == document::XmlMode;
-    const QByteArray text = inEditor ? around_.editor.textInPlace() : state.SavedXml;
-    const QByteArray declared
-        = files::declaredEncoding(state.SavedXml.first(qMin(state.SavedXml.size(), qsizetype(4096))));
-    const files::TextEncoding &came = state.form.encoding;
-    QString encoding = QString::fromLatin1(declared.isEmpty() ? came.name : declared);
-    if (came.byteOrderMark)
-        encoding += tr(" with mark");
-    around_.bar.setForm(encoding, lineEndName(control::habitsOf(text)));
+    document::Session &session = around_.session;
+    const bool inEditor = session.saving().shownMode() == document::XmlMode;
+    const bool cheap = session.state().SavedXml.size() <= comparedAtOnce;
+    const QByteArray text = inEditor ? around_.editor.textInPlace()
+        : cheap                      ? session.state().Document.xml()
+                                     : session.state().SavedXml;
+    around_.bar.setForm(encodingName(text, session.state().form.encoding),
+                        lineEndName(control::habitsOf(text)));
 }
 
 } // namespace app

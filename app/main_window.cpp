@@ -3,6 +3,7 @@
 #include "app/check_progress.h"
 #include "app/document_mark.h"
 #include "app/editor_host.h"
+#include "app/encoding_menu.h"
 #include "app/file_drop.h"
 #include "app/file_watch.h"
 #include "app/help_window.h"
@@ -198,6 +199,12 @@ void mainfrm::tellOfDocument()
                                                     note({});
                                                     session_->life().openPath(path);
                                                 });
+    encodings_ = std::make_unique<EncodingMenu>(
+        EncodingMenu::Around{.session = *session_,
+                             .reopen = *menus_.menu(QStringLiteral("mnureopenwith")),
+                             .save = *menus_.menu(QStringLiteral("mnusavewith")),
+                             .button = StatusBar1->encoding(),
+                             .beforeRun = [this] { note({}); }});
     connect(CodeMax1, &control::CodeEditor::textEdited, this, [this] { mark_->edited(); });
     connect(CodeMax1, &control::CodeEditor::caretMoved, this, [this] { mark_->caretMoved(); });
     connect(nodes_.get(), &tree::NodeCommands::stepsChanged, this, [this] { mark_->edited(); });

@@ -40,6 +40,7 @@ namespace app {
 struct Appearance;
 class DocumentMark;
 class EditorHost;
+class EncodingMenu;
 class FileDrop;
 class FileWatch;
 class frmHelp;
@@ -189,6 +190,7 @@ private:
     std::unique_ptr<FileDrop> drops_;
     frmHelp *help_ = nullptr; // once it was asked for
     std::unique_ptr<DocumentMark> mark_;
+    std::unique_ptr<EncodingMenu> encodings_;
     std::unique_ptr<FileWatch> watch_;
     std::unique_ptr<RecentDocuments> recent_;
     std::unique_ptr<Recovery> recovery_;

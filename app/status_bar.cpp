@@ -63,7 +63,7 @@ StatusBar::StatusBar(QWidget *parent)
     note_->hide();
     activity_ = addPanel("Activity", tr("What the editor is doing"));
     caret_ = addPanel("CaretPlace", tr("Line and column of the caret"));
-    encoding_ = addPanel("Encoding", tr("How characters are written in the file"));
+    addEncoding();
     lineEnd_ = addPanel("LineEnd", tr("What ends a line"));
 }
 
@@ -79,6 +79,18 @@ QLabel *StatusBar::addPanel(const char *name, const QString &tip)
     return panel;
 }
 
+// The keyboard reaches the same by the File menu, and goes through the views without a stop here.
+void StatusBar::addEncoding()
+{
+    encoding_ = new QToolButton(this);
+    encoding_->setObjectName(QStringLiteral("Encoding"));
+    encoding_->setAutoRaise(true);
+    encoding_->setFocusPolicy(Qt::NoFocus);
+    encoding_->setToolTip(tr("How characters are written in the file; click for another encoding"));
+    addPermanentWidget(encoding_);
+    encoding_->hide();
+}
+
 void StatusBar::show(QLabel *panel, const QString &text)
 {
     panel->setText(text);
@@ -87,7 +99,9 @@ void StatusBar::show(QLabel *panel, const QString &text)
 
 void StatusBar::setForm(const QString &encoding, const QString &lineEnd)
 {
-    show(encoding_, encoding);
+    encoding_->setText(encoding);
+    encoding_->setAccessibleName(tr("Encoding: %1").arg(encoding));
+    encoding_->setVisible(!encoding.isEmpty());
     show(lineEnd_, lineEnd);
 }
 

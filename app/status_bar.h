@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QStatusBar>
+#include <QToolButton>
 
 namespace app {
 
@@ -43,8 +44,12 @@ public:
     // How the document stands in its file; either may be empty.
     void setForm(const QString &encoding, const QString &lineEnd);
 
+    // Shows the encoding; clicked, to have it changed.
+    QAbstractButton &encoding() { return *encoding_; }
+
 private:
     QLabel *addPanel(const char *name, const QString &tip);
+    void addEncoding();
     void showNote();
     static void show(QLabel *panel, const QString &text);
 
@@ -54,7 +59,7 @@ private:
     QString ofFile_;
     QLabel *activity_;
     QLabel *caret_;
-    QLabel *encoding_;
+    QToolButton *encoding_;
     QLabel *lineEnd_;
 };
 

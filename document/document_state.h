@@ -31,6 +31,7 @@ struct DocumentState
     QString proposedPath; // of a new document: where Save proposes to put it; else empty
     files::FileStamp stamp; // of that path's file, from before it was read or after it was written
     files::FileForm form; // how the document stood in its file, and so how it is written
+    bool encodingKept = false; // the user wants it as it is, though others cannot read it
 
     dom::Document Document; // the truth while the tree is shown
     QByteArray SavedXml; // the text at the last load or save

@@ -1,5 +1,6 @@
 #include "document/life.h"
 
+#include "document/encoding_report.h"
 #include "document/language.h"
 #include "platform/files/atomic_write.h"
 #include "platform/files/file_helpers.h"
@@ -44,7 +45,7 @@ void Life::loadAs(const QString &path, const files::LoadedText &file)
 // How the current file was when it was read, and what is to be told of that.
 void Life::takeForm(const files::LoadedText &file)
 {
-    state_.form = file.form;
+    setForm(file.form);
     state_.stamp = file.stamp;
     const QString former = files::leftOfCutShort(state_.CurrentFilePath);
     around_.workspace.fileNote(
@@ -52,10 +53,18 @@ void Life::takeForm(const files::LoadedText &file)
                          : QStringLiteral("An unfinished save left the former text in %1.").arg(former));
 }
 
+void Life::setForm(const files::FileForm &form)
+{
+    state_.form = form;
+    state_.encodingKept = false;
+    state_.accepted.reset(); // which counted for the former encoding
+    around_.editor.showBytes(form.encoding.block);
+}
+
 void Life::beginAnew(const QString &path)
 {
     files_.setCurrentFile(path);
-    state_.form = {};
+    setForm({});
     state_.stamp = {};
     around_.editor.setLanguage(languageOf(path, newDocumentTemplate()));
     around_.workspace.fileNote({});
@@ -134,7 +143,8 @@ bool Life::recover(const QString &path, const QByteArray &text, const files::Fil
         return false;
     leaveViews(path);
     files_.setCurrentFile(path.isEmpty() ? files_.makefile() : path);
-    state_.form = form;
+    setForm(form);
+    takeSpelling();
     around_.workspace.fileNote({});
     around_.editor.setLanguage(languageOf(state_.CurrentFilePath, text));
     keepOver();
@@ -143,11 +153,21 @@ bool Life::recover(const QString &path, const QByteArray &text, const files::Fil
     return true;
 }
 
+// The rare ways in which the file writes characters stay what they are.
+void Life::takeSpelling()
+{
+    files::TextEncoding &encoding = state_.form.encoding;
+    const auto file = files::readTextFile(state_.CurrentFilePath);
+    if (file && file->form.encoding.name == encoding.name && file->form.encoding.block == encoding.block)
+        encoding.spelling = file->form.encoding.spelling;
+}
+
 // A faulty text was faulty when it was left; there is no need to say so in a box.
 void Life::showUnsaved(const QByteArray &text, Tab mode)
 {
-    const bool faulty = dom::checkWellFormed(text, files::parentFolderOf(state_.CurrentFilePath), nullptr,
-                                             around_.workspace.patience())
+    const bool faulty = firstFault(text, state_.form.encoding,
+                                   dom::checkWellFormed(text, files::parentFolderOf(state_.CurrentFilePath),
+                                                        nullptr, around_.workspace.patience()))
                             .has_value();
     parsing_.LoadXml(faulty ? newDocumentTemplate() : text);
     if (faulty || mode == XmlMode)
@@ -166,10 +186,23 @@ bool Life::reload()
         return false;
     if (saving_.isChanged())
         saving_.giveUp();
-    if (around_.workspace.currentTab() == XmlMode)
+    // Undo must not lead back to characters that stood for other bytes than they would now.
+    const bool sameBlock = file->form.encoding.block == state_.form.encoding.block;
+    if (around_.workspace.currentTab() == XmlMode && sameBlock)
         takeIntoEditor(*file);
     else
         takeAgain(*file);
+    return true;
+}
+
+bool Life::reopen(const QByteArray &encoding)
+{
+    const auto file = parsing_.readFile(state_.CurrentFilePath, encoding);
+    if (!file)
+        return false;
+    if (saving_.isChanged())
+        saving_.giveUp();
+    takeAgain(*file);
     return true;
 }
 
@@ -188,16 +221,15 @@ void Life::takeAgain(const files::LoadedText &file)
     const int tab = around_.workspace.currentTab();
     const Tab enteredFrom = state_.TabTag;
     take(state_.CurrentFilePath, file);
-    if (tab != Preview || state_.HasParseErrors)
+    if (tab == NormalMode || state_.HasParseErrors)
         return;
-    around_.workspace.selectTab(enteredFrom);
+    around_.workspace.selectTab(tab == Preview ? enteredFrom : tab);
     around_.workspace.selectTab(tab);
 }
 
 bool Life::fileIsAsSaved() const
 {
-    const auto file = files::readTextFile(state_.CurrentFilePath);
-    return file && file->form == state_.form && file->utf8 == state_.SavedXml;
+    return files::isWrittenAs(state_.CurrentFilePath, state_.SavedXml, state_.form);
 }
 
 void Life::keepOver()

@@ -43,6 +43,13 @@ public:
     // cannot be read, which is reported; nothing changes then.
     bool reload();
 
+    // Reads the document's file again in another encoding, whatever was changed here. False when it cannot be
+    // read, which is reported; nothing changes then.
+    bool reopen(const QByteArray &encoding);
+
+    // Whether the document has no file yet.
+    bool isNew() const { return files_.istmppath(); }
+
     // Whether the file holds what it held when it was last read or written, whoever wrote it since.
     bool fileIsAsSaved() const;
 
@@ -71,6 +78,8 @@ private:
     void openExisting(const QString &path);
     void take(const QString &path, const files::LoadedText &file);
     void takeForm(const files::LoadedText &file);
+    void setForm(const files::FileForm &form);
+    void takeSpelling();
     void takeIntoEditor(const files::LoadedText &file);
     void takeAgain(const files::LoadedText &file);
     void clearEditor();

@@ -1,5 +1,6 @@
 #include "document/parsing.h"
 
+#include "document/encoding_report.h"
 #include "document/report.h"
 #include "platform/files/file_helpers.h"
 
@@ -10,11 +11,11 @@ namespace document {
 using dialogs::Buttons;
 using dialogs::Icon;
 
-std::optional<files::LoadedText> Parsing::readFile(const QString &path)
+std::optional<files::LoadedText> Parsing::readFile(const QString &path, const QByteArray &encoding)
 {
     auto file = [&] {
         const Busy busy(around_.workspace);
-        return files::readTextFile(path);
+        return files::readTextFile(path, encoding);
     }();
     if (!file) {
         dom::ParseError unread;
@@ -22,7 +23,7 @@ std::optional<files::LoadedText> Parsing::readFile(const QString &path)
         xmleror(unread);
         return std::nullopt;
     }
-    read_ = judgedText(file->utf8, files::parentFolderOf(path));
+    read_ = judgedText(file->utf8, files::parentFolderOf(path), file->form.encoding);
     if (isStopped(*read_)) {
         read_.reset();
         return std::nullopt;
@@ -34,7 +35,8 @@ bool Parsing::Loadpathxml(const files::LoadedText &file)
 {
     // As it was judged when it was read.
     const bool isKnown = read_ && read_->text.isSharedWith(file.utf8) && read_->baseFolder == baseFolder();
-    const Judged judged = isKnown ? *std::exchange(read_, std::nullopt) : judgedText(file.utf8, baseFolder());
+    const Judged judged = isKnown ? *std::exchange(read_, std::nullopt)
+                                  : judgedText(file.utf8, baseFolder(), file.form.encoding);
     if (!judged.fault) {
         loadAccepted(file.utf8, judged.entities);
         return true;
@@ -53,7 +55,7 @@ bool Parsing::Loadpathxml(const files::LoadedText &file)
 
 bool Parsing::LoadXml(const QByteArray &text)
 {
-    const Judged judged = judgedText(text, baseFolder());
+    const Judged judged = judgedText(text, baseFolder(), std::nullopt);
     if (isStopped(judged))
         return false;
     if (judged.fault) {
@@ -115,11 +117,14 @@ void Parsing::putIntoEditor(const QByteArray &xml)
         around_.editor.replaceText(xml);
 }
 
-Parsing::Judged Parsing::judgedText(const QByteArray &text, const QString &baseFolder)
+Parsing::Judged Parsing::judgedText(const QByteArray &text, const QString &baseFolder,
+                                    const std::optional<files::TextEncoding> &encoding)
 {
     Judged judged{text, baseFolder, {}, {}};
     const Busy busy(around_.workspace);
     judged.fault = dom::checkWellFormed(text, baseFolder, &judged.entities, around_.workspace.patience());
+    if (encoding && !(judged.fault && judged.fault->stopped))
+        judged.fault = firstFault(text, *encoding, std::move(judged.fault));
     return judged;
 }
 
@@ -135,7 +140,7 @@ bool Parsing::isStopped(const Judged &judged)
 Parsing::Outcome Parsing::judge(bool msgbolone, bool msgboltwo)
 {
     read_.reset(); // what was read is not going to be loaded
-    const Judged judged = judgedText(around_.editor.textInPlace(), baseFolder());
+    const Judged judged = judgedText(around_.editor.textInPlace(), baseFolder(), state_.form.encoding);
     if (isStopped(judged))
         return Outcome::Stopped;
     conclude(judged, msgbolone, msgboltwo);

@@ -16,12 +16,14 @@ class Parsing
 public:
     Parsing(DocumentState &state, const Surroundings &around) : state_(state), around_(around) { }
 
-    // Reads a document file, and judges it. What cannot be read is reported in a box of the usual form, and
-    // what the user did not wait for is noted; nothing changes then.
-    std::optional<files::LoadedText> readFile(const QString &path);
+    // Reads a document file, in its own encoding or in one that somebody knows better, and judges it. What
+    // cannot be read is reported in a box of the usual form, and what the user did not wait for is noted;
+    // nothing changes then.
+    std::optional<files::LoadedText> readFile(const QString &path, const QByteArray &encoding = {});
 
-    // Parses the file at CurrentFilePath, as read, into Document and rebuilds the tree; true on success. On
-    // failure Document is empty, the tree as it was, and the text in the editor in XML Mode, reported.
+    // Parses the file at CurrentFilePath, as read, into Document and rebuilds the tree; true on success.
+    // Bytes that are not of its encoding are a failure like any other. On failure Document is empty, the tree
+    // as it was, and the text in the editor in XML Mode, reported.
     bool Loadpathxml(const files::LoadedText &file);
 
     // Parses a text into Document and rebuilds the tree; true on success. A failure is reported and
@@ -56,7 +58,9 @@ private:
     };
 
     void putIntoEditor(const QByteArray &xml);
-    Judged judgedText(const QByteArray &text, const QString &baseFolder);
+    // encoding: what the text is held against beside its markup, where it came out of bytes.
+    Judged judgedText(const QByteArray &text, const QString &baseFolder,
+                      const std::optional<files::TextEncoding> &encoding);
     bool isStopped(const Judged &judged);
     Outcome judge(bool msgbolone, bool msgboltwo);
     void conclude(const Judged &judged, bool msgbolone, bool msgboltwo);

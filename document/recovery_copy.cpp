@@ -1,5 +1,7 @@
 #include "document/recovery_copy.h"
 
+#include "platform/files/raw_bytes.h"
+
 #include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -46,6 +48,9 @@ QJsonObject toJson(const RecoveryCopy &copy)
     return {{QStringLiteral("path"), head.path},
             {QStringLiteral("encoding"), QString::fromLatin1(head.form.encoding.name)},
             {QStringLiteral("mark"), head.form.encoding.byteOrderMark},
+            {QStringLiteral("declaredBy"), int(head.form.encoding.declared.by)},
+            {QStringLiteral("declared"), QString::fromUtf8(head.form.encoding.declared.name)},
+            {QStringLiteral("block"), int(head.form.encoding.block)},
             {QStringLiteral("end"), int(head.form.end)},
             {QStringLiteral("xmlMode"), head.mode == XmlMode},
             {QStringLiteral("changed"), double(head.changed.toMSecsSinceEpoch())},
@@ -58,9 +63,12 @@ RecoveryHead fromJson(const QJsonObject &json)
     head.path = json[QLatin1String("path")].toString();
     head.form.encoding.name = json[QLatin1String("encoding")].toString().toLatin1();
     head.form.encoding.byteOrderMark = json[QLatin1String("mark")].toBool();
+    const int by = json[QLatin1String("declaredBy")].toInt();
+    head.form.encoding.declared.by = files::DeclaredBy(qBound(0, by, int(files::DeclaredBy::Html)));
+    head.form.encoding.declared.name = json[QLatin1String("declared")].toString().toUtf8();
+    head.form.encoding.block = files::validBlock(json[QLatin1String("block")].toInt());
     const int end = json[QLatin1String("end")].toInt();
-    head.form.end = end == int(files::FileEnd::Lf) || end == int(files::FileEnd::Cr) ? files::FileEnd(end)
-                                                                                     : files::FileEnd::CrLf;
+    head.form.end = end >= 0 && end <= int(files::FileEnd::None) ? files::FileEnd(end) : files::FileEnd::CrLf;
     head.mode = json[QLatin1String("xmlMode")].toBool() ? XmlMode : NormalMode;
     head.changed = QDateTime::fromMSecsSinceEpoch(qint64(json[QLatin1String("changed")].toDouble()));
     return head;

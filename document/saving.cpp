@@ -1,5 +1,6 @@
 #include "document/saving.h"
 
+#include "document/encodings.h"
 #include "document/language.h"
 #include "platform/files/file_helpers.h"
 
@@ -80,7 +81,7 @@ bool Saving::mustStay()
     const SaveResult result = answer == Answer::No ? SaveResult::Dismissed : save();
     if (result == SaveResult::Dismissed)
         giveUp();
-    return result == SaveResult::Failed || result == SaveResult::LoadedAgain;
+    return result != SaveResult::Saved && result != SaveResult::Dismissed;
 }
 
 void Saving::keep(const QByteArray &text) const
@@ -91,22 +92,22 @@ void Saving::keep(const QByteArray &text) const
 
 void Saving::giveUp() { around_.workspace.textGivenUp(currentText()); }
 
-platform::Result<void> Saving::write(const QString &path)
+platform::Result<void> Saving::write(const QString &path, const QByteArray &text)
 {
     const Busy busy(around_.workspace);
-    const QByteArray text = currentText();
-    auto written = files::writeDocumentFile(path, text, state_.form, [&] { keep(text); });
+    const auto written = files::writeDocumentFile(path, text, state_.form, [&] { keep(text); });
     if (!written) {
         keep(text);
-        return written;
+        return platform::Failure{written.reason()};
     }
+    state_.form = written->form;
     files_.spare(path);
     state_.stamp = files::stampOf(path).value_or(files::FileStamp());
     state_.SavedXml = text;
     knowSaved();
-    around_.workspace.fileNote({});
+    around_.workspace.fileNote(written->note);
     around_.workspace.documentSaved();
-    return written;
+    return {};
 }
 
 // The note stays when the box has gone.
@@ -127,7 +128,10 @@ SaveResult Saving::save()
         return saveAs();
     if (mayWrite_ && !mayWrite_())
         return SaveResult::LoadedAgain;
-    const auto written = write(state_.CurrentFilePath);
+    const QByteArray text = currentText();
+    if (!settleEncoding(state_, around_, text))
+        return SaveResult::Cancelled;
+    const auto written = write(state_.CurrentFilePath, text);
     if (written)
         return SaveResult::Saved;
     const bool elsewhere = offersSaveAs(written.reason());
@@ -146,7 +150,10 @@ SaveResult Saving::saveAs()
         proposed = files::fullPath(chosen);
         if (!mayWriteTo(proposed))
             continue;
-        const auto written = write(proposed);
+        const QByteArray text = currentText();
+        if (!settleEncoding(state_, around_, text))
+            return SaveResult::Cancelled;
+        const auto written = write(proposed, text);
         if (written) {
             moveTo(proposed);
             return SaveResult::Saved;

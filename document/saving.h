@@ -14,7 +14,8 @@ enum class SaveResult
     Saved,
     Dismissed,
     Failed,
-    LoadedAgain // in place of being written
+    LoadedAgain, // in place of being written
+    Cancelled // by the user, who stays with the document
 };
 
 class Saving
@@ -83,7 +84,7 @@ private:
     bool mustStay();
     void knowSaved();
     void keep(const QByteArray &text) const;
-    platform::Result<void> write(const QString &path);
+    platform::Result<void> write(const QString &path, const QByteArray &text);
     bool offersSaveAs(const QString &reason); // of what was not written; true when accepted
     bool mayWriteTo(const QString &path);
     void moveTo(const QString &path);

@@ -23,6 +23,7 @@
 // Commands of the tree edit session.state().Document in place; nothing here has to be told.
 #pragma once
 
+#include "document/encodings.h"
 #include "document/life.h"
 #include "document/view_modes.h"
 
@@ -42,6 +43,7 @@ public:
     Succession &succession() { return succession_; }
     Life &life() { return life_; }
     ViewModes &views() { return views_; }
+    Encodings &encodings() { return encodings_; }
 
 private:
     DocumentState state_;
@@ -51,6 +53,7 @@ private:
     Succession succession_;
     Life life_;
     ViewModes views_;
+    Encodings encodings_;
 };
 
 } // namespace document

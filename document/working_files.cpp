@@ -53,9 +53,9 @@ platform::Result<void> WorkingFiles::writePreviewCopy(const QByteArray &text)
         state_.previewCopyWritten = false;
     }
     const QString path = state_.previewCopyPath();
-    auto written = files::writeDocumentFile(path, text, {state_.form.encoding, files::FileEnd::CrLf});
-    if (!written)
-        written = files::writeTextFile(path, text);
+    const auto inItsEncoding
+        = files::writeDocumentFile(path, text, {state_.form.encoding, files::FileEnd::CrLf});
+    const auto written = inItsEncoding ? platform::Result<void>() : files::writeTextFile(path, text);
     state_.previewCopyWritten = state_.previewCopyWritten || written.ok();
     return written;
 }

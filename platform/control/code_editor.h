@@ -76,6 +76,7 @@ public:
     // rectangle the new text takes the first corner.
     void replaceSelection(const QByteArray &utf8) override;
     void setLanguage(Language language) override;
+    void showBytes(char32_t first) override;
     void giveFocus() override;
 
     Language language() const { return language_; }
@@ -240,6 +241,7 @@ private:
     MacroPlayer player_;
     int fittedLines_ = 0;
     Language language_ = Language::Plain;
+    char32_t firstByteShown_ = 0;
     TextHabits habits_;
     InsertedRun inserted_;
     mutable ColumnCount columns_;

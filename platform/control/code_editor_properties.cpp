@@ -101,4 +101,23 @@ void CodeEditor::tellLine(int position)
                        text, this);
 }
 
+void CodeEditor::showBytes(char32_t first)
+{
+    constexpr char32_t count = 256;
+    const char32_t former = std::exchange(firstByteShown_, first);
+    if (former == first)
+        return;
+    for (char32_t byte = 0; byte < count; ++byte) {
+        const QByteArray number = 'x' + QByteArray::number(uint(byte), 16).toUpper().rightJustified(2, '0');
+        const auto encoded = [byte](char32_t from) {
+            const char32_t c = from + byte;
+            return QString::fromUcs4(&c, 1).toUtf8();
+        };
+        if (former != 0)
+            SendScintilla(SCI_CLEARREPRESENTATION, encoded(former).constData());
+        if (first != 0)
+            SendScintilla(SCI_SETREPRESENTATION, encoded(first).constData(), number.constData());
+    }
+}
+
 } // namespace control

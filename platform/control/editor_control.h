@@ -69,6 +69,10 @@ public:
     virtual int caretLine() const = 0;
     virtual int caretColumn() const = 0;
 
+    // From this character on, 256 of them stand for bytes that are no characters and are shown as such; 0 for
+    // none.
+    virtual void showBytes(char32_t) { }
+
     virtual void replaceSelection(const QByteArray &utf8) = 0;
     virtual void setLanguage(Language language) = 0;
     virtual void giveFocus() = 0;

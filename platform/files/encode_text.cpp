@@ -177,10 +177,9 @@ TextEncoding encodingOf(const QByteArray &utf8, const Outlook &outlook, const Te
     encoding.name = outlook.name;
     encoding.byteOrderMark = outlook.byteOrderMark;
     encoding.declared = declarationIn(utf8);
-    if (outlook.asCame) {
-        encoding.block = cameWith.block;
+    encoding.block = cameWith.block; // undo may bring such characters back
+    if (outlook.asCame)
         encoding.spelling = cameWith.spelling;
-    }
     return encoding;
 }
 
@@ -231,7 +230,9 @@ platform::Result<EncodedPieces> encodePieces(const QByteArray &utf8, const TextE
         pieces.lineEnd = isWide(entry.codec) ? encodeWide(end, entry.codec) : end.toByteArray();
     if (spelt) {
         pieces.note = former.givesUp() ? respellingNote(entry) : QString();
-        pieces.encoding.spelling = {whole, pieces.mark + pieces.body + pieces.lineEnd};
+        pieces.encoding.spelling = {};
+        if (former.any())
+            pieces.encoding.spelling = {whole, pieces.mark + pieces.body + pieces.lineEnd};
     }
     return pieces;
 }

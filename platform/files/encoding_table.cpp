@@ -107,6 +107,8 @@ bool listHolds(QByteArrayView list, QByteArrayView word)
 
 } // namespace
 
+std::span<const EncodingEntry> encodingTable() { return table; }
+
 const EncodingEntry *findEncoding(QByteArrayView name)
 {
     const QByteArray bare = bareName(name);

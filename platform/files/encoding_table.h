@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <span>
+
 namespace files {
 
 enum class Codec
@@ -29,6 +31,8 @@ struct EncodingEntry
     const char *systemName; // the system library's name, for Codec::System
     const char *aliases; // further names, upper case without punctuation, separated by blanks
 };
+
+std::span<const EncodingEntry> encodingTable();
 
 // The encoding that a name stands for, whatever its case and punctuation; null for an unknown one.
 const EncodingEntry *findEncoding(QByteArrayView name);

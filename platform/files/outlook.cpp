@@ -36,6 +36,9 @@ Outlook changedTo(const EncodingEntry &entry, const EncodingEntry &came, bool ha
     return {written.name, kept || needed, false, {}};
 }
 
+// Its bytes begin with an escape, before any declaration could say what they are.
+bool hidesItsDeclaration(const EncodingEntry &entry) { return QByteArrayView(entry.name) == "ISO-2022-KR"; }
+
 // The text named its encoding and no longer does: by rule it is UTF-8 then, unless a mark says otherwise.
 // Browsers take a page that says nothing for anything else, and so it gets a mark.
 Outlook undeclared(const QByteArray &utf8, const EncodingEntry &came, const TextEncoding &cameWith)
@@ -80,6 +83,11 @@ platform::Result<Outlook> outlookOf(const QByteArray &utf8, const TextEncoding &
     }
     if (standsFor(*entry, came))
         return unchanged(cameWith);
+    if (hidesItsDeclaration(*entry)) {
+        return platform::Failure{QStringLiteral("No other program could read a document that declares %1 and "
+                                                "is written in it. Nothing was written.")
+                                     .arg(QString::fromLatin1(entry->name))};
+    }
     return changedTo(*entry, came, cameWith.byteOrderMark);
 }
 

@@ -52,4 +52,10 @@ char32_t freeBlock(QByteArrayView utf8)
     return 0;
 }
 
+char32_t validBlock(int number)
+{
+    const char32_t block = number < 0 ? 0 : char32_t(number);
+    return block >= lastBlock && block <= firstBlock && block % RawBytes::count == 0 ? block : 0;
+}
+
 } // namespace files

@@ -41,4 +41,7 @@ private:
 // there is none.
 char32_t freeBlock(QByteArrayView utf8);
 
+// A number as a block that freeBlock could have given, else 0.
+char32_t validBlock(int number);
+
 } // namespace files

@@ -28,6 +28,9 @@ public:
     // The first stretch that does not begin before a place.
     std::optional<Piece> next(qsizetype from) const;
 
+    // Whether the text has such a stretch.
+    bool any() const { return !pieces_.empty(); }
+
     // Something unusual lies in what was edited and will be written in the usual bytes.
     bool givesUp() const { return givesUp_; }
 

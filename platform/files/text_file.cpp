@@ -103,6 +103,21 @@ platform::Result<WrittenText> writeDocumentFile(const QString &path, const QByte
     return WrittenText{{std::move(pieces->encoding), form.end}, pieces->note};
 }
 
+bool isWrittenAs(const QString &path, const QByteArray &utf8, const FileForm &form)
+{
+    const auto bytes = readBytes(path);
+    const auto pieces = encodePieces(utf8, form.encoding, lineEnds[int(form.end)]);
+    if (!bytes || !pieces)
+        return false;
+    QByteArrayView rest(*bytes);
+    for (const QByteArrayView piece : pieces->all()) {
+        if (!rest.startsWith(piece))
+            return false;
+        rest = rest.sliced(piece.size());
+    }
+    return rest.isEmpty();
+}
+
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8)
 {
     const QByteArrayView pieces[] = {utf8, lineEnds[int(FileEnd::CrLf)]};

@@ -58,6 +58,9 @@ platform::Result<WrittenText> writeDocumentFile(const QString &path, const QByte
                                                 const FileForm &form,
                                                 const std::function<void()> &writesOver = {});
 
+// Whether a file holds what writing the document would put there.
+bool isWrittenAs(const QString &path, const QByteArray &utf8, const FileForm &form);
+
 // Writes any other text file: UTF-8 followed by CR LF; atomically.
 platform::Result<void> writeTextFile(const QString &path, const QByteArray &utf8);
 

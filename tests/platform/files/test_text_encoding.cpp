@@ -264,6 +264,8 @@ private Q_SLOTS:
         QTest::newRow("a page without its meta") << QByteArray("<html><meta charset=koi8-r>\xC1")
                                                  << QByteArray("<html>\xD0\xB0") << mark + "<html>\xD0\xB0";
         QTest::newRow("unknown") << xml("UTF-8", a) << xml("UTF-9", a) << QByteArray();
+        QTest::newRow("in front of the declaration")
+            << xml("EUC-KR", "x") << xml("ISO-2022-KR", "x") << QByteArray();
         QTest::newRow("unknown, of a page") << QByteArray("<html><meta charset=utf-8>")
                                             << QByteArray("<html><meta charset=utf-9>") << QByteArray();
         QTest::newRow("a mark goes with its encoding")
