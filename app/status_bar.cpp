@@ -79,13 +79,12 @@ QLabel *StatusBar::addPanel(const char *name, const QString &tip)
     return panel;
 }
 
-// The keyboard reaches the same by the File menu, and goes through the views without a stop here.
 void StatusBar::addEncoding()
 {
     encoding_ = new QToolButton(this);
     encoding_->setObjectName(QStringLiteral("Encoding"));
     encoding_->setAutoRaise(true);
-    encoding_->setFocusPolicy(Qt::NoFocus);
+    encoding_->setFocusPolicy(Qt::TabFocus);
     encoding_->setToolTip(tr("How characters are written in the file; click for another encoding"));
     addPermanentWidget(encoding_);
     encoding_->hide();

@@ -2,11 +2,12 @@
 // that another program changes, and where the caret is.
 #include "window_fixture.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolButton>
 
 using namespace app_test;
 using dialogs::Answer;
@@ -70,6 +71,37 @@ private Q_SLOTS:
         QTRY_COMPARE(panel(window, "CaretPlace"), QStringLiteral("Line 2, column 3"));
         QCOMPARE(panel(window, "Encoding"), QStringLiteral("ISO-8859-1"));
         QCOMPARE(panel(window, "LineEnd"), QStringLiteral("LF"));
+        for (const auto &[declaration, shown] : {std::pair("encoding='utf-16'", "UTF-16LE with mark"),
+                                                 {"", "UTF-8"},
+                                                 {"encoding='none'", "none (unknown)"}}) {
+            window.editor()->replaceText(QByteArray("<?xml version='1.0' ") + declaration + "?>\n<a/>");
+            QTRY_COMPARE(panel(window, "Encoding"), QString::fromLatin1(shown));
+        }
+    }
+
+    // What is chosen at the encoding happens to the document and its file.
+    void encodingIsChosen()
+    {
+        Window window("a.xml", "<?xml version='1.0' encoding='ISO-8859-5'?>\n<a>\xC1</a>\n");
+        const auto choose = [&](const char *menu, const char *encoding) {
+            auto *shown = window.main->findChild<QMenu *>(QString::fromLatin1(menu));
+            Q_EMIT shown->aboutToShow();
+            const QList<QAction *> items = shown->findChildren<QAction *>();
+            for (QAction *item : items)
+                if (item->text() == QLatin1String(encoding))
+                    item->trigger();
+        };
+        choose("mnusavewith", "UTF-8 with mark");
+        QCOMPARE(panel(window, "Encoding"), QStringLiteral("UTF-8 with mark"));
+        QCOMPARE(contentOf(window.path),
+                 QByteArray("\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>\n<a>\xD0\xA1</a>\n"));
+        window.dialogs.answer(Answer::Ok);
+        choose("mnureopenwith", "KOI8-R");
+        QCOMPARE(panel(window, "Encoding"), QStringLiteral("KOI8-R"));
+        QVERIFY(window.lastMessage().startsWith(QStringLiteral("Error!")));
+        QTest::mouseClick(window.main->findChild<QToolButton *>(QStringLiteral("Encoding")), Qt::LeftButton);
+        QCOMPARE(QApplication::activePopupWidget()->actions().size(), 2);
+        QApplication::activePopupWidget()->close();
     }
 
     // One that was only named has nothing to be opened yet.
@@ -145,7 +177,7 @@ private Q_SLOTS:
         QTEST(window.main->isWindowModified(), "marked");
         // Nobody else changed it since, so that nothing is asked.
         window.choose("mnuSave");
-        QCOMPARE(contentOf(window.path), '<' + root + "/>\r\n");
+        QCOMPARE(contentOf(window.path), '<' + root + "/>");
         QVERIFY(window.main->close());
     }
 
@@ -169,11 +201,11 @@ private Q_SLOTS:
         QTRY_VERIFY(window.note().contains(QStringLiteral("no longer there")));
         QVERIFY(window.main->isWindowModified());
         window.choose("mnuSave");
-        QCOMPARE(contentOf(window.path), "<mine/>\r\n");
+        QCOMPARE(contentOf(window.path), "<mine/>");
         QVERIFY(QFile::remove(window.path));
         window.choose("mnuSave");
         QVERIFY(window.note().contains(QStringLiteral("was written anew")));
-        QCOMPARE(contentOf(window.path), "<mine/>\r\n");
+        QCOMPARE(contentOf(window.path), "<mine/>");
     }
 
     // Its folder is not made anew: the document goes elsewhere.
@@ -199,7 +231,7 @@ private Q_SLOTS:
         window.dialogs.answer(Answer::Yes);
         window.dialogs.answerFile(other);
         window.choose("mnuSave");
-        QCOMPARE(contentOf(other), "<mine><Element/></mine>\r\n");
+        QCOMPARE(contentOf(other), "<mine><Element/></mine>");
         QVERIFY(!window.main->isWindowModified() && window.note().isEmpty());
     }
 };

@@ -193,11 +193,11 @@ private Q_SLOTS:
             spaces += "<r xmlns:a" + QByteArray::number(i) + "='u'>";
         }
         const std::tuple<const char *, QByteArray, bool> rows[] = {
-            {"UTF-7", "<?xml version='1.0' encoding='UTF-7'?><r>+ADw-b+AD4-</r>", true},
-            {"EBCDIC declared", "<?xml version='1.0' encoding='IBM037'?><r/>", true},
-            {"lone surrogate", QByteArray("\xff\xfe<\0r\0>\0\0\xd8<\0/\0r\0>\0", 18), true},
+            {"UTF-7", "<?xml version='1.0' encoding='UTF-7'?><r>+ADw-b+AD4-</r>", false},
+            {"EBCDIC declared", "<?xml version='1.0' encoding='IBM037'?><r/>", false},
+            {"lone surrogate", QByteArray("\xff\xfe<\0r\0>\0\0\xd8<\0/\0r\0>\0", 18), false},
             {"surrogate by number", "<r>&#xD800;</r>", false},
-            {"overlong", "<r>\xc0\xbc/r></r>", true},
+            {"overlong", "<r>\xc0\xbc/r></r>", false},
             {"NUL in a name", QByteArray("<r\0x/>", 6), false},
             {"wide without a mark", QByteArray("<\0\0\0r\0\0\0/\0\0\0>\0\0\0", 16), true},
             {"a million levels",

@@ -57,7 +57,11 @@ private Q_SLOTS:
         for (const auto &[path, text, encoding, other] : rows) {
             init();
             RecoveryCopy copy = copyOf(text, path);
-            copy.head.form = {{encoding, other}, other ? files::FileEnd::Cr : files::FileEnd::CrLf};
+            copy.head.form = {{encoding, other}, other ? files::FileEnd::None : files::FileEnd::CrLf};
+            if (other) {
+                copy.head.form.encoding.declared = {files::DeclaredBy::Html, "utf-16"};
+                copy.head.form.encoding.block = 0x10FD00;
+            }
             copy.head.mode = other ? XmlMode : NormalMode;
             leaveBehind(copy);
             const RecoveryStore store(folder());
