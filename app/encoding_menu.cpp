@@ -3,6 +3,7 @@
 #include "document/session.h"
 
 #include <QAbstractButton>
+#include <QActionGroup>
 
 namespace app {
 
@@ -70,28 +71,29 @@ EncodingMenu::EncodingMenu(const Around &around) : around_(around)
 
 void EncodingMenu::fill(QMenu &menu, bool toSave, const Chosen &chosen)
 {
+    auto *group = new QActionGroup(&menu); // of which one is in use, or none
+    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    const auto add = [&](QMenu &in, const files::EncodingWish &wish) {
+        QAction *item = in.addAction(captionOf(wish), this, [this, wish, chosen] {
+            around_.beforeRun();
+            chosen(wish);
+        });
+        item->setCheckable(true);
+        group->addAction(item);
+    };
     for (const files::EncodingWish &wish : unicode(toSave))
-        add(menu, wish, chosen);
-    for (const Group &group : groups) {
-        const bool top = *group.caption == 0;
-        QMenu &in = top ? menu : *menu.addMenu(tr(group.caption));
-        const QList<QByteArray> names = QByteArray(group.names).split(' ');
+        add(menu, wish);
+    for (const Group &row : groups) {
+        const bool top = *row.caption == 0;
+        QMenu &in = top ? menu : *menu.addMenu(tr(row.caption));
+        const QList<QByteArray> names = QByteArray(row.names).split(' ');
         for (const QByteArray &name : names) {
             if (!toSave || name != "ISO-2022-KR") // which hides the declaration behind its first bytes
-                add(in, {name, false}, chosen);
+                add(in, {name, false});
         }
         if (top)
             menu.addSeparator();
     }
-}
-
-void EncodingMenu::add(QMenu &menu, const files::EncodingWish &wish, const Chosen &chosen)
-{
-    QAction *item = menu.addAction(captionOf(wish), this, [this, wish, chosen] {
-        around_.beforeRun();
-        chosen(wish);
-    });
-    item->setCheckable(true);
 }
 
 // By what the status bar shows, so that the two always say the same.

@@ -36,7 +36,6 @@ private:
     using Chosen = std::function<void(const files::EncodingWish &)>;
 
     void fill(QMenu &menu, bool toSave, const Chosen &chosen);
-    void add(QMenu &menu, const files::EncodingWish &wish, const Chosen &chosen);
     void mark(QMenu &menu, bool anyMark) const; // the encoding there is now
     void popUp();
 

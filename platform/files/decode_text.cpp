@@ -49,10 +49,11 @@ DecodedText made(FaultyText &&text, const EncodingEntry &entry, bool mark)
     decoded.encoding.block = text.block;
     decoded.utf8 = std::move(text.utf8);
     if (text.bad > 0) {
-        decoded.note = QStringLiteral("%1 bytes of the file are no characters in %2; saving keeps those that "
-                                      "are not mended as they are.")
-                           .arg(text.bad)
-                           .arg(nameOf(entry));
+        decoded.note
+            = QStringLiteral("Bytes of the file that are no characters in %1: %2. Those that stay are "
+                             "saved as they were.")
+                  .arg(nameOf(entry))
+                  .arg(text.bad);
     }
     return decoded;
 }
