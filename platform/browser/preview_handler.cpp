@@ -4,6 +4,7 @@
 #include "platform/browser/markup_check.h"
 #include "platform/browser/media_type.h"
 #include "platform/browser/preview_notice.h"
+#include "platform/browser/preview_reach.h"
 #include "platform/browser/preview_url.h"
 #include "platform/browser/style_instruction.h"
 #include "platform/files/private_files.h"
@@ -108,6 +109,39 @@ QByteArray PreviewHandler::readable(QByteArray xml, const QUrl &url, const QStri
     });
 }
 
+// A copy stands for what it was made of; and what the program itself refers to by another name is meant to be
+// read.
+bool PreviewHandler::isNear(const QUrl &asked, const QUrl &page) const
+{
+    const QString path = pathOfPreviewUrl(page);
+    const QString original = detours_.originalOf(path).value_or(QString());
+    return !detours_.aliased(asked).isEmpty()
+        || liesWithin(QFileInfo(original.isEmpty() ? path : original).path(),
+                      destination(asked, pathOfPreviewUrl(asked)));
+}
+
+bool PreviewHandler::letsRead(const QUrl &asked, const QUrl &page)
+{
+    if (isNear(asked, page))
+        return true;
+    Q_EMIT lacking(asked,
+                   tr("%1 was not given to the page, which reads only what lies in its own folder or below.")
+                       .arg(pathOfPreviewUrl(asked)));
+    return false;
+}
+
+// Of what is linked the kind of request says whether it can be read all the same: modules come with their
+// origin, and a style sheet from elsewhere must be one.
+bool PreviewHandler::refuses(const QWebEngineUrlRequestJob &job, const QByteArray &type,
+                             const QByteArray &bytes)
+{
+    const auto headers = job.requestHeaders();
+    const bool isModule = type == "text/javascript" && headers.contains("Origin");
+    const bool isMarkup = headers.value("Accept").startsWith("text/css") && holdsInstructions(type)
+        && !looksLikeStyleSheet(bytes);
+    return (isModule || isMarkup) && !letsRead(job.requestUrl(), shown_.value(job.requestUrl().host()));
+}
+
 void PreviewHandler::requestStarted(QWebEngineUrlRequestJob *job)
 {
     const QUrl url = job->requestUrl();
@@ -143,6 +177,8 @@ void PreviewHandler::serve(QWebEngineUrlRequestJob *job, const QString &path, co
         job->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
+    if (refuses(*job, type, bytes))
+        return job->fail(QWebEngineUrlRequestJob::RequestDenied);
     if (!holdsInstructions(type))
         return reply(job, type, bytes);
     if (chosen_.contains(path) && type == "text/xml" && isTooMuch(url, bytes))

@@ -11,8 +11,8 @@
 
 namespace browser {
 
-// A page gets files of the kinds that pages are made of, from any folder, and nothing else. It cannot pass
-// them on, because the preview has no network.
+// A page gets files of the kinds that pages are made of, and nothing else; what it can read of them lies in
+// its own folder or below. It cannot pass them on, because the preview has no network.
 class PreviewHandler : public QWebEngineUrlSchemeHandler
 {
     Q_OBJECT
@@ -30,6 +30,12 @@ public:
     // What is asked for by another URL than its own is found all the same, and the browser told its own.
     PreviewDetours &detours() { return detours_; }
 
+    // Whether a page may have what it asks for as something that it can read; told where not.
+    bool letsRead(const QUrl &asked, const QUrl &page);
+
+    // A visit shows this page; until another is shown in the same visit.
+    void setShown(const QUrl &page) { shown_.insert(page.host(), page); }
+
     void requestStarted(QWebEngineUrlRequestJob *job) override;
 
 Q_SIGNALS:
@@ -38,6 +44,8 @@ Q_SIGNALS:
 
 private:
     void serve(QWebEngineUrlRequestJob *job, const QString &path, const QByteArray &bytes);
+    bool isNear(const QUrl &asked, const QUrl &page) const;
+    bool refuses(const QWebEngineUrlRequestJob &job, const QByteArray &type, const QByteArray &bytes);
     void tellUnreachable(const QUrl &url, const QByteArray &xml);
     void tellMissing(const QUrl &url, const QString &path);
     QString destination(const QUrl &asked, const QString &path) const;
@@ -48,6 +56,7 @@ private:
     PreviewDetours detours_;
     QSet<QString> chosen_;
     QHash<QString, QByteArray> overlays_;
+    QHash<QString, QUrl> shown_; // by visit
 };
 
 } // namespace browser

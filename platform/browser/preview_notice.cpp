@@ -25,9 +25,10 @@ QString sizeHeading(qint64 bytes)
 
 QString stoppedNotice()
 {
-    return notice(QStringLiteral("The preview stopped working."),
-                  QStringLiteral("<p>The page could not be shown to its end. Your document is not affected. "
-                                 "Refresh to load the page again.</p>"));
+    return notice(
+        QStringLiteral("The preview stopped working."),
+        QStringLiteral("<p>The page could not be shown to its end, or took more memory than a page may "
+                       "have. Your document is not affected. Refresh to load the page again.</p>"));
 }
 
 QString largeNotice(qint64 bytes, const QString &whole)

@@ -14,7 +14,8 @@ class PreviewPage;
 class PreviewProfile
 {
 public:
-    PreviewProfile();
+    // Memory is in bytes for each page; one that takes more is ended.
+    explicit PreviewProfile(qint64 memory = usualMemory());
     ~PreviewProfile();
     PreviewProfile(const PreviewProfile &) = delete;
     PreviewProfile &operator=(const PreviewProfile &) = delete;
@@ -27,16 +28,22 @@ public:
     // A number that no visit had before.
     int nextVisit() { return ++visits_; }
 
+    // Half of the machine's, within reason.
+    static qint64 usualMemory();
+
     // Starts the browser's process ahead of the first use.
     void warmUp();
 
 private:
     class NetworkGuard;
 
+    std::unique_ptr<PreviewPage> makePage();
+
     std::unique_ptr<PreviewHandler> handler_;
     std::unique_ptr<NetworkGuard> guard_;
     std::unique_ptr<QWebEngineProfile> profile_;
     std::unique_ptr<PreviewPage> ready_;
+    qint64 memory_;
     int visits_ = 0;
 };
 

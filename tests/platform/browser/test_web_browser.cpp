@@ -1,5 +1,6 @@
 // The embedded browser with real pages, on a private folder of files.
 #include "platform/browser/web_browser.h"
+#include "platform/system/process_limits.h"
 #include "tests/platform/browser/pages.h"
 
 #include <QTemporaryDir>
@@ -97,6 +98,114 @@ private Q_SLOTS:
         load([&] { browser_->navigate(path); });
         QCOMPARE(text(), u"script ran"_qs);
         QCOMPARE(run("document.title").toString(), u"kept"_qs);
+    }
+
+    // What a page is made of may lie anywhere; what its scripts read lies beside it or below, links followed.
+    void readsNothingFromElsewhere()
+    {
+        const QByteArray made
+            = "new Promise(r => {%1}).then(t => document.title = t, e => document.title = 'no')";
+        const QByteArray frame
+            = "<%1 src='URL' data='URL' type='text/xml' onerror='document.title=`no`' "
+              "onload='document.title = this.contentDocument?.documentElement?.textContent.trim() "
+              "|| `no`'></%1>";
+        const auto script = [](const QByteArray &code) { return "<body><script>" + code + "</script>"; };
+        const auto made_
+            = [&](const QByteArray &code) { return script(QByteArray(made).replace("%1", code)); };
+        const QByteArray sheet
+            = "<x:stylesheet version='1.0' xmlns:x='http://www.w3.org/1999/XSL/Transform'>";
+        enum Reach
+        {
+            Near, // only
+            Anywhere,
+            Nowhere
+        };
+        const std::tuple<const char *, QByteArray, const char *, Reach> rows[] = {
+            {"frame", "<body>" + QByteArray(frame).replace("%1", "iframe"), "d.xml", Near},
+            {"object", "<body>" + QByteArray(frame).replace("%1", "object"), "d.xml", Near},
+            {"request",
+             made_("const x = new XMLHttpRequest; x.onloadend = () => r(x.responseText ? 'taken' : 'no');"
+                   "x.open('GET', 'URL'); x.send()"),
+             "d.xml", Nowhere},
+            {"fetch", made_("fetch('URL').then(a => a.text()).then(r, () => r('no'))"), "d.xml", Nowhere},
+            {"import", made_("import('URL').then(m => r(m.a), () => r('no'))"), "m.js", Near},
+            {"module",
+             "<body><script type=module>import {a} from 'URL'; document.title = a</script>"
+             "<script type=module>document.title ||= 'no'</script>",
+             "m.js", Near},
+            {"worker",
+             made_("const w = new Worker('URL'); w.onmessage = e => r(e.data); w.onerror = () => r('no')"),
+             "w.js", Near},
+            {"script", "<body><script src='URL' onerror='document.title=`no`'></script>", "c.js", Anywhere},
+            {"picture", "<body><img src='URL' onload='document.title=`taken`' onerror='document.title=`no`'>",
+             "p.svg", Anywhere},
+            {"style",
+             "<link rel=stylesheet href='URL' onload='document.title=`taken`' onerror='document.title=`no`'>",
+             "a.css", Anywhere},
+            {"markup as style",
+             "<link rel=stylesheet href='URL' onload='document.title=`taken`' onerror='document.title=`no`'>",
+             "d.xml", Near},
+            {"markup as script",
+             "<body><script src='URL' onload='document.title=`taken`' "
+             "onerror='document.title=`no`'></script>",
+             "d.xml", Near},
+        };
+        for (const QString &folder : {u"in/"_qs, u"out/"_qs, u"in/sub/"_qs}) {
+            write(folder + u"d.xml"_qs, "<d>taken</d>");
+            write(folder + u"m.js"_qs, "export const a = 'taken'");
+            write(folder + u"w.js"_qs, "postMessage('taken')");
+            write(folder + u"c.js"_qs, "document.title = 'taken'");
+            write(folder + u"a.css"_qs, "body { color: red }");
+            write(folder + u"p.svg"_qs, "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>");
+        }
+        QFile::link(folder_->filePath(u"out"_qs), folder_->filePath(u"in/link"_qs));
+        for (const auto &[name, page, target, reach] : rows) {
+            for (const QByteArray folder : {"./", "./sub/", "../out/", "./link/", "xmlpreview://d99999/"}) {
+                const bool isNear
+                    = !folder.contains("out") && !folder.contains("li") && !folder.contains(":");
+                const QByteArray url
+                    = (folder.endsWith("9/") ? folder.chopped(1) + folder_->path().toUtf8() + "/in/" : folder)
+                    + target;
+                load([&] {
+                    browser_->navigate(write(u"in/page.html"_qs, QByteArray(page).replace("URL", url)));
+                });
+                const bool taken = reach == Anywhere ? !folder.contains(":") : reach == Near && isNear;
+                const auto title = [&] { return run("document.title").toString(); };
+                QTRY_VERIFY2_WITH_TIMEOUT(title() == (taken ? u"taken"_qs : u"no"_qs),
+                                          name + url + title().toUtf8(), kPatience);
+            }
+        }
+        for (const QByteArray folder : {"../in/", "../out/"}) {
+            write(u"out/s.xsl"_qs,
+                  sheet + "<x:template match='/'><p>made <x:value-of select=\"document('" + folder
+                      + "d.xml')\"/></p></x:template></x:stylesheet>");
+            load([&] {
+                browser_->navigate(
+                    write(u"in/d2.xml"_qs, "<?xml-stylesheet type='text/xsl' href='../out/s.xsl'?><r/>"));
+            });
+            QCOMPARE(text(), folder == "../in/" ? u"made taken"_qs : u"made"_qs);
+        }
+    }
+
+    // Not the machine's, and the window goes on.
+    void memoryIsBounded()
+    {
+        if (!shell::limitMemoryOf(QCoreApplication::applicationPid(), shell::physicalMemory()))
+            QSKIP("this system, or this build, has no such bound");
+        browser_ = std::make_unique<WebBrowser>(std::make_shared<browser::PreviewProfile>(qint64{400} << 20));
+        browser_->resize(400, 300);
+        browser_->show();
+        const QString path
+            = write(u"page.html"_qs,
+                    "<body>page<script>setTimeout(() => { const s = 'x'.repeat(1 << 26), all = [];"
+                    "for (let i = 0; i < 20; ++i) all.push(document.createTextNode(s + i)) }, 0)"
+                    "</script>");
+        load([&] { browser_->navigate(path); });
+        QTRY_VERIFY_WITH_TIMEOUT(browser_->page()->history()->count() == 2 && !browser_->page()->isLoading(),
+                                 kPatience);
+        QVERIFY(text().contains(u"more memory than a page may have"_qs));
+        load([&] { browser_->navigate(write(u"next.html"_qs, "<body>next")); });
+        QCOMPARE(text(), u"next"_qs);
     }
 
     void dialogsDoNotBlock()
