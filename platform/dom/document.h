@@ -85,6 +85,8 @@ public:
     // are texts here, and lines end as this document's do. Fails when that is not well-formed: its prefixes
     // are declared by that element or below, its entities by this document.
     Result<std::vector<Node *>> importContent(const QByteArray &element);
+    // The same for the markup of exactly one node of that kind.
+    Result<Node *> importMarkup(const QByteArray &markup, NodeKind kind);
     // References to entities are bounded for the document as a whole. Fails when an edit has brought in more
     // than it may have; costs a parse.
     Result<void> keepsEntitiesBounded() const;

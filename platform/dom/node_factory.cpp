@@ -187,7 +187,8 @@ std::vector<Node *> NodeFactory::import(Document &document, const QByteArray &el
     };
     for (ScannedChild &child : found) {
         addBlanks(leadOf(child));
-        child.leadSize = 0;
+        if (mixed)
+            child.leadSize = 0;
         nodes.push_back(makeNode(*source, child, -1));
     }
     addBlanks(source->view({end.tail, end.tag}));

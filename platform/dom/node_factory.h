@@ -34,7 +34,7 @@ public:
     static Node *clone(Node &node, bool deep);
 
     // The nodes within an accepted element, detached. Where some of them run inline the blanks between them
-    // are texts.
+    // are texts; else they stay before the nodes, which tells how deep those stood.
     static std::vector<Node *> import(Document &document, const QByteArray &element);
 
     // Where an element is a span, and where it would be in a text that holds it with other blanks, behind as
