@@ -3,29 +3,12 @@
 #include "platform/dom/local_entities.h"
 #include "platform/dom/xml11.h"
 #include "platform/dom/xml_declaration.h"
-#include "platform/files/declaration.h"
+#include "platform/files/encoding_fault.h"
 #include "platform/files/text_encoding.h"
 
 namespace dom {
 
 namespace {
-
-// What is wrong with the bytes, as a sentence. Without a declaration or a mark an entity is UTF-8.
-QString faultOf(const files::TextEncoding &read, const files::Declaration &declaration)
-{
-    const files::EncodingEntry *entry = files::findEncoding(read.name);
-    if (read.byteOrderMark || (entry && files::isWide(entry->codec)))
-        return {};
-    const bool declares = declaration.by == files::DeclaredBy::Xml && !declaration.name.isEmpty();
-    const QByteArray name = declares ? declaration.name : QByteArray("UTF-8");
-    const files::EncodingEntry *declared = files::findEncoding(name);
-    if (!declared)
-        return QStringLiteral("The encoding \"%1\" is not known.").arg(QString::fromLatin1(name.left(40)));
-    if (read.name == declared->name)
-        return {};
-    return QStringLiteral("The bytes of the file are not in the encoding %1.")
-        .arg(QString::fromLatin1(declared->name));
-}
 
 // XML 1.0 takes in nothing of a later version; nor does the parser look beyond a NUL.
 QString faultOf(const EntityFile &file, bool isVersion11)
@@ -41,11 +24,13 @@ QString faultOf(const EntityFile &file, bool isVersion11)
 
 EntityFile fileOf(const QString &path, const QByteArray &bytes, bool isVersion11)
 {
-    const files::Declaration declaration = files::declarationIn(bytes);
     files::DecodedText decoded = files::decodeText(bytes);
     EntityFile file;
     file.path = path;
-    file.fault = faultOf(decoded.encoding, declaration);
+    if (const auto fault = files::encodingFault(decoded.utf8, decoded.encoding)) {
+        file.fault = fault->reason;
+        file.faultOffset = fault->offset;
+    }
     file.utf8 = std::move(decoded.utf8);
     const auto own = entityDeclaration(file.utf8);
     // A second declaration, or one that is not right, is left to the parser to refuse.

@@ -15,7 +15,8 @@ struct EntityFile
     QByteArray judged; // what the parser reads in its place, byte for byte: see xml11.h
     qsizetype content = 0; // where it begins: behind the declaration
     QByteArray version; // that the declaration names; else empty
-    QString fault; // why its bytes are no text, as a sentence; else empty
+    QString fault; // why it cannot be taken in, as a sentence; else empty
+    qsizetype faultOffset = 0; // where that shows
 };
 
 class EntityFiles

@@ -156,7 +156,7 @@ void Judgement::recordIn(xmlParserCtxtPtr context, const EntityFile &file, qsize
 bool Judgement::isReadable(xmlParserCtxtPtr context, const EntityFile &file)
 {
     if (!file.fault.isEmpty())
-        recordIn(context, file, 0, XML_ERR_INVALID_ENCODING, file.fault);
+        recordIn(context, file, file.faultOffset, XML_ERR_INVALID_ENCODING, file.fault);
     else if (const auto tag = findTooManyAttributes(file.judged, false))
         recordIn(context, file, *tag, XML_ERR_INTERNAL_ERROR,
                  tooManyAttributes(QStringLiteral("This element has")));

@@ -1,6 +1,7 @@
 #include "suite.h"
 
 #include "platform/dom/verdict.h"
+#include "platform/files/encoding_fault.h"
 #include "platform/files/text_file.h"
 
 #include <QDir>
@@ -123,6 +124,8 @@ QString judgeXml(const Case &one)
     const auto file = files::readTextFile(one.path);
     if (!file)
         return file.reason();
+    if (const auto fault = files::encodingFault(file->utf8, file->form.encoding))
+        return fault->reason;
     const auto error = dom::checkWellFormed(file->utf8, QFileInfo(one.path).path());
     return error ? QStringLiteral("line %1: %2").arg(error->line).arg(error->reason.trimmed()) : QString();
 }
