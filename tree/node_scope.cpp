@@ -148,8 +148,9 @@ QByteArray declarationsOf(const Scope &scope)
     QByteArray declarations;
     for (auto binding = scope.cbegin(); binding != scope.cend(); ++binding) {
         if (!binding.value().isEmpty())
-            declarations += ' ' + declaration(binding.key()).toUtf8() + "=\""
-                + dom::encodeAttribute(binding.value(), '"') + '"';
+            declarations += QStringLiteral(" %1=\"%2\"")
+                                .arg(declaration(binding.key()), binding.value().toHtmlEscaped())
+                                .toUtf8();
     }
     return declarations;
 }
