@@ -134,6 +134,7 @@ void TidyHost::addButtons()
     connect(cmdtidyresult, &QToolButton::clicked, this, [this] {
         around_.showXmlMode();
         run_.takeOffer();
+        around_.note(QStringLiteral("Undo brings your text back."));
     });
     connect(&run_, &tidy::TidyRun::offerChanged, this,
             [this] { cmdtidyresult->setVisible(run_.offersOutput()); });
@@ -175,11 +176,11 @@ void TidyHost::runEnded()
     panel_->showMessages(messages, counts);
     if (tidy::saysFailure(run_.messages()))
         return; // has been noted
+    if (run_.offersOutput())
+        return around_.note(QStringLiteral("The text stays: it was changed meanwhile."));
     QString where;
     if (run_.keepsOutput())
         where = QStringLiteral("What Tidy made is put in when XML Mode is shown. ");
-    else if (run_.offersOutput())
-        where = QStringLiteral("The text was changed meanwhile and stays; what Tidy made is offered. ");
     else if (!proposed_.isEmpty())
         where = QStringLiteral("The result is a new document; Undo leads back. ");
     around_.note(where + summaryOf(counts));

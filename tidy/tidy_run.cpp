@@ -52,6 +52,7 @@ TidyRun::TidyRun(const QString &programFolder, control::EditorControl &editor, P
 {
     timer_.setInterval(pollingInterval);
     connect(&timer_, &QTimer::timeout, this, &TidyRun::tick);
+    clearScratch(); // of a launcher that ended with a program that was killed
 }
 
 TidyRun::~TidyRun() { endHelper(); }
@@ -100,8 +101,7 @@ void TidyRun::setEditorShown(bool shown)
         return;
     putIn();
     if (offersOutput())
-        Q_EMIT note(
-            QStringLiteral("The document was changed meanwhile and stays; what Tidy made is offered."));
+        Q_EMIT note(QStringLiteral("The document stays: it was changed meanwhile."));
 }
 
 void TidyRun::takeOffer()
@@ -218,11 +218,16 @@ void TidyRun::stop()
     bar_.hideProgress();
 }
 
-// One that is ended in the midst of its work cannot clear its own folder away.
 void TidyRun::endHelper()
 {
     helper_.reset();
-    QDir exchange(exchangeFile(""));
+    clearScratch();
+}
+
+// A launcher that is ended in the midst of its work cannot clear its own folder away.
+void TidyRun::clearScratch() const
+{
+    const QDir exchange(exchangeFile(""));
     for (const QString &name : exchange.entryList({QStringLiteral("run-*")}, QDir::Dirs))
         QDir(exchange.filePath(name)).removeRecursively();
 }

@@ -112,6 +112,7 @@ private:
     void deliver(const QByteArray &output);
     void stop();
     void endHelper();
+    void clearScratch() const;
     void dropOutput();
     void withdrawInput();
     QString exchangeFile(const char *name) const;

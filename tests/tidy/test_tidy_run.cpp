@@ -182,6 +182,15 @@ private Q_SLOTS:
         }
     }
 
+    // What a launcher left that was killed goes with the next window.
+    void leftOver()
+    {
+        Desk desk;
+        QVERIFY(QDir(desk.exchange.path()).mkpath(desk.exchange.at("run-abc/output")));
+        const TidyRun next(desk.exchange.path(), desk.editor, desk.bar, desk.shell);
+        QVERIFY(!desk.exchange.has("run-abc"));
+    }
+
     // Nothing of a cancelled run is left: neither Tidy nor what it wrote.
     void cancelled()
     {
