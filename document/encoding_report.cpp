@@ -23,6 +23,8 @@ QString withoutBytes(const QString &line, char32_t block)
 std::optional<dom::ParseError> firstFault(const QByteArray &utf8, const files::TextEncoding &encoding,
                                           std::optional<dom::ParseError> ofMarkup)
 {
+    if (ofMarkup && ofMarkup->stopped)
+        return ofMarkup; // nobody waited to know more
     const auto fault = files::encodingFault(utf8, encoding);
     if (!fault || (ofMarkup && ofMarkup->offset < fault->offset)) {
         if (ofMarkup)

@@ -123,7 +123,7 @@ Parsing::Judged Parsing::judgedText(const QByteArray &text, const QString &baseF
     Judged judged{text, baseFolder, {}, {}};
     const Busy busy(around_.workspace);
     judged.fault = dom::checkWellFormed(text, baseFolder, &judged.entities, around_.workspace.patience());
-    if (encoding && !(judged.fault && judged.fault->stopped))
+    if (encoding)
         judged.fault = firstFault(text, *encoding, std::move(judged.fault));
     return judged;
 }

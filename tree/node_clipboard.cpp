@@ -1,5 +1,7 @@
 #include "tree/node_clipboard.h"
 
+#include "platform/dom/layout.h"
+
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -29,16 +31,6 @@ bool isDocument(const QString &markup)
         QStringLiteral(R"(\A(?:<\?xml\s|(?:(?:<!--.*?-->|<\?.*?\?>)\s*+)*+<!DOCTYPE\s))"),
         QRegularExpression::DotMatchesEverythingOption);
     return prolog.match(markup).hasMatch();
-}
-
-// Whether the content of an element keeps its blanks.
-bool keepsBlanks(const dom::Node &element)
-{
-    for (const dom::Node *at = &element; at && at->kind() == dom::NodeKind::Element; at = at->parent()) {
-        if (const auto space = at->attribute(QStringLiteral("xml:space")))
-            return *space == QStringLiteral("preserve");
-    }
-    return false;
 }
 
 // Comments and instructions beside a document's element.
@@ -114,7 +106,7 @@ Result<PastedNodes> NodeClipboard::fromMarkup(const QString &markup, const dom::
     if (const QString trimmed = bare.trimmed(); isDocument(trimmed))
         return fromDocument(trimmed);
     const QByteArray name = into.name().toUtf8();
-    const QByteArray space = keepsBlanks(into) ? " xml:space=\"preserve\"" : "";
+    const QByteArray space = dom::Layout::keepsBlanks(into) ? " xml:space=\"preserve\"" : "";
     const auto nodes = document_.importContent('<' + name + declarationsOf(scopeOf(&into)) + space + '>'
                                                + bare.toUtf8() + "</" + name + '>');
     if (!nodes)

@@ -3,6 +3,7 @@
 #include "platform/dom/characters.h"
 #include "platform/dom/document.h"
 #include "platform/dom/markup_reader.h"
+#include "platform/dom/spelling.h"
 #include "platform/dom/start_tag.h"
 
 #include <QSet>
@@ -148,9 +149,8 @@ QByteArray declarationsOf(const Scope &scope)
     QByteArray declarations;
     for (auto binding = scope.cbegin(); binding != scope.cend(); ++binding) {
         if (!binding.value().isEmpty())
-            declarations += QStringLiteral(" %1=\"%2\"")
-                                .arg(declaration(binding.key()), binding.value().toHtmlEscaped())
-                                .toUtf8();
+            declarations += ' ' + declaration(binding.key()).toUtf8() + "=\""
+                + dom::spelled(binding.value(), {.place = dom::Place::Attribute}) + '"';
     }
     return declarations;
 }

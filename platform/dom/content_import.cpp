@@ -64,16 +64,6 @@ Result<std::vector<Node *>> Document::importContent(const QByteArray &element)
     return nodes;
 }
 
-Result<Node *> Document::importMarkup(const QByteArray &markup, NodeKind kind)
-{
-    const auto nodes = importContent("<x>" + markup + "</x>");
-    if (!nodes)
-        return platform::Failure{nodes.reason()};
-    if (nodes->size() != 1 || nodes->front()->kind() != kind)
-        return platform::Failure{QStringLiteral("This is not exactly one node")};
-    return nodes->front();
-}
-
 // As it stands, and once more with the entities that only files declare.
 Result<void> Document::keepsEntitiesBounded() const
 {

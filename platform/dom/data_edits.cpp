@@ -110,6 +110,15 @@ Result<void> Document::setData(Node *node, const QString &data)
     });
 }
 
+// Fails when what the entity brings does not fit.
+Result<Node *> Document::createReference(const QByteArray &markup)
+{
+    const auto made = importContent("<x>" + markup + "</x>");
+    if (!made)
+        return platform::Failure{made.reason()};
+    return made->front();
+}
+
 Result<void> Document::setShownText(Node *text, const QString &shown)
 {
     if (!text || text->kind() != NodeKind::Text)
@@ -133,16 +142,16 @@ Result<void> Document::setShownText(Node *text, const QString &shown)
         for (qsizetype i = 1; i < parts.size(); ++i) {
             if (parts[i].isEmpty())
                 continue;
-            const auto made = i % 2 == 1
-                ? importContent("<x>" + parts[i] + "</x>")
-                : Result<std::vector<Node *>>({NodeFactory::create(*this, NodeKind::Text, parts[i])});
+            const Result<Node *> made = i % 2 == 1
+                ? createReference(parts[i])
+                : Result<Node *>(NodeFactory::create(*this, NodeKind::Text, parts[i]));
             if (!made)
                 return platform::Failure{made.reason()};
-            putIn(text->parent(), made->front(), last->indexInParent() + 1, {});
-            last = made->front();
+            putIn(text->parent(), *made, last->indexInParent() + 1, {});
+            last = *made;
         }
         keepTextsApart({text, last, last->nextSibling()});
-        return {};
+        return keepsEntitiesBounded();
     });
 }
 

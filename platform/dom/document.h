@@ -85,8 +85,6 @@ public:
     // are texts here, and lines end as this document's do. Fails when that is not well-formed: its prefixes
     // are declared by that element or below, its entities by this document.
     Result<std::vector<Node *>> importContent(const QByteArray &element);
-    // The same for the markup of exactly one node of that kind.
-    Result<Node *> importMarkup(const QByteArray &markup, NodeKind kind);
     // References to entities are bounded for the document as a whole. Fails when an edit has brought in more
     // than it may have; costs a parse.
     Result<void> keepsEntitiesBounded() const;
@@ -143,6 +141,7 @@ private:
     friend class Layout;
 
     Result<Node *> createLeaf(NodeKind kind, const QString &target, const QString &data);
+    Result<Node *> createReference(const QByteArray &markup); // to an entity
     QByteArray leafMarkup(NodeKind kind, const QByteArray &target, const QString &data) const;
     QByteArray leafMarkup(const Node &node, const QByteArray &target, const QString &data) const;
     Result<void> setAttributeAs(Node *element, const QString &name, const QByteArray &value);
