@@ -22,6 +22,7 @@ class HelperShell : public shell::Shell
 {
 public:
     platform::Result<void> open(const QString &) override { return {}; }
+    platform::Result<void> openWindow(const QString &) override { return {}; }
     shell::StartedHelper start(const QString &program, const QString &workingFolder) override
     {
         return shell::startHelper(program, workingFolder);

@@ -32,7 +32,11 @@ class NoShell : public shell::Shell
 {
 public:
     platform::Result<void> open(const QString &) override { return {}; }
-    platform::Result<void> start(const QString &, const QString &) override { return {}; }
+    platform::Result<void> openWindow(const QString &) override { return {}; }
+    shell::StartedHelper start(const QString &, const QString &) override
+    {
+        return platform::Failure{QStringLiteral("Nothing is started here.")};
+    }
 };
 
 // A window of the program with folders of its own.

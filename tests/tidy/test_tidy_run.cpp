@@ -27,6 +27,7 @@ struct NotedBar : ProgressBar
 struct NotedShell : shell::Shell
 {
     platform::Result<void> open(const QString &) override { return {}; }
+    platform::Result<void> openWindow(const QString &) override { return {}; }
     shell::StartedHelper start(const QString &program, const QString &folder) override
     {
         started << program + QLatin1Char(' ') + folder;
