@@ -1,5 +1,6 @@
 #include "tidy/transform.h"
 
+#include "platform/dom/addresses.h"
 #include "platform/dom/verdict.h"
 #include "tidy/transform_addresses.h"
 #include "tidy/transform_budget.h"
@@ -44,12 +45,12 @@ Security noWriting()
     return security;
 }
 
-QByteArray documentAddress(const TransformJob &job) { return addressOfPath(job.document.path); }
+QByteArray documentAddress(const TransformJob &job) { return dom::addressOfPath(job.document.path); }
 
 // The two never share one, or each would pass for the other.
 QByteArray styleSheetAddress(const TransformJob &job)
 {
-    const QByteArray address = addressOfPath(job.styleSheet.path);
+    const QByteArray address = dom::addressOfPath(job.styleSheet.path);
     return address == documentAddress(job) ? address + "#stylesheet" : address;
 }
 

@@ -1,5 +1,7 @@
 #include "tidy/transform_access.h"
 
+#include "platform/dom/addresses.h"
+
 #include <QFileInfo>
 #include <QUrl>
 
@@ -34,15 +36,13 @@ const xmlChar *chars(const char *text) { return reinterpret_cast<const xmlChar *
 
 } // namespace
 
-QByteArray addressOfPath(const QString &path) { return QUrl::fromLocalFile(path).toEncoded(); }
-
 TransformAccess::TransformAccess(const TransformJob &job) : allowed_(job.licence.files)
 {
     for (const TransformInput &input : {job.document, job.styleSheet}) {
         const QString folder = QFileInfo(QFileInfo(input.path).path()).canonicalFilePath();
         if (!folder.isEmpty())
             folders_.append(folder);
-        given_.insert(addressOfPath(input.path), input.utf8);
+        given_.insert(dom::addressOfPath(input.path), input.utf8);
     }
 }
 

@@ -29,9 +29,6 @@ struct Located
     QString path; // links followed; of Readable and Elsewhere only
 };
 
-// The address of a file, so that a path may hold any character.
-QByteArray addressOfPath(const QString &path);
-
 class TransformAccess
 {
 public:

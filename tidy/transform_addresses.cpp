@@ -1,10 +1,11 @@
 #include "tidy/transform_addresses.h"
 
+#include "platform/dom/addresses.h"
+
 #include <libxml/xpathInternals.h>
 #include <libxslt/functions.h>
 #include <libxslt/xsltutils.h>
 
-#include <cctype>
 #include <memory>
 
 namespace tidy {
@@ -22,19 +23,11 @@ using Text = std::unique_ptr<xmlChar, Freed>;
 
 const xmlChar *chars(const QByteArray &text) { return reinterpret_cast<const xmlChar *>(text.constData()); }
 
-bool isHex(char sign) { return std::isxdigit(static_cast<unsigned char>(sign)) != 0; }
-
-bool stands(char sign)
-{
-    return std::isalnum(static_cast<unsigned char>(sign)) != 0
-        || QByteArrayView("-._~:/?#@!$&'()*+,;=").contains(sign);
-}
-
 // Calls the library's own function, with these on the stack.
 Object load(xmlXPathParserContextPtr parser, xmlChar *reference, Object base)
 {
     const Text written(reference);
-    const QByteArray address = asAddress(reinterpret_cast<const char *>(written.get()));
+    const QByteArray address = dom::asAddress(reinterpret_cast<const char *>(written.get()));
     const int count = base ? 2 : 1;
     valuePush(parser, xmlXPathNewString(chars(address)));
     if (base)
@@ -80,21 +73,6 @@ void documentFunction(xmlXPathParserContextPtr parser, int count)
 
 } // namespace
 
-QByteArray asAddress(const QByteArray &reference)
-{
-    QByteArray address;
-    for (qsizetype at = 0; at < reference.size(); ++at) {
-        const char sign = reference[at];
-        const bool escape = sign == '%' && at + 2 < reference.size() && isHex(reference[at + 1])
-            && isHex(reference[at + 2]);
-        if (escape || stands(sign))
-            address += sign;
-        else
-            address += '%' + QByteArray(1, sign).toHex().toUpper();
-    }
-    return address;
-}
-
 void escapeReferences(xmlDoc &styleSheet)
 {
     const xmlNode *root = xmlDocGetRootElement(&styleSheet);
@@ -105,7 +83,7 @@ void escapeReferences(xmlDoc &styleSheet)
         const Text written(xmlGetNoNsProp(child, reinterpret_cast<const xmlChar *>("href")));
         if (!written)
             continue;
-        const QByteArray address = asAddress(reinterpret_cast<const char *>(written.get()));
+        const QByteArray address = dom::asAddress(reinterpret_cast<const char *>(written.get()));
         xmlSetProp(child, reinterpret_cast<const xmlChar *>("href"), chars(address));
     }
 }

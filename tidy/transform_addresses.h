@@ -2,16 +2,11 @@
 // escapes.
 #pragma once
 
-#include <QByteArray>
-
 #include <libxslt/xsltInternals.h>
 
 namespace tidy {
 
-// The reference with everything escaped that may not stand in an address. Escapes stay as they are.
-QByteArray asAddress(const QByteArray &reference);
-
-// The same for what a style sheet includes and imports.
+// Escapes what may not stand in an address in all that a style sheet includes and imports.
 void escapeReferences(xmlDoc &styleSheet);
 
 // document() takes references as people write them: libxslt finds nothing under one that is no address, and

@@ -1,5 +1,6 @@
 #include "tidy/transform_loading.h"
 
+#include "platform/dom/addresses.h"
 #include "platform/dom/local_entities.h"
 #include "platform/files/file_helpers.h"
 #include "platform/files/private_files.h"
@@ -59,7 +60,7 @@ void giveAddress(xmlEntity &entity, const xmlParserCtxt &parser)
 {
     if (entity.URI || !entity.SystemID || parser.inputNr == 0)
         return;
-    const QByteArray address = asAddress(reinterpret_cast<const char *>(entity.SystemID));
+    const QByteArray address = dom::asAddress(reinterpret_cast<const char *>(entity.SystemID));
     entity.URI = xmlBuildURI(chars(address.constData()), chars(parser.inputTab[0]->filename));
 }
 
@@ -221,7 +222,8 @@ xmlParserInputPtr TransformLoading::openEntity(const char *address, const char *
         = xmlParserInputBufferCreateMem(bytes->constData(), int(bytes->size()), XML_CHAR_ENCODING_NONE);
     xmlParserInputPtr input = buffer ? xmlNewIOInputStream(parser, buffer, XML_CHAR_ENCODING_NONE) : nullptr;
     if (input)
-        input->filename = reinterpret_cast<char *>(xmlStrdup(chars(addressOfPath(found.path).constData())));
+        input->filename
+            = reinterpret_cast<char *>(xmlStrdup(chars(dom::addressOfPath(found.path).constData())));
     return input;
 }
 
@@ -257,7 +259,7 @@ TransformLoading::Doc TransformLoading::read(const QByteArray &address, xmlDictP
     }
     const Parser parser = makeParser(dictionary);
     Doc doc = withinBudget(parser ? xmlCtxtReadMemory(parser.get(), bytes->constData(), int(bytes->size()),
-                                                      addressOfPath(found.path).constData(), nullptr,
+                                                      dom::addressOfPath(found.path).constData(), nullptr,
                                                       options | XML_PARSE_NONET)
                                   : nullptr);
     if (!doc)

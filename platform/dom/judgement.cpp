@@ -1,5 +1,6 @@
 #include "platform/dom/judgement.h"
 
+#include "platform/dom/addresses.h"
 #include "platform/dom/attribute_bound.h"
 #include "platform/dom/local_entities.h"
 
@@ -98,8 +99,8 @@ bool Judgement::makeContext(const QString &baseFolder)
     if (!input)
         return false;
     if (!baseFolder.isEmpty()) {
-        const QByteArray base = baseFolder.toUtf8() + '/';
-        input->filename = reinterpret_cast<char *>(xmlCanonicPath(asXml(base.constData())));
+        const QByteArray base = addressOfPath(baseFolder) + '/';
+        input->filename = reinterpret_cast<char *>(xmlStrdup(asXml(base.constData())));
     }
     inputPush(context_.get(), input);
     return true;
@@ -186,8 +187,8 @@ xmlEntityPtr Judgement::expand(xmlParserCtxtPtr context, xmlEntityPtr entity)
     return isAffordable && goesOn(context, size / 64) ? entity : nullptr;
 }
 
-// An entity that is kept in a file, as though the file's content were its value. Where the file cannot be
-// had, a general entity stays as it is, and is not read; a parameter entity is empty.
+// An entity that is kept in a file, as though the file's content were its value; empty where the file cannot be
+// had.
 xmlEntityPtr Judgement::substituteFor(xmlParserCtxtPtr context, xmlEntityPtr entity)
 {
     const auto known = substitutes_.find(entity);
@@ -197,8 +198,7 @@ xmlEntityPtr Judgement::substituteFor(xmlParserCtxtPtr context, xmlEntityPtr ent
     if (file && !isReadable(context, *file))
         return nullptr;
     const bool isParameter = entity->etype == XML_EXTERNAL_PARAMETER_ENTITY;
-    if (!file && !isParameter)
-        return entity;
+    // One that cannot be had stands for nothing. The library would look for it by ways of its own.
     const QByteArrayView content = file ? QByteArrayView(file->judged).sliced(file->content) : "";
     Substitute &made = substitutes_.insert({entity, {*entity, file}}).first->second;
     made.entity.etype = isParameter ? XML_INTERNAL_PARAMETER_ENTITY : XML_INTERNAL_GENERAL_ENTITY;

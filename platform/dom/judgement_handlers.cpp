@@ -1,6 +1,7 @@
 // What the parser calls on its way.
 #include "platform/dom/judgement.h"
 
+#include "platform/dom/addresses.h"
 #include "platform/dom/attribute_bound.h"
 #include "platform/dom/fault_words.h"
 #include "platform/dom/markup_reader.h"
@@ -131,8 +132,9 @@ xmlParserInputPtr Judgement::onResolveEntity(void *user, const xmlChar *, const 
 {
     auto *context = static_cast<xmlParserCtxtPtr>(user);
     Judgement &judgement = of(user);
-    const std::unique_ptr<xmlChar, decltype(xmlFree)> address(xmlBuildURI(system, asXml(baseOf(*context))),
-                                                              xmlFree);
+    const QByteArray reference = system ? asAddress(asChars(system)) : QByteArray();
+    const std::unique_ptr<xmlChar, decltype(xmlFree)> address(
+        xmlBuildURI(asXml(reference.constData()), asXml(baseOf(*context))), xmlFree);
     const EntityFile *file = address ? judgement.files_.open(asChars(address.get())) : nullptr;
     if (!file || !judgement.isReadable(context, *file))
         return nullptr;
@@ -198,7 +200,8 @@ void Judgement::onEntityDecl(void *user, const xmlChar *name, int type, const xm
         return;
     }
     const BaseInUse base(*context);
-    xmlSAX2EntityDecl(user, name, type, id, system, content);
+    const QByteArray address = system ? asAddress(asChars(system)) : QByteArray();
+    xmlSAX2EntityDecl(user, name, type, id, system ? asXml(address.constData()) : nullptr, content);
 }
 
 // The library holds every default of an element against all others of it.

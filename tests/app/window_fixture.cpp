@@ -1,5 +1,6 @@
 #include "window_fixture.h"
 
+#include "app/command_line.h"
 #include "platform/browser/browser_process.h"
 
 #include <QApplication>
@@ -74,7 +75,7 @@ Window::Window(const char *name, const QByteArray &content) : Window(std::make_u
 
 void Window::start(const QStringList &arguments)
 {
-    main->prelodr(arguments.value(0));
+    main->prelodr(app::readCommandLine(arguments).documents.value(0));
     main->show();
     main->activateWindow();
 }

@@ -36,7 +36,6 @@ private Q_SLOTS:
              "name=l.xml | /n.xml=<?xml version=\"1.0\"?>\\n<Element x=\"1\"/>\\n"},
             {"not there, nor its folder", "start d/n.xml | answer Yes | choose n.xml | save",
              "name=n.xml | /n.xml=" TEMPLATE "\\n | proposed=n.xml"},
-            {"quotes stood around it", "file pq.xml=<pq/> | start \"pq.xml\"", "dom=<pq/>"},
             {"quotes in its name", "file pq.xml=<pq/> | file p\"q.xml=<other/> | start p\"q.xml",
              "dom=<other/>"},
             {"a folder", "file d/x= | start d", "name=zelphedit.xml | tab=0 | dom=" TEMPLATE " | messages=1"},

@@ -166,7 +166,7 @@ private Q_SLOTS:
             = QByteArray(sheet).replace("/r", "document(\"" + secret.fileName().toUtf8() + "\")");
         const QByteArray newer = QByteArray(sheet).replace("1.0", "2.0");
         const std::tuple<QByteArray, QString, QByteArray> rows[]
-            = {{reading, secret.fileName(), "<p>y</p>"}, {newer, q("other (version 2.0)"), "<p>x</p>"}};
+            = {{reading, secret.fileName(), "<p>y</p>"}, {newer, q("o\\ther (version 2.0)"), "<p>x</p>"}};
         for (const auto &[styleSheet, named, result] : rows) {
             for (const auto answer : {dialogs::Answer::No, dialogs::Answer::Yes}) {
                 Desk desk;

@@ -211,6 +211,22 @@ private Q_SLOTS:
         QCOMPARE(entities.value("f"), QByteArray("there"));
     }
 
+    // Whatever the names of the file and of its folder, which no address could hold as they are. What is not
+    // there stands for nothing.
+    void filesAreFoundUnderOddNames()
+    {
+        const QString folder = folder_.filePath(u"a #1%20\u00e9\\b"_s);
+        QVERIFY(QDir().mkpath(folder));
+        write(folder + u"/my \u00e9.ent"_s, "<cut>");
+        const auto text = [](const char *name) {
+            return "<!DOCTYPE a [<!ENTITY e SYSTEM '" + QByteArray(name) + "'>]><a>&e;</a>";
+        };
+        const auto fault = checkWellFormed(text("my \xC3\xA9.ent"), folder);
+        QVERIFY(fault && fault->file && fault->file->path.endsWith(u"/my \u00e9.ent"_s));
+        for (const char *missing : {"no such.ent", "http://a.example/x y", "/dev/zero"})
+            QVERIFY2(!checkWellFormed(text(missing), folder), missing);
+    }
+
     void filesAreReadByTheirOwnDeclaration()
     {
         const std::tuple<const char *, QByteArray> files[] = {
