@@ -107,6 +107,7 @@ void AssignPage::addHeaderLine(QGroupBox &frame, int index, const HeaderLineRow 
     const QString kind = QLatin1String(row.kind);
     QLineEdit *text = field(QStringLiteral("Text3_%1").arg(index), kind + QStringLiteral(" line"));
     text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text->setLayoutDirection(Qt::LeftToRight); // as all code
     fill(*text, line);
     auto *caption = new QLabel(QLatin1String(row.caption), &frame);
     caption->setBuddy(text);

@@ -3,6 +3,7 @@
 
 #include "platform/dialogs/theme_icon.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -24,6 +25,8 @@ QComboBox *makeField(QWidget *parent, const QString &name)
     field->setEditable(true);
     field->setInsertPolicy(QComboBox::NoInsert);
     field->setCompleter(nullptr);
+    field->lineEdit()->setLayoutDirection(Qt::LeftToRight); // as the code it is searched in
+    field->view()->setLayoutDirection(Qt::LeftToRight);
     field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     field->setMinimumContentsLength(12);
     field->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

@@ -86,6 +86,7 @@ void qiktagfrm::layOut()
     txtSearch->setClearButtonEnabled(true);
     txtSearch->addAction(dialogs::themeIcon(QStringLiteral("edit-find")), QLineEdit::LeadingPosition);
     List1->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    List1->setLayoutDirection(Qt::LeftToRight); // as all code
     List1->setSpacing(rowSpacing);
     List1->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     List1->setTextElideMode(Qt::ElideNone);

@@ -209,6 +209,7 @@ private:
     int takeRepeatCount();
     bool callService(int command);
     void setUpLook();
+    void aboutToPaint();
     void dress();
     void applyOptions();
     void tellLine(int position);

@@ -6,6 +6,7 @@
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QWheelEvent>
@@ -89,10 +90,20 @@ bool CodeEditor::event(QEvent *event)
     return handled;
 }
 
+// What is drawn on a widget at once has the desktop's direction, whatever the widget's own is; a picture of it
+// has the direction of its text.
+void CodeEditor::aboutToPaint()
+{
+    const bool apart = QGuiApplication::layoutDirection() == Qt::RightToLeft;
+    if ((send(SCI_GETBUFFEREDDRAW) != 0) != apart)
+        send(SCI_SETBUFFEREDDRAW, apart ? 1 : 0);
+    xmlStyling_.aboutToPaint();
+}
+
 bool CodeEditor::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::Paint)
-        xmlStyling_.aboutToPaint();
+        aboutToPaint();
     const bool handled = QsciScintillaBase::viewportEvent(event);
     switch (event->type()) {
     case QEvent::MouseButtonPress:

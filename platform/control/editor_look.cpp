@@ -257,6 +257,7 @@ void setEditorLexer(CodeEditor &editor, Language language)
     const bool own = language != Language::Plain;
     editor.send(S::SCI_SETLEXER, own ? S::SCLEX_CONTAINER : S::SCLEX_NULL);
     editor.send(S::SCI_CLEARDOCUMENTSTYLE);
+    editor.send(S::SCI_STARTSTYLING, 0); // as text that has no styles yet
     editor.send(S::SCI_SETIDLESTYLING, own ? S::SC_IDLESTYLING_NONE : S::SC_IDLESTYLING_TOVISIBLE);
     editor.send(S::SCI_SETAUTOMATICFOLD,
                 S::SC_AUTOMATICFOLD_SHOW | S::SC_AUTOMATICFOLD_CLICK

@@ -101,6 +101,22 @@ private Q_SLOTS:
         QCOMPARE(toldOf([&] { editor.loadText("three"); }), QStringLiteral("edited"));
     }
 
+    // Brackets keep their side on a desktop that writes from right to left.
+    void codeIsLeftToRight()
+    {
+        QList<QImage> pictures;
+        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            QGuiApplication::setLayoutDirection(direction);
+            CodeEditor editor;
+            editor.setLanguage(Language::Xml);
+            editor.loadText("<kinds>\n  a &lt; (b)\n</kinds>\n");
+            editor.resize(300, 120);
+            pictures += editor.grab().toImage();
+        }
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        QCOMPARE(pictures.at(1), pictures.at(0));
+    }
+
     void textComesBack()
     {
         CodeEditor editor;

@@ -328,6 +328,38 @@ private Q_SLOTS:
         }
     }
 
+    // Nothing of the language before stays, whichever came before it.
+    void anotherLanguageColoursAnew()
+    {
+        const QByteArray text = "<a b='c'/> // x \"y\"\n<script>if (a < 1) {}</script>\n";
+        const char *const languages[] = {"<none>", "C/C++",  "XML", "SQL",  "HTML", "<none>", "HTML",
+                                         "Java",   "<none>", "XML", "HTML", "XML",  "Basic",  "XML"};
+        CodeEditor editor;
+        CodeColours colours(editor);
+        editor.loadText(text);
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        const auto stylesNow = [&text](CodeEditor &shown) {
+            shown.viewport()->repaint();
+            QByteArray styles;
+            for (ulong at = 0; at < ulong(text.size()); ++at)
+                styles += char(shown.send(S::SCI_GETSTYLEAT, at));
+            return styles;
+        };
+        for (const char *const language : languages) {
+            colours.setLanguage(QString::fromLatin1(language));
+            const QByteArray shown = stylesNow(editor);
+            CodeEditor fresh;
+            CodeColours own(fresh);
+            own.setLanguage(QString::fromLatin1(language));
+            fresh.loadText(text);
+            fresh.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&fresh));
+            QVERIFY2(shown == stylesNow(fresh), language);
+            QVERIFY2(shown.count('\0') < text.size() || language[0] == '<', language);
+        }
+    }
+
     void guessesComeRight()
     {
         const QByteArray record = "<a b=\"c\">\n<!-- <d> -->\n<![CDATA[ </e> ]]>\n<f>&lt;</f>\n</a>\n";
