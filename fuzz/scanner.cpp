@@ -1,5 +1,7 @@
-// Any bytes as the text in the editor: the markup found lies in it, in order, and matching ends.
+// Any bytes as the text in the editor: the markup found lies in it, in order, matching ends, and what each
+// byte is does not depend on how the text is cut for reading.
 #include "fuzz/require.h"
+#include "platform/control/markup_styler.h"
 #include "platform/control/matching_tag.h"
 
 using namespace control;
@@ -41,6 +43,26 @@ void checkMatch(const MatchText &text, qsizetype caret)
     require(back && back->partner && back->partner->whole == match->markup.whole, "partners are mutual");
 }
 
+void checkStyles(QByteArrayView text, bool html, qsizetype step)
+{
+    MarkupState state;
+    state.html = html;
+    QByteArray whole(text.size(), '?');
+    MarkupStyler styler(text, state, whole.data());
+    require(styler.runTo(text.size(), true) == text.size(), "all is styled");
+    QByteArray pieces(text.size(), '?');
+    qsizetype at = 0;
+    for (qsizetype end = 0; at < text.size();) {
+        end = std::min(text.size(), end + step);
+        MarkupStyler piece(text.sliced(at), state, pieces.data() + at);
+        const qsizetype came = piece.runTo(end - at, end == text.size());
+        require(came >= 0 && end - at - came <= 32, "little is left for the next time");
+        at += came;
+        state = piece.state();
+    }
+    require(pieces == whole && state == styler.state(), "pieces are the whole");
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -58,5 +80,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const qsizetype step = 1 + bytes.size() / 64;
     for (qsizetype caret = data[1] % step; caret <= bytes.size(); caret += step)
         checkMatch(text, caret);
+    checkStyles(bytes, html, 1 + data[1] % 40);
     return 0;
 }

@@ -151,6 +151,8 @@ void MarkupStyler::step()
         return readDeclarationString('\'', Mode::SubsetDeclaration);
     case Mode::RawText:
         return readRawText();
+    case Mode::RawReference:
+        return readReference(Mode::RawText);
     }
 }
 
@@ -315,12 +317,23 @@ void MarkupStyler::readRawText()
     if (state_.element == PageElement::Script || state_.element == PageElement::Style)
         readCode(rawEnd_);
     else
-        take(rawEnd_, TextMarkup);
-    if (at_ < rawEnd_ || !rawEnds_)
+        readRawReferences();
+    if (at_ < rawEnd_ || !rawEnds_ || state_.mode == Mode::RawReference)
         return;
     rawEnd_ = -1;
     state_.element = PageElement::Usual;
     leave(-std::exchange(state_.code, {}).braces, Mode::Text);
+}
+
+// Titles and what is typed into fields have references, and scripts have not.
+void MarkupStyler::readRawReferences()
+{
+    const qsizetype reference = text_.sliced(at_, rawEnd_ - at_).indexOf('&');
+    take(reference < 0 ? rawEnd_ : at_ + reference, TextMarkup);
+    if (reference < 0)
+        return;
+    take(at_ + 1, ReferenceMarkup);
+    state_.mode = Mode::RawReference;
 }
 
 void MarkupStyler::readCode(qsizetype end)

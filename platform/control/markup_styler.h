@@ -36,7 +36,8 @@ enum class MarkupMode : quint8
     SubsetDeclaration,
     SubsetDouble,
     SubsetSingle,
-    RawText // of an element of a page that holds no markup
+    RawText, // of an element of a page that holds no tags
+    RawReference
 };
 
 // Elements of a page that are something else than elements of XML.
@@ -101,6 +102,7 @@ private:
     void endStartTag();
     void findRawEnd();
     void readRawText();
+    void readRawReferences();
     void readCode(qsizetype end);
     bool open(const Opening &opening, MarkupStyle style);
     bool isCutOff(QByteArrayView opening) const;

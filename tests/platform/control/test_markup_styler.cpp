@@ -189,6 +189,7 @@ private Q_SLOTS:
         row("tag in a value", "<a b='<c>'>", "<n<a=sssss<", 1);
         row("short instruction", "<?a>x", "????.");
         row("raw text", "<title><b></title><b>", "<nnnnn<...<<nnnnn<<n<", 1);
+        row("raw text with references", "<title>a&lt;&</title>", "<nnnnn<.&&&&&<<nnnnn<");
         row("script being written", "<script>a<b", "<nnnnnn<wow", 1);
         row("longer name", "<scripts>a<b>", "<nnnnnnn<.<n<", 2);
         script("less than", "a < 3 && b<c", "w.o.1.oo.wow");
