@@ -12,6 +12,27 @@ constexpr TabRange tabs[] = {
     {OptionTab::Layout, "Layout (Pretty Print)", 50, 62},
     {OptionTab::Encoding, "Character Encoding", 63, 69},
     {OptionTab::Miscellaneous, "Miscellaneous", 70, 76},
+    {OptionTab::Other, "Other options of the installed Tidy", furtherOptions, furtherOptions + 22},
+};
+
+struct Standing
+{
+    const char *name;
+    const char *value;
+};
+
+// What differs from the built-in default while nothing is set.
+constexpr Standing standing[] = {
+    {"ascii-chars", "no"}, // dashes and quotes stay what they are
+    {"char-encoding", "utf8"}, // every character stays
+    {"drop-empty-elements", "no"}, // a style sheet may make pictures of them
+    {"fix-bad-comments", "auto"}, // only where the output does not allow them
+    {"force-output", "yes"},       {"input-encoding", "utf8"},
+    {"literal-attributes", "yes"}, // a blank in a value counts, and fields show it
+    {"merge-divs", "auto"}, // attributes of the inner one are kept
+    {"newline", "auto"}, // that of the text
+    {"numeric-entities", "auto"}, // only where the output has no names for them
+    {"output-encoding", "utf8"},   {"repeated-attributes", "keep-first"}, // as browsers do
 };
 
 struct Offer
@@ -28,11 +49,31 @@ constexpr Offer offers[] = {
     {OptionKind::Repeat, "keep-first keep-last"},
     {OptionKind::NewLine, "LF CRLF CR"},
     {OptionKind::YesNo, "yes no"},
+    {OptionKind::TagKind, "no blocklevel empty inline pre"},
+    {OptionKind::Sorting, "none alpha"},
 };
 
 } // namespace
 
 std::span<const TabRange> tabRanges() { return tabs; }
+
+bool isListed(int index)
+{
+    return std::any_of(std::begin(tabs), std::end(tabs), [index](const TabRange &range) {
+        return range.first <= index && index <= range.last;
+    });
+}
+
+QString defaultValue(int index)
+{
+    if (!isListed(index))
+        return {};
+    const Option &option = optionCatalogue()[size_t(index)];
+    const QString name = option.nameText();
+    const auto is = [&name](const Standing &set) { return name == QLatin1StringView(set.name); };
+    const auto *found = std::find_if(std::begin(standing), std::end(standing), is);
+    return found == std::end(standing) ? option.builtInText() : QString::fromLatin1(found->value);
+}
 
 QString itemKey(int index) { return QString::number(index) + QLatin1Char('_'); }
 

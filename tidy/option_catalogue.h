@@ -16,10 +16,11 @@ enum class OptionTab
     Layout,
     Encoding,
     Miscellaneous,
+    Other,
     None
 };
 
-// What an option takes. The first nine are numbered as the editors of the options dialog are.
+// What an option takes. Those before FixedYesNo are numbered as the editors of the options dialog are.
 enum class OptionKind
 {
     AutoYesNo,
@@ -31,6 +32,8 @@ enum class OptionKind
     Text,
     TagList,
     YesNo,
+    TagKind,
+    Sorting,
     FixedYesNo, // set by the program itself: shown, never edited
     None
 };
@@ -38,7 +41,7 @@ enum class OptionKind
 struct Option
 {
     const char *name; // as in a configuration file
-    const char *builtIn; // default value; empty where there is none
+    const char *builtIn; // the default that the catalogue lists; empty where there is none
     OptionTab tab;
     OptionKind kind;
     const char *description; // UTF-8; may be empty
@@ -57,15 +60,24 @@ struct TabRange
     int last;
 };
 
-inline constexpr int listedOptions = 77; // 0 to 76 stand on a tab
+inline constexpr int listedOptions = 77; // 0 to 76 stand on the first five tabs
 inline constexpr int outputFileOption = 77; // in the catalogue, on no tab
 inline constexpr int sentinelOption = 78; // never shown or written
+inline constexpr int furtherOptions = 79; // the first of those that came later, up to the last entry
 inline constexpr int largestNumber = 32767; // of a number's spin control; the smallest is 0
 
-// All 79 entries, the sentinel last.
+// All entries: 79 up to the sentinel, and behind it those of the installed Tidy that came later.
 std::span<const Option> optionCatalogue();
 
-// The five tabs in the order of their indexes (the dialog shows them in another).
+// Whether an index stands on a tab.
+bool isListed(int index);
+
+// What an option is at while nothing is set: its built-in default, except where that would lose or respell
+// something of the text or is not what happens. "auto" where the text or the kind of output decides. Empty
+// for what is not listed.
+QString defaultValue(int index);
+
+// The tabs in the order of their indexes (the dialog shows them in another).
 std::span<const TabRange> tabRanges();
 
 // "50_" for 50. lstkey is the inverse; -1 for what is no key.

@@ -203,8 +203,7 @@ constexpr Option table[] = {
     {"literal-attributes", "no", Layout, Kind::YesNo,
      "This option specifies if Tidy should ensure that whitespace characters within attribute "
      "values are passed through unchanged. If set to no, line breaks and tabs become blanks, "
-     "and several blanks in a row become one. Where nothing else was chosen, those of XML stay "
-     "as they are."},
+     "and several blanks in a row become one. Unless you choose no, they stay as they are."},
     {"markup", "yes", Layout, Kind::YesNo,
      "This option specifies if Tidy should generate a pretty printed version of the markup. "
      "No pretty printed version is made where severe errors are found, unless the "
@@ -297,9 +296,74 @@ constexpr Option table[] = {
     {"output-file", "", None, Kind::None,
      "This option specifies the output file Tidy uses for markup. "},
     {"zelph", "zelph", None, Kind::None, "zelph"},
+    {"add-meta-charset", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should add a meta element that names the encoding to the "
+     "head of a page."},
+    {"anchor-as-name", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should add a name attribute to an element that has an id "
+     "and can be the target of a link. If set to no, a name attribute beside an id is "
+     "removed."},
+    {"coerce-endtags", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should take a start tag for an end tag where that was "
+     "probably meant, as the second <b> in <b>bar<b>."},
+    {"css-prefix", "c", Other, Kind::Text,
+     "This option specifies how the names of the style rules begin that the clean option "
+     "makes."},
+    {"custom-tags", "no", Other, Kind::TagKind,
+     "This option specifies if Tidy should accept elements of your own, such as <flag-icon>, "
+     "and how to treat all of them: as block-level, empty, inline or preformatted ones. If "
+     "set to no, they are errors. The options new-blocklevel-tags, new-empty-tags, new- "
+     "inline-tags and new-pre-tags name single ones."},
+    {"decorate-inferred-ul", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should give lists that it adds itself a style that keeps "
+     "them from being indented."},
+    {"drop-empty-elements", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should discard empty elements. Unless you choose yes, "
+     "they are kept: a style sheet or a script may make something of them."},
+    {"escape-scripts", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should write <\\/ for </ in scripts."},
+    {"fix-style-tags", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should move all style elements to the head of the page."},
+    {"gdoc", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should clean up pages exported from Google Docs."},
+    {"indent-with-tabs", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should indent with tabs instead of blanks. The indent- "
+     "spaces option is the number of tabs then."},
+    {"keep-tabs", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should keep tabs where blanks count, as in <PRE>. If set "
+     "to no, they become as many blanks as tab-size says."},
+    {"merge-emphasis", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should merge nested <B> and <I> elements."},
+    {"merge-spans", "auto", Other, Kind::AutoYesNo,
+     "This option specifies if Tidy should merge nested <SPAN> elements when the clean "
+     "option is set to yes. If set to auto, the attributes of the inner one move to the "
+     "outer one; if set to yes, they are discarded except for class and style."},
+    {"mute", "", Other, Kind::Text,
+     "This option specifies messages that are not to be shown: their names, separated by "
+     "commas."},
+    {"mute-id", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should show the name of each message, for the mute "
+     "option."},
+    {"preserve-entities", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should keep entities as they are in the input."},
+    {"priority-attributes", "", Other, Kind::TagList,
+     "This option specifies the attributes that are written before all others of an element. "
+     "Give a list of names separated by blanks or commas."},
+    {"show-info", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should show messages that are only for information."},
+    {"skip-nested", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should skip nested tags when it reads scripts and "
+     "styles."},
+    {"sort-attributes", "none", Other, Kind::Sorting,
+     "This option specifies if Tidy should sort the attributes of an element by name."},
+    {"strict-tags-attributes", "no", Other, Kind::YesNo,
+     "This option specifies if Tidy should report elements and attributes that the version "
+     "of HTML being written does not have."},
+    {"warn-proprietary-attributes", "yes", Other, Kind::YesNo,
+     "This option specifies if Tidy should warn of attributes that no version of HTML has."},
 };
 // clang-format on
-static_assert(std::size(table) == sentinelOption + 1);
+static_assert(std::size(table) == furtherOptions + 23);
 
 } // namespace
 

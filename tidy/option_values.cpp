@@ -22,21 +22,17 @@ constexpr SystemDefault systemDefaults[] = {
     {"tidy-mark", "no"},
 };
 
-bool isListed(int index) { return index >= 0 && index < listedOptions; }
-
 QString lineFor(int index, const QString &value)
 {
     return optionCatalogue()[size_t(index)].nameText() + QStringLiteral(": ") + value;
 }
 
-QString builtIn(int index) { return optionCatalogue()[size_t(index)].builtInText(); }
-
 } // namespace
 
 OptionValues::OptionValues()
 {
-    for (int index = 0; index < listedOptions; ++index)
-        values_ << builtIn(index);
+    for (int index = 0; index < int(optionCatalogue().size()); ++index)
+        values_ << defaultValue(index);
 }
 
 OptionValues OptionValues::read(const QString &programFolder)
@@ -50,14 +46,17 @@ OptionValues OptionValues::read(const QString &programFolder)
 
 QString OptionValues::value(int index) const { return isListed(index) ? values_.at(index) : QString(); }
 
-bool OptionValues::isChanged(int index) const { return isListed(index) && value(index) != builtIn(index); }
+bool OptionValues::isChanged(int index) const
+{
+    return isListed(index) && value(index) != defaultValue(index);
+}
 
 void OptionValues::apply(int index, const QString &value)
 {
     if (!isListed(index) || values_.at(index) == value)
         return;
     remove(lineFor(index, values_.at(index)));
-    if (value != builtIn(index))
+    if (value != defaultValue(index))
         changed_ << lineFor(index, value);
     values_[index] = value;
 }

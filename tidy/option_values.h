@@ -12,20 +12,20 @@ namespace tidy {
 class OptionValues
 {
 public:
-    // Every option at its built-in default.
+    // Every option at its default.
     OptionValues();
 
     // Reads the standing options ("/tdyex/default.tidy"); a missing file leaves the defaults. Lines that name
     // no option on a tab are kept in the list and change no value.
     static OptionValues read(const QString &programFolder);
 
-    // The value shown for an index of 0 to 76; empty for any other.
+    // The value shown for an index that stands on a tab; empty for any other.
     QString value(int index) const;
 
-    // Whether the value shown differs from the built-in default.
+    // Whether the value shown differs from the default.
     bool isChanged(int index) const;
 
-    // Applies an edited value (0 to 76) and keeps the changed-options list along.
+    // Applies an edited value and keeps the changed-options list along.
     void apply(int index, const QString &value);
 
     // The changed-options list, "indent: auto" each; what save writes.

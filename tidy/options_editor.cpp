@@ -99,7 +99,7 @@ void OptionsEditor::layOut()
 
 bool OptionsEditor::edit(int index, const QString &value)
 {
-    if (index < 0 || index >= listedOptions || kindOf(index) >= OptionKind::FixedYesNo)
+    if (!isListed(index) || kindOf(index) >= OptionKind::FixedYesNo)
         return false;
     index_ = index;
     editor_ = int(kindOf(index));
@@ -119,7 +119,7 @@ void OptionsEditor::preset(OptionKind kind)
     if (kind == OptionKind::Doctype)
         comfive();
     else if (QComboBox *offered = lists_[editor_])
-        offered->setCurrentIndex(offered->findText(current_, Qt::MatchFixedString));
+        offer(*offered);
     else if (kind == OptionKind::Number)
         number_->setValue(current_.toInt());
     else
@@ -128,6 +128,17 @@ void OptionsEditor::preset(OptionKind kind)
         number_->selectAll();
     else if (fields_[editor_])
         fields_[editor_]->selectAll();
+}
+
+// The default can always be chosen, also where it is none of the kind's values.
+void OptionsEditor::offer(QComboBox &list) const
+{
+    QStringList values = offeredValues(OptionKind(editor_));
+    if (const QString usual = defaultValue(index_); !values.contains(usual))
+        values << usual;
+    list.clear();
+    list.addItems(values);
+    list.setCurrentIndex(list.findText(current_, Qt::MatchFixedString));
 }
 
 void OptionsEditor::comfive()

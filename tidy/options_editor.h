@@ -43,6 +43,7 @@ private:
     void makeEditors();
     void layOut();
     void comfive();
+    void offer(QComboBox &list) const;
     void preset(OptionKind kind);
     QString editedValue() const;
     void apply();

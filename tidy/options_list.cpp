@@ -82,10 +82,10 @@ void OptionsList::show(QTreeWidgetItem &row)
     font.setBold(changed);
     row.setText(ValueColumn, values_.value(index));
     row.setIcon(NameColumn, mark(changed, *this));
-    const QString builtIn = optionCatalogue()[size_t(index)].builtInText();
+    const QString usual = defaultValue(index);
     const QString tip = !changed ? QString()
-        : builtIn.isEmpty()      ? QStringLiteral("Changed; empty by default")
-                                 : QStringLiteral("Changed; by default ") + builtIn;
+        : usual.isEmpty()        ? QStringLiteral("Changed; empty by default")
+                                 : QStringLiteral("Changed; by default ") + usual;
     for (int column : {NameColumn, ValueColumn}) {
         row.setFont(column, font);
         row.setToolTip(column, tip);

@@ -22,8 +22,9 @@ constexpr int shownResults = 5;
 QList<int> optionsDescribedBy(const QString &text)
 {
     QList<int> found;
-    for (int index = 0; index <= outputFileOption; ++index) {
-        if (optionCatalogue()[size_t(index)].descriptionText().contains(text, Qt::CaseInsensitive))
+    for (int index = 0; index < int(optionCatalogue().size()); ++index) {
+        if (index != sentinelOption
+            && optionCatalogue()[size_t(index)].descriptionText().contains(text, Qt::CaseInsensitive))
             found << index;
     }
     return found;

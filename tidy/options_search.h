@@ -13,7 +13,7 @@ class Dialogs;
 
 namespace tidy {
 
-// The indexes (0 to 77) whose description holds the text, in any case.
+// The indexes (without the sentinel) whose description holds the text, in any case.
 QList<int> optionsDescribedBy(const QString &text);
 
 class OptionsSearch : public QWidget

@@ -24,8 +24,8 @@ constexpr QSize usualSize(720, 560); // pixels
 constexpr int searchGap = 7; // pixels: 100 twips
 constexpr int descriptionLines = 6;
 
-constexpr OptionTab tabOrder[] = {OptionTab::Markup, OptionTab::Layout, OptionTab::Encoding,
-                                  OptionTab::Warnings, OptionTab::Miscellaneous};
+constexpr OptionTab tabOrder[] = {OptionTab::Markup,   OptionTab::Layout,        OptionTab::Encoding,
+                                  OptionTab::Warnings, OptionTab::Miscellaneous, OptionTab::Other};
 
 const TabRange &rangeOf(OptionTab tab)
 {

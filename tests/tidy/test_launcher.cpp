@@ -85,7 +85,7 @@ private Q_SLOTS:
         QByteArray said = desk_->content("f.txt");
         said.remove(0, said.indexOf('\n') + 1); // that there is no output
         QVERIFY(said.startsWith(QFile::encodeName(desk_->path())
-                                + "\ntab-size: 1\nwrap: 2\nforce-output: yes\n"
+                                + "\ntab-size: 1\nwrap: 2\nforce-output: yes\nindent-spaces: 2\n"
                                   "literal-attributes: yes\ndrop-empty-elements: no\n"
                                   "repeated-attributes: keep-first\n-config "));
         for (const char *always : {"--input-encoding utf8", "--output-encoding utf8", "--write-back no"})

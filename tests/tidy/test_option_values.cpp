@@ -27,7 +27,7 @@ private Q_SLOTS:
 
     void names()
     {
-        for (int index = 0; index <= sentinelOption; ++index) {
+        for (int index = 0; index < int(optionCatalogue().size()); ++index) {
             const Option &option = optionCatalogue()[size_t(index)];
             QCOMPARE(findOption(option.nameText().toUpper()), index);
             const QStringList values = offeredValues(option.kind);
@@ -83,6 +83,11 @@ private Q_SLOTS:
             {"found in any case", "INDENT: AUTO\r\n", "50=yes", "indent: yes\r\n\r\n"},
             {"unknown lines are kept", "output-file: x\r\nodd\r\n\r\nfoo: 1\r\n", "62=70",
              "output-file: x\r\nodd\r\nfoo: 1\r\nwrap: 70\r\n\r\n"},
+            {"a listed default where another is in force", "", "41=keep-last 65=ascii",
+             "repeated-attributes: keep-last\r\nchar-encoding: ascii\r\n\r\n"},
+            {"back to what is in force", "newline: LF\r\n", "68=auto", "\r\n"},
+            {"newer options", "drop-empty-elements: yes\r\n", "85=no 83=inline",
+             "custom-tags: inline\r\n\r\n"},
             {"no such index", "", "77=x -1=x 78=x", "\r\n"},
         };
         for (const auto &[name, before, steps, after] : rows) {

@@ -35,6 +35,17 @@ QByteArrayList namesIn(const QByteArray &list)
     return names;
 }
 
+// A text that the option takes; none where Tidy answers whatever it is, as it says what it mutes.
+QString textFor(const tidy::Option &option)
+{
+    const std::pair<const char *, const char *> own[] = {{"css-prefix", "one"}, {"mute", ""}};
+    for (const auto &[name, text] : own) {
+        if (option.nameText() == QLatin1StringView(name))
+            return QString::fromLatin1(text);
+    }
+    return u"one, two"_s;
+}
+
 } // namespace
 
 class TestRunOptions : public QObject
@@ -49,6 +60,7 @@ private Q_SLOTS:
             = "literal-attributes: yes\ndrop-empty-elements: no\nrepeated-attributes: keep-first\n";
         const std::tuple<QByteArray, QByteArray, QByteArray, QByteArray> rows[] = {
             {"", "", "force-output: yes\n", text},
+            {"indent-spaces: 4", "", "indent-spaces: 4\nforce-output: yes\n", text},
             {"force-output: no\r\n", "", "force-output: no\n", text},
             {"wrap: 1\nWRAP: 2\ninput-xml: yes\n", "input-xml: no\n",
              "wrap: 2\ninput-xml: no\nforce-output: yes\n", text},
@@ -82,10 +94,14 @@ private Q_SLOTS:
         };
         for (const auto &[standing, perRun, given, input] : rows) {
             const bool xml = perRun.contains("input-xml: yes");
-            QCOMPARE(reconciledOptions({standing, perRun}, input).configuration, given + (xml ? "" : page));
+            QByteArray whole = given + (xml ? "" : page);
+            if (!standing.contains("indent-spaces"))
+                whole.replace("force-output: yes\n", "force-output: yes\nindent-spaces: 2\n")
+                    .replace("force-output: no\n", "force-output: no\nindent-spaces: 2\n");
+            QCOMPARE(reconciledOptions({standing, perRun}, input).configuration, whole);
         }
         const QByteArray said = "drop-empty-elements: yes\nrepeated-attributes: keep-last\n"
-                                "literal-attributes: no\nforce-output: no\n";
+                                "literal-attributes: no\nforce-output: no\nindent-spaces: 3\n";
         QCOMPARE(reconciledOptions({said}, "").configuration, said);
     }
 
@@ -98,7 +114,9 @@ private Q_SLOTS:
         for (const QString &list : {u"-help-config"_s, u"-show-config"_s}) {
             const QByteArrayList known = namesIn(tidySays({list}, QProcess::StandardOutput));
             QVERIFY(known.size() > 50);
-            for (int index = 0; index < tidy::sentinelOption; ++index) {
+            for (int index = 0; index < int(tidy::optionCatalogue().size()); ++index) {
+                if (index == tidy::sentinelOption)
+                    continue;
                 const QByteArray name = tidy::optionCatalogue()[size_t(index)].name;
                 const std::optional<QByteArray> present = presentName(name);
                 QVERIFY2(!present || known.contains(*present), name.constData());
@@ -109,16 +127,46 @@ private Q_SLOTS:
         }
     }
 
+    // What the dialog shows of an option that nobody set is what Tidy then works with.
+    void defaultsAreInForce()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"configuration"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(reconciledOptions({"indent: yes"}, "").configuration);
+        file.close();
+        const QByteArrayList lines
+            = tidySays({u"-config"_s, path, u"-show-config"_s}, QProcess::StandardOutput).split('\n');
+        int compared = 0;
+        for (const QByteArray &line : lines) {
+            const QString option = QString::fromLatin1(line).section(u' ', 0, 0);
+            const int index = tidy::findOption(option);
+            if (!tidy::isListed(index) || option == u"indent")
+                continue;
+            const QString shown = tidy::defaultValue(index);
+            const QString inForce = QString::fromLatin1(line.mid(39)).trimmed();
+            // The text and the kind of output decide those two.
+            if (shown == u"auto" && (option == u"newline" || option == u"numeric-entities"))
+                continue;
+            QVERIFY2(inForce == shown, line.constData());
+            ++compared;
+        }
+        QVERIFY(compared > 80);
+    }
+
     void offeredValues()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"configuration"_s);
-        for (int index = 0; index < tidy::listedOptions; ++index) {
+        for (int index = 0; index < int(tidy::optionCatalogue().size()); ++index) {
+            if (!tidy::isListed(index))
+                continue;
             const tidy::Option &option = tidy::optionCatalogue()[size_t(index)];
             QStringList values = tidy::offeredValues(option.kind);
             values.append(option.builtInText());
             if (option.kind == tidy::OptionKind::Text || option.kind == tidy::OptionKind::TagList)
-                values.append(u"one, two"_s);
+                values.append(textFor(option));
             for (const QString &value : std::as_const(values)) {
                 if (value.isEmpty())
                     continue;

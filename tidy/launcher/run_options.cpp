@@ -51,7 +51,7 @@ constexpr Narrow narrowEncodings[] = {
 };
 
 // Besides "bare", what leaves out or respells some of what a page shows.
-constexpr const char *otherWords[] = {"ascii-chars", "show-body-only", "word-2000"};
+constexpr const char *otherWords[] = {"ascii-chars", "gdoc", "show-body-only", "word-2000"};
 
 struct OutputName
 {
@@ -251,6 +251,7 @@ RunOptions reconciledOptions(const QList<QByteArray> &files, QByteArrayView inpu
     if (options.output == Output::Xml || options.output == Output::Xhtml)
         keepParsable(settings, options.output);
     setUnlessSaid(settings, "force-output", "yes");
+    setUnlessSaid(settings, "indent-spaces", "2"); // Tidy forgets its own where a file of options was read
     if (const char *lineEnd = lineEndOf(input))
         setUnlessSaid(settings, "newline", lineEnd);
     quoteDoctype(settings);
