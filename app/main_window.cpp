@@ -17,6 +17,7 @@
 #include "app/tidy_host.h"
 #include "app/toolbars.h"
 #include "app/view_frame.h"
+#include "app/window_place.h"
 #include "platform/browser/web_browser.h"
 #include "platform/control/code_editor.h"
 #include "platform/files/file_helpers.h"
@@ -32,22 +33,9 @@
 #include <QCloseEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
 #include <QToolBar>
 
 namespace app {
-
-namespace {
-
-constexpr QSize firstSize(1024, 720); // pixels, before anybody chose another
-constexpr QSize leastSize(420, 300);
-constexpr int windowStep = 32; // pixels from one window to the next
-constexpr QSize frameAllowance(16, 64); // what a window manager may put around the window
-
-QString barsKey() { return QStringLiteral("window/bars"); }
-QString placeKey() { return QStringLiteral("window/geometry"); }
-
-} // namespace
 
 mainfrm::mainfrm(const Outside &outside)
     : dialogs_(outside.dialogs), shell_(outside.shell), settings_(outside.settings),
@@ -66,7 +54,7 @@ mainfrm::mainfrm(const Outside &outside)
       drops_(std::make_unique<FileDrop>(*this, [this](const QStringList &paths) { openDropped(paths); }))
 {
     setObjectName(QStringLiteral("mainfrm"));
-    setMinimumSize(leastSize);
+    setMinimumSize(leastSize());
     setContextMenuPolicy(Qt::NoContextMenu);
     addToolBar(Toolbar1);
     setStatusBar(StatusBar1);
@@ -80,7 +68,7 @@ mainfrm::mainfrm(const Outside &outside)
     tellOfDocument();
     keepUnsaved();
     watchFile();
-    restorePlace();
+    restorePlace(*this, settings_, folders_.window());
 }
 
 // The tree looks into the document to the last, so it goes before the session does.
@@ -344,7 +332,8 @@ void mainfrm::closeEvent(QCloseEvent *event)
         return;
     left_ = true;
     recovery_->end();
-    rememberPlace();
+    if (const auto kept = rememberPlace(*this, settings_); !kept)
+        note(kept.reason());
     Q_EMIT left();
 }
 
@@ -354,7 +343,8 @@ void mainfrm::endAtOnce()
         return;
     recovery_->endUnsaved();
     session_->life().clearUp();
-    rememberPlace();
+    if (const auto kept = rememberPlace(*this, settings_); !kept)
+        note(kept.reason());
     Q_EMIT left();
 }
 
@@ -489,37 +479,6 @@ void mainfrm::showBusy(bool busy)
 std::function<bool()> mainfrm::patience()
 {
     return [progress = std::make_shared<CheckProgress>(this)] { return progress->goOn(); };
-}
-
-void mainfrm::restorePlace()
-{
-    restoreState(settings_.blob(barsKey()));
-    if (!restoreGeometry(settings_.blob(placeKey()))) {
-        const QRect screen = QApplication::primaryScreen()->availableGeometry();
-        resize(firstSize.boundedTo(screen.size() - frameAllowance));
-        move(screen.center() - rect().center());
-    }
-    if (folders_.window() > 1 && !isMaximized() && !isFullScreen())
-        standBeside(folders_.window() - 1);
-}
-
-// Every further window a step down and to the right, round and round, so that none hides the one before.
-void mainfrm::standBeside(int others)
-{
-    const QRect room = screen()->availableGeometry();
-    const QSize span = (room.size() - size() - frameAllowance).expandedTo({1, 1});
-    const QPoint from = pos() - room.topLeft();
-    move(room.topLeft()
-         + QPoint((from.x() + others * windowStep) % span.width(),
-                  (from.y() + others * windowStep) % span.height()));
-}
-
-void mainfrm::rememberPlace()
-{
-    settings_.setBlob(placeKey(), saveGeometry());
-    settings_.setBlob(barsKey(), saveState());
-    if (const auto written = settings_.flush(); !written)
-        note(written.reason());
 }
 
 } // namespace app

@@ -161,9 +161,6 @@ private:
     void chooseMode(int tab);
     void focusView();
     void openDropped(const QStringList &paths);
-    void restorePlace();
-    void standBeside(int others);
-    void rememberPlace();
 
     dialogs::Dialogs &dialogs_;
     shell::Shell &shell_;
