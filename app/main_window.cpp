@@ -16,6 +16,7 @@
 #include "app/status_bar.h"
 #include "app/tidy_host.h"
 #include "app/toolbars.h"
+#include "app/tree_place.h"
 #include "app/view_frame.h"
 #include "app/window_place.h"
 #include "platform/browser/web_browser.h"
@@ -33,6 +34,7 @@
 #include <QCloseEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScopedValueRollback>
 #include <QToolBar>
 
 namespace app {
@@ -48,7 +50,9 @@ mainfrm::mainfrm(const Outside &outside)
       session_(std::make_unique<document::Session>(
           document::Surroundings{*this, *CodeMax1, *WebBrowser1, dialogs_, folders_.exchange()})),
       model_(std::make_unique<tree::TreeModel>(session_->state().Document)),
-      TreeView1(new tree::TreeView(*model_, frame_)), clipboard_(std::make_unique<MarkupClipboard>()),
+      TreeView1(new tree::TreeView(*model_, frame_)),
+      place_(std::make_unique<TreePlace>(*TreeView1, *model_, session_->state().Document)),
+      clipboard_(std::make_unique<MarkupClipboard>()),
       nodes_(std::make_unique<tree::NodeCommands>(*model_, session_->state().Document, *TreeView1, dialogs_,
                                                   *clipboard_)),
       drops_(std::make_unique<FileDrop>(*this, [this](const QStringList &paths) { openDropped(paths); }))
@@ -249,6 +253,7 @@ bool mainfrm::askToLoadAgain(const QString &otherwise)
         text += QLatin1Char('\n') + tr("What you changed here would be lost.");
     const bool again = dialogs_.message(dialogs::Icon::Question, dialogs::Buttons::YesNo, text + otherwise)
         == dialogs::Answer::Yes;
+    const QScopedValueRollback<bool> same(keepsPlace_, true);
     if (std::exchange(fileGone_, false))
         fileNote({});
     if (!again || !session_->life().reload())
@@ -364,12 +369,35 @@ void mainfrm::chooseMode(int tab)
 void mainfrm::tabChanged(int tab)
 {
     const int previous = std::exchange(tab_, tab);
-    session_->views().enteredTab(tab, previous);
+    const bool fromText = previous == document::XmlMode
+        || (previous == document::Preview && session_->state().TabTag == document::XmlMode);
+    {
+        const QScopedValueRollback<bool> same(keepsPlace_, true);
+        session_->views().enteredTab(tab, previous);
+    }
+    if (currentTab() == tab)
+        carryPlace(tab, fromText);
     quickTags_->modeChanged();
     tidy_->modeChanged();
     if (currentTab() == tab)
         focusView();
     mark_->refresh();
+}
+
+// Caret and selected node go along while text and tree are the same. A caret that stands in the selected node
+// already stays where it is.
+void mainfrm::carryPlace(int to, bool fromText)
+{
+    const document::DocumentState &state = session_->state();
+    const bool isCarried = (to == document::NormalMode && fromText) || (to == document::XmlMode && !fromText);
+    if (!isCarried || !state.known.agreed(state.domIdentity(), CodeMax1->revision()))
+        return;
+    const qsizetype caret = CodeMax1->send(QsciScintillaBase::SCI_GETCURRENTPOS);
+    const qsizetype selected = place_->selectedOffset();
+    if (to == document::NormalMode)
+        place_->select(caret);
+    else if (selected >= 0 && place_->nodeAt(caret) != TreeView1->currentIndex())
+        CodeMax1->showPosition(long(selected));
 }
 
 // A tab reached with the keyboard keeps the focus, so that the arrow keys go on through the tabs.
@@ -379,12 +407,20 @@ void mainfrm::focusView()
         frame_->view(currentTab())->setFocus();
 }
 
+void mainfrm::documentGoing()
+{
+    if (keepsPlace_)
+        place_->hold();
+}
+
 // The view selects and opens the root of a rebuilt tree.
 void mainfrm::rebuildTree()
 {
     tree::Freeze freeze;
     freeze.setForm(TreeView1);
     model_->nametree(session_->state().Document.documentElement());
+    if (keepsPlace_)
+        place_->restore();
 }
 
 void mainfrm::setTitleLine(const QString &text)

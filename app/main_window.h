@@ -50,6 +50,7 @@ class QuickTagsHost;
 class RecentDocuments;
 class Recovery;
 class TidyHost;
+class TreePlace;
 class StatusBar;
 class ViewFrame;
 
@@ -96,6 +97,7 @@ private:
     // document::Workspace
     int currentTab() const override;
     void selectTab(int tab) override;
+    void documentGoing() override;
     void rebuildTree() override;
     void documentSaved() override;
     void textGivenUp(const QByteArray &text) override;
@@ -159,6 +161,7 @@ private:
     void fileGone();
     void tabChanged(int tab);
     void chooseMode(int tab);
+    void carryPlace(int to, bool fromText);
     void focusView();
     void openDropped(const QStringList &paths);
 
@@ -178,6 +181,7 @@ private:
     std::unique_ptr<document::Session> session_;
     std::unique_ptr<tree::TreeModel> model_; // of the session's document
     tree::TreeView *TreeView1;
+    std::unique_ptr<TreePlace> place_;
     std::unique_ptr<MarkupClipboard> clipboard_;
     std::unique_ptr<tree::NodeCommands> nodes_;
     std::unique_ptr<NodeEditing> nodeEditing_;
@@ -192,6 +196,7 @@ private:
     std::unique_ptr<RecentDocuments> recent_;
     std::unique_ptr<Recovery> recovery_;
     int tab_ = document::NormalMode; // the one that the last switch led to
+    bool keepsPlace_ = false; // what is parsed now is the same document
     bool fileGone_ = false; // since it was last written
     bool left_ = false;
 };

@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QListWidget>
 #include <QPushButton>
+#include <tuple>
 
 using namespace app_test;
 using namespace Qt::StringLiterals;
@@ -126,6 +127,82 @@ private Q_SLOTS:
         }
     }
 
+    // The caret goes to the selected node, and the node around the caret is selected, with what was open and
+    // in view as before.
+    void placeGoesAlong()
+    {
+        const QByteArray text = "<a>\n  <b><c>x</c></b>\n  <d><e><f/></e>\n\n    </d> <!--g-->\n</a>";
+        TreeWindow window(text);
+        const std::tuple<QList<int>, int, int> nodes[]
+            = {{{1}, 2, 2}, {{0, 0}, 1, 5}, {{0, 0, 0}, 1, 8}, {{2}, 4, 9}, {{1, 0, 0}, 2, 8}, {{}, 0, 0}};
+        for (const auto &[rows, line, column] : nodes) {
+            window.select(rows);
+            window.choose("mnuxmlmode");
+            QCOMPARE(std::pair(window.editor()->caretLine(), window.editor()->caretColumn()),
+                     std::pair(line, column));
+            window.choose("mnunormalmod");
+            QCOMPARE(window.tree->currentIndex(), window.at(rows));
+        }
+        const std::tuple<int, int, QList<int>> carets[] = {
+            {0, 1, {}},   {0, 3, {}},  {1, 0, {0}}, {1, 12, {0, 0}}, {1, 13, {0, 0}}, {1, 14, {0}},
+            {1, 17, {0}}, {3, 0, {1}}, {4, 4, {1}}, {4, 11, {2}},    {4, 17, {2}},    {5, 0, {}},
+        };
+        for (const auto &[line, column, rows] : carets) {
+            window.choose("mnuxmlmode");
+            window.editor()->placeCaret(line, column);
+            window.choose("mnunormalmod");
+            QCOMPARE(window.tree->currentIndex(), window.at(rows));
+            window.choose("mnuxmlmode");
+            QCOMPARE(window.editor()->caretColumn(), column); // it stands in the selected node
+            window.choose("mnunormalmod");
+        }
+    }
+
+    void openRowsStay()
+    {
+        const QByteArray rows = QByteArray("<r><s/></r>\n").repeated(200);
+        TreeWindow window("<a>\n<b><c/></b>\n" + rows + "<d><e><f/></e></d>\n</a>");
+        window.tree->collapseAll();
+        for (const QList<int> &open : {QList<int>{}, {0}, {201}, {201, 0}})
+            window.tree->expand(window.at(open));
+        window.select({150});
+        const int shown = window.tree->shownRows();
+        QCOMPARE(shown, 1 + 202 + 1 + 2);
+        window.choose("mnuxmlmode");
+        window.typeAt(151, 2, " "); // within the selected start tag
+        window.choose("mnunormalmod");
+        QVERIFY(window.xml().contains("<r ><s/></r>"));
+        QCOMPARE(window.tree->shownRows(), shown);
+        QCOMPARE(window.tree->currentIndex(), window.at({150}));
+        QVERIFY(window.tree->viewport()->rect().contains(window.tree->visualRect(window.at({150}))));
+        window.choose("mnuxmlmode");
+        window.typeAt(1, 0, "<new/>"); // what follows it moves on
+        window.choose("mnunormalmod");
+        QCOMPARE(window.tree->shownRows(), shown + 1);
+        QVERIFY(window.tree->isExpanded(window.at({1})) && window.tree->isExpanded(window.at({202, 0})));
+        window.choose("mnumoveup");
+        window.select({202, 0, 0});
+        window.choose("mnuelement"); // an edited tree knows its places too
+        window.choose("mnuxmlmode");
+        QCOMPARE(window.editor()->caretLine(), 202);
+        window.typeAt(202, 0, " ");
+        window.choose("mnunormalmod");
+        QVERIFY(window.tree->isExpanded(window.at({202, 0, 0})));
+    }
+
+    void placeStaysWhenLoadedAgain()
+    {
+        TreeWindow window("<a><b><c/></b><d><e/></d></a>");
+        window.tree->expand(window.at({1}));
+        window.select({1, 0});
+        write(window.path, "<a><b><c/></b><new/><d><e/></d></a>");
+        window.dialogs.answer(dialogs::Answer::Yes);
+        window.choose("mnuSave"); // asks whether to load it again
+        QCOMPARE(window.xml(), contentOf(window.path));
+        QCOMPARE(window.tree->shownRows(), 5);
+        QCOMPARE(window.tree->currentIndex(), window.at({2, 0}));
+    }
+
     // Whoever put something on the clipboard last.
     void pasteTakesTheClipboard()
     {
@@ -150,6 +227,7 @@ private Q_SLOTS:
         window.choose("editcmxsub_4");
         QCOMPARE(clipboard->text(), u"1 &lt; 2"_s);
         window.choose("mnunormalmod");
+        window.select({});
         window.press("Ctrl+V");
         QCOMPARE(window.xml(), QByteArray("<a>1 &lt; 21 &lt; 2</a>"));
         clipboard->setText(u"<b>"_s);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dom/document.h"
+#include "platform/dom/serialiser.h"
 
 #include <QHash>
 
@@ -167,6 +168,22 @@ inline qint64 elementsIn(const Document &document)
             open.push_back(child);
     }
     return elements;
+}
+
+// Every node is found at its place in the text.
+inline bool standsAtItsPlace(const Document &document, const Node &node)
+{
+    const Node &top = *document.documentNode();
+    const QByteArray xml = node.xml();
+    const qsizetype begin = Serialiser::beginOf(node, top);
+    if (begin < 0 || !document.xml().sliced(begin).startsWith(xml))
+        return false;
+    if (!xml.isEmpty() && Serialiser::nodeAt(top, begin) != &node)
+        return false;
+    for (const Node *child = node.firstChild(); child; child = child->nextSibling())
+        if (!standsAtItsPlace(document, *child))
+            return false;
+    return true;
 }
 
 // Empty when all of the document agrees with itself and with the mirror.

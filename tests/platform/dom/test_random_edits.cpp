@@ -38,6 +38,7 @@ private Q_SLOTS:
             const QString fault = faultOf(document, mirror);
             QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("step %1: ").arg(step) + fault));
         }
+        QVERIFY(standsAtItsPlace(document, *document.documentElement()));
         const QByteArray edited = document.xml();
         for (auto changes = done.rbegin(); changes != done.rend(); ++changes)
             document.revert(*changes);
