@@ -19,18 +19,21 @@ namespace app {
 using Direction = tree::NodeCommands::Direction;
 using tree::NodeCommands;
 
-// What an insert command types into the editor, and how far into it the caret goes.
+// What an insert command types into the editor, how far into it the caret goes, and how many characters are
+// selected there, for the next ones typed to replace.
 struct NodeEditing::Skeleton
 {
     dom::NodeKind kind;
     const char *markup;
     int caretSteps;
+    int selected;
 };
 
 namespace {
 
 constexpr int startOfInsertedText = 203; // editor commands
 constexpr int characterRight = 201;
+constexpr int extendRight = 202;
 
 struct Insertion
 {
@@ -114,30 +117,31 @@ void NodeEditing::bindInsertions()
         around_.commands.bind(row.name, [this, row] { insert(row.kind); });
 }
 
-// Comments and their like become markup where the text is shown; elements and texts go into the tree always.
+// Markup where the text is shown, nodes where the tree is; nothing that cannot be seen.
 void NodeEditing::insert(dom::NodeKind kind)
 {
     static constexpr Skeleton skeletons[] = {
-        {dom::NodeKind::CData, "<![CDATA[]]>", 9},
-        {dom::NodeKind::Comment, "<!---->", 4},
+        {dom::NodeKind::Element, "<Element></Element>", 9, 0},
+        {dom::NodeKind::Text, "Text", 0, 4},
+        {dom::NodeKind::CData, "<![CDATA[]]>", 9, 0},
+        {dom::NodeKind::Comment, "<!---->", 4, 0},
         {dom::NodeKind::ProcessingInstruction,
          "<?"
          "?>",
-         2},
+         2, 0},
     };
-    const bool inTree = around_.currentTab() == document::NormalMode;
-    for (const Skeleton &row : skeletons) {
-        if (row.kind == kind && !inTree)
-            return insertMarkup(row);
+    switch (around_.currentTab()) {
+    case document::NormalMode:
+        around_.nodes.insert(kind);
+        break;
+    case document::XmlMode:
+        for (const Skeleton &row : skeletons)
+            if (row.kind == kind)
+                insertMarkup(row);
+        break;
+    default:
+        around_.note(QStringLiteral("Nothing can be inserted into the preview"));
     }
-    const quint64 before = around_.document.revision();
-    around_.nodes.insert(kind);
-    if (around_.document.revision() == before)
-        return;
-    if (around_.currentTab() == document::XmlMode)
-        around_.note(QStringLiteral("Inserted into the tree; going back there takes this text"));
-    else if (!inTree)
-        around_.note(QStringLiteral("Inserted into the tree, not into this preview"));
 }
 
 void NodeEditing::insertMarkup(const Skeleton &skeleton)
@@ -146,6 +150,8 @@ void NodeEditing::insertMarkup(const Skeleton &skeleton)
     around_.editor.execute(startOfInsertedText);
     for (int step = 0; step < skeleton.caretSteps; ++step)
         around_.editor.execute(characterRight);
+    for (int step = 0; step < skeleton.selected; ++step)
+        around_.editor.execute(extendRight);
     around_.editor.giveFocus();
 }
 

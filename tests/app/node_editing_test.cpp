@@ -109,7 +109,9 @@ private Q_SLOTS:
         const std::tuple<const char *, QByteArray, int> rows[]
             = {{"mnucdata", "<a><![CDATA[]]></a>", 12},
                {"mnucomment", "<a><!----></a>", 7},
-               {"mnupi", QByteArray("<a><?") + "?></a>", 5}};
+               {"mnupi", QByteArray("<a><?") + "?></a>", 5},
+               {"mnuelement", "<a><Element></Element></a>", 12},
+               {"mnutext", "<a>Text</a>", 7}};
         for (const auto &[command, text, caret] : rows) {
             TreeWindow window("<a>abc</a>");
             window.choose("mnuxmlmode");
@@ -120,10 +122,9 @@ private Q_SLOTS:
             QCOMPARE(window.editor()->text(), text);
             QCOMPARE(window.editor()->caretColumn(), caret);
             QCOMPARE(window.xml(), QByteArray("<a>abc</a>"));
-            window.choose("mnuelement"); // acts on the tree even here
-            QCOMPARE(window.xml(), QByteArray("<a>abc<Element/></a>"));
-            QVERIFY(!window.note().isEmpty());
-            QCOMPARE(window.editor()->text(), text);
+            QCOMPARE(window.editor()->selectedText(), QByteArray(text.contains("Text") ? "Text" : ""));
+            window.choose("editcmxsub_0");
+            QCOMPARE(window.editor()->text(), QByteArray("<a>abc</a>"));
         }
     }
 
