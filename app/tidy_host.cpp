@@ -36,6 +36,7 @@ TidyHost::TidyHost(const Around &around)
           = [this](const QStringList &files) { allowedFiles_.insert(around_.currentPath(), files); },
           .showMessages
           = [this](const std::vector<tidy::Message> &messages) { takeTransformMessages(messages); },
+          .choices = &choices_,
       },
       cmdcanceltidy(new QToolButton(&around_.window)), cmdtidyresult(new QToolButton(&around_.window)),
       dock_(new QDockWidget(tidy::messagesTitle(), &around_.window)), panel_(new tidy::MessagesPanel(dock_))

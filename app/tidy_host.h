@@ -72,6 +72,7 @@ private:
 
     Around around_;
     tidy::TidyRun run_;
+    tidy::ConvertChoices choices_; // of the last conversion in this window
     tidy::ConvertServices services_;
     QToolButton *cmdcanceltidy; // in the status bar, while a run is on
     QToolButton *cmdtidyresult; // likewise, while an output is offered

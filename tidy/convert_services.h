@@ -1,6 +1,7 @@
 // What the Convert and Tidy dialog needs of the window that owns it.
 #pragma once
 
+#include "tidy/convert_proposal.h"
 #include "tidy/tidy_messages.h"
 
 #include <QByteArray>
@@ -33,6 +34,8 @@ struct ConvertServices
 
     // What a transformation said. A place that is not in the current text is part of the message's text.
     std::function<void(const std::vector<Message> &)> showMessages;
+
+    ConvertChoices *choices = nullptr; // kept from one opening to the next; outlives the dialog
 };
 
 } // namespace tidy

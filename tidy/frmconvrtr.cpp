@@ -3,6 +3,7 @@
 #include "platform/dialogs/dialogs.h"
 #include "platform/files/file_helpers.h"
 #include "tidy/config_files.h"
+#include "tidy/convert_proposal.h"
 #include "tidy/convert_questions.h"
 
 #include <QButtonGroup>
@@ -10,6 +11,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -64,6 +66,17 @@ QLabel *captionFor(QWidget *control, const QString &caption, QWidget *parent)
     return label;
 }
 
+QPlainTextEdit *parametersField(QWidget &parent)
+{
+    auto *field = named(QStringLiteral("txtparameters"), new QPlainTextEdit(&parent));
+    field->setAccessibleName(QStringLiteral("Parameters of the style sheet"));
+    field->setPlaceholderText(QStringLiteral("name=value, one a line"));
+    field->setTabChangesFocus(true);
+    field->setLineWrapMode(QPlainTextEdit::NoWrap);
+    field->setFixedHeight(3 * parent.fontMetrics().lineSpacing() + 12);
+    return field;
+}
+
 // How far the caption of an option button stands in.
 int radioIndent(const QWidget &widget)
 {
@@ -76,7 +89,8 @@ int radioIndent(const QWidget &widget)
 
 frmconvrtr::frmconvrtr(const ConvertServices &services, QWidget *parent)
     : QDialog(parent), services_(services),
-      process_(files::joinPath(services.programFolder, QStringLiteral("\\tdyex\\transformer.exe")))
+      process_(files::joinPath(services.programFolder, QStringLiteral("\\tdyex\\transformer.exe"))),
+      offered_(kindOfText(services.currentText()))
 {
     setObjectName(QStringLiteral("frmconvrtr"));
     setWindowTitle(QStringLiteral("Convert and Tidy"));
@@ -84,10 +98,37 @@ frmconvrtr::frmconvrtr(const ConvertServices &services, QWidget *parent)
     makeControls();
     layOut();
     connectControls();
-    optjob[0]->setChecked(true);
-    optxml[0]->setChecked(true);
+    preselect();
     enableControls();
-    optjob[0]->setFocus();
+    optjob[optjob[1]->isChecked() ? 1 : 0]->setFocus();
+}
+
+// What was chosen last, where it fits the text; else what the text itself is.
+void frmconvrtr::preselect()
+{
+    const ConvertChoices last = services_.choices ? *services_.choices : ConvertChoices();
+    const bool alike = last.made && last.offered == offered_;
+    cmbinput->setCurrentIndex(int(alike ? last.input : offered_));
+    cmboutput->setCurrentIndex(alike ? int(last.output) : int(offered_));
+    optjob[last.transforms ? 1 : 0]->setChecked(true);
+    optxml[last.xmlIsCurrent ? 0 : 1]->setChecked(true);
+    const QString named = namedStyleSheet(services_.currentText(), services_.currentPath());
+    txtfile[0]->setText(last.files[0]);
+    txtfile[1]->setText(named.isEmpty() ? last.files[1] : named);
+    txtparameters->setPlainText(last.parameters);
+}
+
+void frmconvrtr::keepChoices()
+{
+    if (services_.choices)
+        *services_.choices = {true,
+                              optjob[1]->isChecked(),
+                              optxml[0]->isChecked(),
+                              offered_,
+                              InputKind(cmbinput->currentIndex()),
+                              OutputKind(cmboutput->currentIndex()),
+                              {txtfile[0]->text(), txtfile[1]->text()},
+                              txtparameters->toPlainText()};
 }
 
 void frmconvrtr::makeControls()
@@ -113,6 +154,7 @@ void frmconvrtr::makeControls()
         cmdbrowse[index]->setFixedWidth(cmdbrowse[index]->sizeHint().height() * 3 / 2);
         cmdbrowse[index]->setToolTip(cmdbrowse[index]->accessibleName());
     }
+    txtparameters = parametersField(*this);
     lblxsl = named(QStringLiteral("lblxsl"), new QLabel(this));
     lblxsl->setContentsMargins(radioIndent(*this), 0, 0, 0);
     lblfailure = named(QStringLiteral("lblfailure"), new QLabel(this));
@@ -177,6 +219,8 @@ QWidget *frmconvrtr::secondJob()
     grid->addWidget(lblxsl, 2, 1);
     grid->addWidget(txtfile[1], 2, 2);
     grid->addWidget(cmdbrowse[1], 2, 3);
+    grid->addWidget(captionFor(txtparameters, QStringLiteral("Parameters:"), job), 3, 0, 1, 2, Qt::AlignTop);
+    grid->addWidget(txtparameters, 3, 2);
     auto *source = new QButtonGroup(job);
     source->addButton(optxml[0]);
     source->addButton(optxml[1]);
@@ -194,6 +238,7 @@ void frmconvrtr::connectControls()
         connect(cmdbrowse[index], &QPushButton::clicked, this, [this, index] { cmdbrowse_Click(index); });
         connect(txtfile[index], &QLineEdit::textChanged, this, [this] { fail({}); });
     }
+    connect(txtparameters, &QPlainTextEdit::textChanged, this, [this] { fail({}); });
     connect(OKButton, &QPushButton::clicked, this, &frmconvrtr::accept);
     connect(CancelButton, &QPushButton::clicked, this, &frmconvrtr::reject);
     connect(&process_, &TransformProcess::finished, this, &frmconvrtr::transformed);
@@ -237,6 +282,7 @@ void frmconvrtr::rnfrst()
                                                 OutputKind(cmboutput->currentIndex()));
     if (!written)
         return fail(written.reason());
+    keepChoices();
     services_.runTidy(services_.currentText());
     QDialog::accept();
 }
@@ -247,10 +293,15 @@ void frmconvrtr::startTransformation()
     const int side = role_ == CurrentTextIs::Xml ? 1 : 0;
     if (refuseMissingFile(side))
         return;
+    auto parameters = sheetParameters(txtparameters->toPlainText());
+    if (!parameters)
+        return fail(parameters.reason());
     auto job = jobWithFile(role_, {services_.currentText(), services_.currentPath()}, txtfile[side]->text());
     if (!job)
         return fail(job.reason());
+    keepChoices();
     job_ = std::move(*job);
+    job_.parameters = std::move(*parameters);
     job_.licence.files = services_.allowedFiles();
     process_.start(job_);
     setAtWork(true);

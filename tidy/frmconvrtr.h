@@ -11,6 +11,7 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 class QRadioButton;
@@ -39,6 +40,8 @@ private:
     QWidget *fileRow(int index);
     void connectControls();
     void enableControls();
+    void preselect();
+    void keepChoices();
     void rnfrst();
     void startTransformation();
     void setAtWork(bool atWork);
@@ -56,12 +59,14 @@ private:
     QComboBox *cmboutput;
     QLineEdit *txtfile[2]; // the XML file, the XSL file
     QPushButton *cmdbrowse[2];
+    QPlainTextEdit *txtparameters;
     QLabel *lblxsl;
     QLabel *lblfailure;
     QProgressBar *prgwork;
     QPushButton *OKButton;
     QPushButton *CancelButton;
     TransformProcess process_;
+    const InputKind offered_; // what the text was taken for
     TransformJob job_; // the last one that was started
     CurrentTextIs role_ = CurrentTextIs::Xml; // in it
 };

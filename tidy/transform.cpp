@@ -12,7 +12,9 @@
 
 #include <libxslt/security.h>
 #include <libxslt/transform.h>
+#include <libxslt/variables.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -143,6 +145,15 @@ platform::Failure failed(const MessageCollector &collector, const QString &other
     return {error.isEmpty() ? otherwise : otherwise + QStringLiteral(" ") + error};
 }
 
+bool setParameters(xsltTransformContext &context, const SheetParameters &parameters)
+{
+    const auto text
+        = [](const QByteArray &bytes) { return reinterpret_cast<const xmlChar *>(bytes.constData()); };
+    return std::all_of(parameters.begin(), parameters.end(), [&](const auto &parameter) {
+        return xsltQuoteOneUserParam(&context, text(parameter.first), text(parameter.second)) == 0;
+    });
+}
+
 platform::Result<QByteArray> apply(xsltStylesheet &sheet, xmlDoc &document, const Work &work)
 {
     const Security security = noWriting();
@@ -151,6 +162,8 @@ platform::Result<QByteArray> apply(xsltStylesheet &sheet, xmlDoc &document, cons
         return platform::Failure{QStringLiteral("The transformation could not be started.")};
     bound(*context, work.job.bounds);
     registerDocumentFunction(*context);
+    if (!setParameters(*context, work.job.parameters))
+        return platform::Failure{QStringLiteral("The parameters cannot be set.")};
     work.collector.follow(context.get());
     TransformBudget *budget = TransformBudget::current();
     budget->whenSpent(stop, context.get());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/result.h"
+#include "tidy/sheet_parameters.h"
 #include "tidy/tidy_messages.h"
 
 #include <QByteArray>
@@ -52,6 +53,7 @@ struct TransformJob
     TransformInput styleSheet;
     TransformLicence licence;
     TransformBounds bounds;
+    SheetParameters parameters = {}; // taken as texts, never as expressions
 };
 
 // Which text a message's line counts in.

@@ -68,7 +68,8 @@ QByteArray block(const Parts &...parts)
 
 QByteArray jobBlock(const TransformJob &job)
 {
-    return block(job.document, job.styleSheet, job.licence.files, job.licence.newerSheets, job.bounds);
+    return block(job.document, job.styleSheet, job.licence.files, job.licence.newerSheets, job.bounds,
+                 job.parameters);
 }
 
 QByteArray messageBlock(const TransformMessage &message)
@@ -94,7 +95,8 @@ std::optional<TransformJob> jobIn(const QByteArray &block)
 {
     TransformJob job;
     QDataStream stream(block);
-    stream >> job.document >> job.styleSheet >> job.licence.files >> job.licence.newerSheets >> job.bounds;
+    stream >> job.document >> job.styleSheet >> job.licence.files >> job.licence.newerSheets >> job.bounds
+        >> job.parameters;
     return stream.status() == QDataStream::Ok ? std::optional(job) : std::nullopt;
 }
 

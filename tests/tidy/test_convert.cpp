@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -35,6 +36,7 @@ struct Desk
     QString resultOf;
     QStringList allowed;
     std::vector<Message> messages;
+    ConvertChoices choices;
     ConvertServices services{folder.path(),
                              dialogs,
                              [this] { return text; },
@@ -46,7 +48,8 @@ struct Desk
                              },
                              [this] { return allowed; },
                              [this](const QStringList &files) { allowed = files; },
-                             [this](const std::vector<Message> &said) { messages = said; }};
+                             [this](const std::vector<Message> &said) { messages = said; },
+                             &choices};
     QWidget owner;
     frmconvrtr dialog{services, &owner};
 
@@ -103,6 +106,81 @@ class ConvertTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void textsAreKnown()
+    {
+        const QTemporaryDir folder;
+        QFile named(folder.filePath(q("a b.xsl")));
+        QVERIFY(named.open(QIODevice::WriteOnly));
+        const std::tuple<const char *, InputKind, bool> rows[] = {
+            {"", InputKind::Xml, false},
+            {"<r>x</r>", InputKind::Xml, false},
+            {"<!-- <html> --><r/>", InputKind::Xml, false},
+            {"<r><html/></r>", InputKind::Xml, false},
+            {"\n<!DOCTYPE HTML PUBLIC '-//W3C//DTD HTML 4.01//EN'><p>x", InputKind::Html, false},
+            {"<!doctype html>\n<!-- x --><html><br>", InputKind::Html, false},
+            {"<HTML lang=en><body>", InputKind::Html, false},
+            {"<?xml version='1.0'?><html/>", InputKind::Xml, false},
+            {"<?xml version='1.0'?><html xmlns='http://www.w3.org/1999/xhtml'/>", InputKind::Xhtml, false},
+            {"<!DOCTYPE html PUBLIC '-//W3C//DTD XHTML 1.0 Strict//EN' 'x'><html>", InputKind::Xhtml, false},
+            {"<?xml-stylesheet type='text/xsl' href='a%20b.xsl'?><r/>", InputKind::Xml, true},
+            {"<?xml-stylesheet href='a.css' type='text/css'?><?xml-stylesheet\n href=\"a b.xsl\" "
+             "type='application/xslt+xml'?><r/>",
+             InputKind::Xml, true},
+            {"<?xml-stylesheet type='text/css' href='a%20b.xsl'?><r/>", InputKind::Xml, false},
+            {"<?xml-stylesheet type='text/xsl' href='none.xsl'?><r/>", InputKind::Xml, false},
+            {"<?xml-stylesheet type='text/xsl' href='http://a.invalid/a%20b.xsl'?><r/>", InputKind::Xml,
+             false},
+            {"<r><?xml-stylesheet type='text/xsl' href='a%20b.xsl'?></r>", InputKind::Xml, false},
+        };
+        for (const auto &[text, kind, hasSheet] : rows) {
+            QVERIFY2(kindOfText(text) == kind, text);
+            QCOMPARE(namedStyleSheet(text, folder.filePath(q("d.xml"))),
+                     hasSheet ? named.fileName() : QString());
+        }
+    }
+
+    // The last choice comes again for a text of the same kind, and what the text is for others.
+    void choicesAreKept()
+    {
+        Desk desk;
+        desk.find<QComboBox>("cmboutput")->setCurrentIndex(2);
+        desk.convert();
+        const std::tuple<const char *, int, int> rows[]
+            = {{"<a/>", 0, 2}, {"<html>", 1, 1}, {"<html xmlns='http://www.w3.org/1999/xhtml'>", 2, 2}};
+        for (const auto &[text, input, output] : rows) {
+            desk.text = text;
+            const frmconvrtr again(desk.services, &desk.owner);
+            QCOMPARE(again.findChild<QComboBox *>(q("cmbinput"))->currentIndex(), input);
+            QCOMPARE(again.findChild<QComboBox *>(q("cmboutput"))->currentIndex(), output);
+        }
+    }
+
+    void parameters()
+    {
+        const QByteArray taking
+            = "<xsl:stylesheet version='1.0' "
+              "xmlns:xsl='http://www.w3.org/1999/XSL/Transform' xmlns:n='u=v' exclude-result-prefixes='n'>"
+              "<xsl:param name='a'/><xsl:param name='n:b' select='\"usual\"'/>"
+              "<xsl:template match='/'><p><xsl:value-of select='$a'/>|"
+              "<xsl:value-of select='$n:b'/></p></xsl:template></xsl:stylesheet>";
+        const std::tuple<const char *, const char *, bool> rows[] = {
+            {"", "<p>|usual</p>", true},
+            {" a =1=2\n\n", "<p>1=2|usual</p>", true},
+            {"a=//r\n{u=v}b=it's \"x\"", "<p>//r|it's \"x\"</p>", true},
+            {"a", "is no parameter", false},
+            {"=x", "is no parameter", false},
+        };
+        for (const auto &[typed, made, works] : rows) {
+            Desk desk;
+            desk.transformBy(taking);
+            desk.find<QPlainTextEdit>("txtparameters")->setPlainText(q(typed));
+            desk.convert();
+            QCOMPARE(desk.runs.size(), works ? 1 : 0);
+            const QString said = works ? QString::fromUtf8(desk.runs.first()) : desk.failure();
+            QVERIFY2(said.contains(q(made)), qPrintable(said));
+        }
+    }
+
     void currentCode()
     {
         const char *inputs[] = {"yes", "no", "no"};
@@ -175,7 +253,8 @@ private Q_SLOTS:
                 desk.convert();
                 const bool granted = answer == dialogs::Answer::Yes;
                 QCOMPARE(desk.dialogs.messages().size(), 1);
-                QVERIFY(desk.dialogs.messages().first().text.contains(named));
+                const QString asked = desk.dialogs.messages().first().text;
+                QVERIFY2(asked.contains(named), qPrintable(asked));
                 QVERIFY(desk.dialogs.messages().first().buttons == dialogs::Buttons::NoYes);
                 QCOMPARE(desk.runs, granted ? QList<QByteArray>({result}) : QList<QByteArray>());
                 QCOMPARE(desk.failure().contains(named), !granted);
