@@ -1,10 +1,10 @@
 #include "editor/assign_page.h"
 
 #include "editor/header_lines.h"
+#include "platform/dialogs/fixed_font.h"
 #include "platform/dialogs/theme_icon.h"
 
 #include <QClipboard>
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -106,7 +106,7 @@ void AssignPage::addHeaderLine(QGroupBox &frame, int index, const HeaderLineRow 
     const QString line = headerLine(row, location);
     const QString kind = QLatin1String(row.kind);
     QLineEdit *text = field(QStringLiteral("Text3_%1").arg(index), kind + QStringLiteral(" line"));
-    text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text->setFont(dialogs::fixedFont(*this));
     text->setLayoutDirection(Qt::LeftToRight); // as all code
     fill(*text, line);
     auto *caption = new QLabel(QLatin1String(row.caption), &frame);

@@ -10,7 +10,9 @@
 #include "platform/browser/web_browser.h"
 #include "platform/control/code_editor.h"
 #include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/page_view.h"
 #include "platform/dialogs/theme_icon.h"
+#include "platform/dialogs/window_size.h"
 #include "platform/files/file_helpers.h"
 #include "platform/files/text_file.h"
 
@@ -88,7 +90,7 @@ frmprview::frmprview(AssignedSource source, QWidget *parent)
     makePages();
     source_.dress(*CodeMax1);
     handler().detours().setOriginal(file_.path(), {});
-    resize(fontMetrics().averageCharWidth() * usualColumns, fontMetrics().lineSpacing() * usualLines);
+    resize(dialogs::sizeInCharacters(*this, usualColumns, usualLines));
     assignPage_->setFocus();
 }
 
@@ -100,7 +102,7 @@ frmprview::~frmprview()
 
 void frmprview::makePages()
 {
-    SSTab1->addTab(assignPage_, QStringLiteral("&Assign"));
+    SSTab1->addTab(new dialogs::PageView(assignPage_), QStringLiteral("&Assign"));
     SSTab1->addTab(editorPage(), QStringLiteral("Assigned &file"));
     SSTab1->addTab(previewPage(), QStringLiteral("&Preview"));
     SSTab1->tabBar()->setAccessibleName(windowTitle());

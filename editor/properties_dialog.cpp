@@ -6,46 +6,17 @@
 #include "editor/language_page.h"
 #include "editor/options_page.h"
 #include "platform/control/code_editor.h"
+#include "platform/dialogs/page_view.h"
+#include "platform/dialogs/window_size.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
-#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 
 namespace editor {
-
-namespace {
-
-// A page as large as it wants to be, or in a smaller window what there is room for.
-class PageView : public QScrollArea
-{
-public:
-    explicit PageView(QWidget *page)
-    {
-        setWidgetResizable(true);
-        setFrameShape(QFrame::NoFrame);
-        setFocusPolicy(Qt::NoFocus);
-        setWidget(page);
-        // The ground of the tabs shows through.
-        viewport()->setAutoFillBackground(false);
-        page->setAutoFillBackground(false);
-    }
-
-    QSize sizeHint() const override { return widget()->sizeHint(); }
-    QSize minimumSizeHint() const override
-    {
-        constexpr int fewestColumns = 30;
-        constexpr int fewestLines = 6;
-        return widget()->minimumSizeHint().boundedTo(
-            {fontMetrics().averageCharWidth() * fewestColumns, fontMetrics().lineSpacing() * fewestLines});
-    }
-};
-
-} // namespace
 
 PropertiesDialog::PropertiesDialog(control::CodeEditor &editor, QWidget *parent)
     : QDialog(parent), editor_(editor), draft_(draftOf(editor)), pages_(new QTabWidget(this)),
@@ -82,7 +53,7 @@ QPushButton *PropertiesDialog::button(const char *name, const QString &caption)
 void PropertiesDialog::addPage(PropertiesPage *page, const char *name, const QString &caption)
 {
     page->setObjectName(QString::fromLatin1(name));
-    pages_->addTab(new PageView(page), caption);
+    pages_->addTab(new dialogs::PageView(page), caption);
     connect(page, &PropertiesPage::changed, this, &PropertiesDialog::showState);
 }
 
@@ -106,9 +77,7 @@ QSize PropertiesDialog::usualSize() const
     for (const PropertiesPage *page : pages_->findChildren<PropertiesPage *>())
         tallest = std::max(tallest, page->sizeHint().height());
     const int missing = tallest - currentPage()->sizeHint().height();
-    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    return (sizeHint() + QSize(0, std::max(0, missing)))
-        .boundedTo(screen()->availableSize() - QSize(title, 2 * title));
+    return dialogs::withinScreen(*this, sizeHint() + QSize(0, std::max(0, missing)));
 }
 
 PropertiesPage *PropertiesDialog::currentPage() const

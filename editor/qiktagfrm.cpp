@@ -2,12 +2,13 @@
 
 #include "editor/quick_tag_target.h"
 #include "editor/quick_tags.h"
+#include "platform/dialogs/fixed_font.h"
 #include "platform/dialogs/theme_icon.h"
+#include "platform/dialogs/window_size.h"
 
 #include <QAction>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -29,7 +30,8 @@ enum Tab
 };
 
 constexpr int entryRole = Qt::UserRole; // the entry's index in the catalogue
-constexpr QSize usualSize(600, 520); // pixels
+constexpr int usualColumns = 64;
+constexpr int usualLines = 27;
 constexpr int rowSpacing = 1; // pixels
 constexpr int ownerMargin = 24; // pixels between this dialog and its owner's right edge
 
@@ -77,7 +79,7 @@ qiktagfrm::qiktagfrm(QuickTagTarget &target, QWidget *parent)
     layOut();
     connectControls();
     fill();
-    resize(usualSize);
+    resize(dialogs::sizeInCharacters(*this, usualColumns, usualLines));
     txtSearch->setFocus();
 }
 
@@ -85,7 +87,7 @@ void qiktagfrm::layOut()
 {
     txtSearch->setClearButtonEnabled(true);
     txtSearch->addAction(dialogs::themeIcon(QStringLiteral("edit-find")), QLineEdit::LeadingPosition);
-    List1->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    List1->setFont(dialogs::fixedFont(*this));
     List1->setLayoutDirection(Qt::LeftToRight); // as all code
     List1->setSpacing(rowSpacing);
     List1->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);

@@ -1,6 +1,7 @@
 #include "tidy/frmconvrtr.h"
 
 #include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/window_size.h"
 #include "platform/files/file_helpers.h"
 #include "tidy/config_files.h"
 #include "tidy/convert_proposal.h"
@@ -22,7 +23,7 @@ namespace tidy {
 
 namespace {
 
-constexpr int usualWidth = 560; // pixels
+constexpr int usualColumns = 64;
 
 // What the two files differ in.
 struct FileSide
@@ -187,7 +188,7 @@ void frmconvrtr::layOut()
     buttons->addWidget(CancelButton);
     lblfailure->hide();
     prgwork->hide();
-    resize(usualWidth, sizeHint().height());
+    resize(dialogs::sizeInCharacters(*this, usualColumns, 0).width(), sizeHint().height());
 }
 
 // A job's controls stand under its button, indented by the button's own circle.
@@ -377,7 +378,7 @@ void frmconvrtr::fail(const QString &reason)
     if (reason.isEmpty() || !isVisible())
         return;
     layout()->activate(); // makes room for the line, and no more
-    resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
+    resize(dialogs::withinScreen(*this, {width(), qMax(height(), layout()->totalHeightForWidth(width()))}));
 }
 
 } // namespace tidy

@@ -11,7 +11,7 @@ namespace tidy {
 namespace {
 
 constexpr int keyRole = Qt::UserRole;
-constexpr int nameWidth = 260; // pixels
+constexpr int nameColumns = 30; // characters
 
 enum Column
 {
@@ -51,7 +51,7 @@ OptionsList::OptionsList(const TabRange &range, const OptionValues &values, QWid
         auto *row = new QTreeWidgetItem(this, {optionCatalogue()[size_t(index)].nameText()});
         row->setData(NameColumn, keyRole, itemKey(index));
     }
-    header()->resizeSection(NameColumn, nameWidth);
+    header()->resizeSection(NameColumn, fontMetrics().averageCharWidth() * nameColumns);
     refresh();
     connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem *row) {
         if (row)

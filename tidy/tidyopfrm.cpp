@@ -1,5 +1,6 @@
 #include "tidy/tidyopfrm.h"
 
+#include "platform/dialogs/window_size.h"
 #include "tidy/option_catalogue.h"
 #include "tidy/options_editor.h"
 #include "tidy/options_list.h"
@@ -20,9 +21,11 @@ namespace tidy {
 
 namespace {
 
-constexpr QSize usualSize(720, 560); // pixels
+constexpr int usualColumns = 80;
+constexpr int usualLines = 29;
 constexpr int searchGap = 7; // pixels: 100 twips
 constexpr int descriptionLines = 6;
+constexpr int fewestDescriptionLines = 2; // where the screen has no room for more
 
 constexpr OptionTab tabOrder[] = {OptionTab::Markup,   OptionTab::Layout,        OptionTab::Encoding,
                                   OptionTab::Warnings, OptionTab::Miscellaneous, OptionTab::Other};
@@ -65,7 +68,9 @@ tidyopfrm::tidyopfrm(const QString &programFolder, dialogs::Dialogs &dialogs, QW
     txtdescription->setAccessibleName(QStringLiteral("Description"));
     txtdescription->setReadOnly(true);
     txtdescription->setTabChangesFocus(true);
-    txtdescription->setFixedHeight(descriptionLines * fontMetrics().lineSpacing() + 12);
+    const auto heightOf = [this](int lines) { return lines * fontMetrics().lineSpacing() + 12; };
+    txtdescription->setMinimumHeight(heightOf(fewestDescriptionLines));
+    txtdescription->setMaximumHeight(heightOf(descriptionLines));
     chksearch->setObjectName(QStringLiteral("chksearch"));
     lblfailure->setObjectName(QStringLiteral("lblfailure"));
     lblfailure->setWordWrap(true);
@@ -111,7 +116,7 @@ void tidyopfrm::layOut()
     buttons->addWidget(CancelButton);
     search_->hide();
     lblfailure->hide();
-    resize(usualSize);
+    resize(dialogs::sizeInCharacters(*this, usualColumns, usualLines));
 }
 
 void tidyopfrm::connectControls()
@@ -198,7 +203,7 @@ void tidyopfrm::showSearch(bool shown)
     search_->setVisible(shown);
     const int room = shown ? search_->sizeHint().height() + searchGap : 0;
     layout()->activate();
-    resize(width(), openedHeight_ + room);
+    resize(dialogs::withinScreen(*this, {width(), openedHeight_ + room}));
     if (shown)
         search_->start();
 }

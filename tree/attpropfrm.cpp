@@ -1,6 +1,7 @@
 #include "tree/attpropfrm.h"
 
 #include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/window_size.h"
 #include "tree/attribute_list.h"
 #include "tree/properties.h"
 #include "tree/properties_fault.h"
@@ -20,7 +21,7 @@ namespace tree {
 
 namespace {
 
-constexpr int usualWidth = 440; // pixels
+constexpr int usualColumns = 50;
 
 QLineEdit *makeField(const QString &name, const QString &accessibleName, QWidget *parent)
 {
@@ -97,7 +98,7 @@ void attpropfrm::layOut()
     buttons->addStretch();
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdcancel);
-    resize(usualWidth, sizeHint().height());
+    resize(dialogs::sizeInCharacters(*this, usualColumns, 0).width(), sizeHint().height());
 }
 
 void attpropfrm::openToAdd()

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <memory>
 
 namespace tree {
@@ -206,13 +207,16 @@ QItemSelectionModel::SelectionFlags AttributeList::selectionCommand(const QModel
     return mayDeselect ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows : command;
 }
 
-// Names get two fifths, until somebody wants it otherwise; the columns keep their shares.
+// Names get two fifths and room for their caption, until somebody wants it otherwise; the columns keep their
+// shares.
 void AttributeList::resizeEvent(QResizeEvent *event)
 {
     QTreeWidget::resizeEvent(event);
     const int before = event->oldSize().width();
-    const int names = before > 0 ? header()->sectionSize(NameColumn) : 2;
-    header()->resizeSection(NameColumn, event->size().width() * names / (before > 0 ? before : 5));
+    const int width = event->size().width();
+    header()->resizeSection(NameColumn,
+                            before > 0 ? width * header()->sectionSize(NameColumn) / before
+                                       : std::max(header()->sectionSizeHint(NameColumn), width * 2 / 5));
 }
 
 } // namespace tree

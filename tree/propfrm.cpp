@@ -1,6 +1,7 @@
 #include "tree/propfrm.h"
 
 #include "platform/control/code_editor.h"
+#include "platform/dialogs/window_size.h"
 #include "tree/attpropfrm.h"
 #include "tree/attribute_list.h"
 #include "tree/label.h"
@@ -21,7 +22,8 @@ namespace tree {
 
 namespace {
 
-constexpr QSize usualSize(560, 420); // pixels
+constexpr int usualColumns = 64;
+constexpr int usualLines = 22;
 
 int imageAt(const QModelIndex &node) { return node.data(TreeModel::ImageRole).toInt(); }
 
@@ -65,7 +67,7 @@ Propfrm::Propfrm(PropertyServices &services, dom::Document &document, TreeModel 
         openAttributes();
     status_->setObjectName(QStringLiteral("StatusBar1"));
     layout->addWidget(status_);
-    resize(usualSize);
+    resize(dialogs::sizeInCharacters(*this, usualColumns, usualLines));
 }
 
 void Propfrm::addButtons()
