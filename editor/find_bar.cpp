@@ -68,6 +68,7 @@ FindBar::FindBar(control::CodeEditor &editor, FindMemory &memory, QWidget *paren
 
 void FindBar::connectControls()
 {
+    editor_.installEventFilter(this);
     for (QComboBox *field : {cboFind, cboReplace}) {
         field->installEventFilter(this);
         field->lineEdit()->installEventFilter(this);
@@ -364,8 +365,27 @@ int FindBar::serviceOf(const QKeyEvent &event) const
     return std::find(std::begin(services), std::end(services), command) == std::end(services) ? 0 : command;
 }
 
+// Escape in the text leaves what is open there first: the list of names, several carets.
+bool FindBar::closesFromText(const QEvent &event) const
+{
+    using S = QsciScintillaBase;
+    return event.type() == QEvent::KeyPress && isVisible()
+        && static_cast<const QKeyEvent &>(event).keyCombination() == QKeyCombination(Qt::Key_Escape)
+        && editor_.send(S::SCI_AUTOCACTIVE) == 0 && editor_.send(S::SCI_GETSELECTIONS) == 1
+        && editor_.repeatCount() == 1;
+}
+
 bool FindBar::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == &editor_) {
+        if (!closesFromText(*event))
+            return false;
+        if (replaceAll_.isRunning())
+            replaceAll_.cancel();
+        else
+            close();
+        return true;
+    }
     if (event->type() == QEvent::ShortcutOverride && serviceOf(*static_cast<QKeyEvent *>(event)) != 0) {
         event->accept();
         return true;

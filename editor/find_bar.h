@@ -71,6 +71,7 @@ private:
     void tell(const QString &sentence, bool refused = false);
     void tell(Finding finding);
     void showCount();
+    bool closesFromText(const QEvent &event) const;
     bool keyInField(const QKeyEvent &event, bool inReplacement);
     int serviceOf(const QKeyEvent &event) const;
 

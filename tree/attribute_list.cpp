@@ -50,9 +50,7 @@ void modifySelected(AttributeList &list)
 }
 
 const Key keys[] = {
-    {Qt::Key_Return, modifySelected},
-    {Qt::KeypadModifier | Qt::Key_Enter, modifySelected},
-    {Qt::Key_Enter, modifySelected},
+    {Qt::Key_F2, modifySelected},
     {Qt::Key_Insert, [](AttributeList &list) { Q_EMIT list.addRequested(); }},
     {Qt::Key_Delete, [](AttributeList &list) { list.remove(); }},
     {Qt::ControlModifier | Qt::Key_Up, [](AttributeList &list) { list.moveUp(); }},

@@ -5,6 +5,7 @@
 #include "tree/attpropfrm.h"
 #include "tree/attribute_list.h"
 #include "tree/label.h"
+#include "tree/properties_box.h"
 #include "tree/properties_fault.h"
 #include "tree/properties_pages.h"
 #include "tree/tree_model.h"
@@ -17,6 +18,7 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace tree {
 
@@ -117,6 +119,17 @@ Propfrm *Propfrm::around(QWidget *inside)
     return qobject_cast<Propfrm *>(inside);
 }
 
+// What a node was inserted with is there to be replaced.
+void Propfrm::selectPlaceholder()
+{
+    static constexpr QLatin1StringView placeholders[]
+        = {QLatin1StringView("Text"), QLatin1StringView("Data"), QLatin1StringView("Comment")};
+    control::CodeEditor *box = page_->dataBox();
+    if (box && !page_->nameField()
+        && std::count(std::begin(placeholders), std::end(placeholders), dataOf(*box)))
+        box->send(QsciScintillaBase::SCI_SELECTALL);
+}
+
 // Once, at the first activation; a window that nobody activates shows its node too.
 void Propfrm::lodinfo()
 {
@@ -129,6 +142,7 @@ void Propfrm::lodinfo()
         page_->nameField()->setFocus();
     } else {
         page_->contentField()->setFocus();
+        selectPlaceholder();
     }
 }
 

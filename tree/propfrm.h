@@ -68,6 +68,7 @@ private:
     void addKeys();
     void openAttributes();
     void lodinfo();
+    void selectPlaceholder();
     void cmdsynbols_Click();
     platform::Result<void> apply(dom::Node *node, const NodeProperties &properties);
     void refuse(QWidget *field, const QString &reason);

@@ -187,6 +187,14 @@ void NameOffer::follow(CodeEditor &editor, bool mayOpen)
     const long caret = editor.send(S::SCI_GETCURRENTPOS);
     if (isOpen(editor) && caret > offer_.start) {
         offer_.words = beginningWith(offer_.words, written(editor, offer_.start));
+    } else if (!mayOpen && shownAt_ >= 0 && caret > shownAt_) {
+        // What was deleted may have been the mistake for which the list went away.
+        const long start = shownAt_;
+        offer_ = fitting(editor);
+        if (offer_.start != start) {
+            offer_.words.clear();
+            shownAt_ = -1;
+        }
     } else if (mayOpen) {
         // Whether the letter is the first of its word is seen before anything is read.
         const long first = editor.send(S::SCI_POSITIONBEFORE, ulong(caret));
@@ -209,6 +217,7 @@ bool NameOffer::list(CodeEditor &editor, bool withExactOnly)
     const QByteArray begun = written(editor, offer_.start);
     if (!withExactOnly && offer_.words.size() == 1 && offer_.words.first() == begun)
         return false;
+    shownAt_ = offer_.start;
     // Shown anew with fewer words, the list keeps the engine from choosing among those that fit no longer.
     editor.send(S::SCI_AUTOCSETSEPARATOR, '\n');
     editor.send(S::SCI_AUTOCSETTYPESEPARATOR, '\1');

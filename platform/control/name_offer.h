@@ -27,8 +27,10 @@ public:
     // Shows the list when something fits; false when nothing does, or the editor is not in sight.
     bool show(CodeEditor &editor);
     // After a letter was typed, or deleted from the word: opens the list at the first letter of a word,
-    // narrows an open one, and closes it when nothing is left to offer.
+    // narrows an open one, and closes it when nothing is left to offer. It opens again when letters that fit
+    // nothing are deleted.
     void follow(CodeEditor &editor, bool mayOpen);
+    bool wasShown() const { return shownAt_ >= 0; } // for a word before
     static bool isOpen(const CodeEditor &editor);
     static void close(CodeEditor &editor);
     // What is missing at the caret of the word chosen in the list; empty when nothing is.
@@ -42,6 +44,7 @@ private:
 
     KnownNames names_;
     Offer offer_; // of the list that is open
+    long shownAt_ = -1; // where the word begins for which the list was shown last; -1 for none
 };
 
 // Only the words that begin so.

@@ -171,7 +171,8 @@ void TypingHelp::offerAfter(const Step &step)
         return;
     const bool open = NameOffer::isOpen(editor_);
     const bool letter = typesLetter(step) && editor_.properties().offerNames;
-    if (letter || (open && (step.command == DeleteBack || typesLetter(step))))
+    const bool deletes = step.command == DeleteBack && (open || offer_.wasShown());
+    if (letter || deletes || (open && typesLetter(step)))
         offer_.follow(editor_, letter && editor_.send(S::SCI_GETSELECTIONS) == 1);
     else if (open)
         NameOffer::close(editor_);

@@ -157,6 +157,10 @@ private Q_SLOTS:
         QVERIFY(!desk.bar->isVisible() && desk.edit->hasFocus() && !desk.isMarked(0));
         QCOMPARE(desk.selected(), QStringLiteral("0-3"));
         QCOMPARE(desk.memory.texts().value(0), QStringLiteral("ONE"));
+        Desk::press(Qt::Key_F, Qt::ControlModifier);
+        desk.edit->setFocus();
+        Desk::press(Qt::Key_Escape); // in the text
+        QVERIFY(!desk.bar->isVisible() && desk.edit->hasFocus());
     }
 
     // Without a match the view goes back along with the caret; options leave the focus where it is.

@@ -221,16 +221,28 @@ private Q_SLOTS:
         key(Qt::Key_Up, Qt::ControlModifier);
         key(Qt::Key_Up);
         key(Qt::Key_Delete);
-        key(Qt::Key_Return);
+        key(Qt::Key_F2);
         Desk::turnTo(desk.attribute());
         QCOMPARE(desk.line("txtname")->text(), q("z"));
         type("8");
         key(Qt::Key_Return);
         Desk::turnTo(desk.form.get());
         key(Qt::Key_Down, Qt::ControlModifier);
-        key(Qt::Key_Return, Qt::ControlModifier);
+        key(Qt::Key_Return); // after a change of an attribute too: OK
         QVERIFY(!desk.form->isVisible());
         QCOMPARE(desk.document.xml(), "<n b='2' z=\"8\"/>");
+    }
+
+    // A text as it was inserted is there to be replaced, and no other.
+    void typingReplacesThePlaceholder()
+    {
+        for (const auto &[before, after] :
+             {std::pair("<r>Text</r>", "<r>B</r>"), std::pair("<r>Texts</r>", "<r>BTexts</r>")}) {
+            Desk desk(before, "0");
+            QTest::keyClicks(QApplication::focusWidget(), q("B"));
+            desk.press("OKButton");
+            QCOMPARE(desk.document.xml(), after);
+        }
     }
 
     // Not what OK does.

@@ -287,6 +287,9 @@ private Q_SLOTS:
             {"<item/><it/><it/>|", "<i+!", "<item/><it/><it/><item|"},
             {"<item/><it/>|", "<it@", "<item/><it/><it\n|"},
             {"<item/><it/>|", "<x@", "<item/><it/><x\n|"},
+            {"<item/>|", "<ix~@", "<item/><item|"}, // back after a typo
+            {"<item/>|", "<ixy~@", "<item/><ix\n|"},
+            {"<item/>|", "<itxy~~~@", "<item/><item|"},
             {"<item/><it/>|", "<i*@", "<item/><it/><i\n|"},
             {"<item/><it/>|", "<i~$@", "<item/><it/><it|"},
             {"<item/>|", "<i=@", "\n|<item/><i"},
