@@ -81,9 +81,23 @@ constexpr Plain plain[] = {
 };
 
 // What the menu at the pointer offers after its own item: commands, menus, and "-" for a separator.
-constexpr const char *const alsoAtPointer[]
-    = {"-", "mnucut",    "mnucopytag", "mnupastetag", "mnudeletetag",
-       "-", "mnuinsert", "mnumovetag", "-",           "mnuconverttoattribute"};
+constexpr const char *const alsoAtPointer[] = {"-",
+                                               "mnuundotag",
+                                               "mnuredotag",
+                                               "-",
+                                               "mnucut",
+                                               "mnucopytag",
+                                               "mnupastetag",
+                                               "mnudeletetag",
+                                               "-",
+                                               "mnuinsert",
+                                               "mnumovetag",
+                                               "-",
+                                               "mnuconverttoattribute",
+                                               "-",
+                                               "mnuexpand",
+                                               "mnucontract",
+                                               "mnutagselectedonly"};
 
 QString text(const char *constant) { return QString::fromLatin1(constant); }
 

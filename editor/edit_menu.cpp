@@ -14,6 +14,7 @@ namespace {
 using control::CodeEditor;
 
 constexpr int selectAllCommand = 137;
+constexpr int deleteCommand = 195;
 
 struct Row
 {
@@ -34,6 +35,8 @@ constexpr std::array rows = {
         [](const CodeEditor &e) { return e.canCopy(); }},
     Row{"&Paste", "edit-paste", [](CodeEditor &e) { e.paste(); },
         [](const CodeEditor &e) { return e.canPaste(); }},
+    Row{"&Delete", "edit-delete", [](CodeEditor &e) { e.execute(deleteCommand); },
+        [](const CodeEditor &e) { return e.canCut(); }},
     Row{"", "", nullptr, nullptr},
     Row{"Select &All", "edit-select-all", [](CodeEditor &e) { e.execute(selectAllCommand); },
         [](const CodeEditor &) { return true; }},

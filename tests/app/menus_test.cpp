@@ -66,8 +66,8 @@ private Q_SLOTS:
         }
         expected.remove({}); // of toolbars alone
         expected[u"mnueditnod1"_s] += // at the pointer
-            u" mnucut mnucopytag mnupastetag mnudeletetag  mnuinsert mnumovetag  mnuconverttoattribute"_s
-                .split(u' ');
+            u" mnuundotag mnuredotag  mnucut mnucopytag mnupastetag mnudeletetag  mnuinsert mnumovetag  "
+            u"mnuconverttoattribute  mnuexpand mnucontract mnutagselectedonly"_s.split(u' ');
         for (const auto &[name, items] : expected.asKeyValueRange()) {
             const auto *menu = window.main->findChild<QMenu *>(name);
             QVERIFY2(menu != nullptr, qPrintable(name));
