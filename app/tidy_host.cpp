@@ -79,6 +79,7 @@ void TidyHost::textEdited()
         return;
     run_.abandon();
     panel_->showMessages({});
+    dock_->hide(); // it was about the other
 }
 
 void TidyHost::editOptions()

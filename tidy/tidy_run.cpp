@@ -102,6 +102,8 @@ void TidyRun::setEditorShown(bool shown)
     putIn();
     if (offersOutput())
         Q_EMIT note(QStringLiteral("The document stays: it was changed meanwhile."));
+    else
+        Q_EMIT note(QStringLiteral("What Tidy made has been put in; Undo brings your text back."));
 }
 
 void TidyRun::takeOffer()

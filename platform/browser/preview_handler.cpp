@@ -6,6 +6,7 @@
 #include "platform/browser/preview_notice.h"
 #include "platform/browser/preview_reach.h"
 #include "platform/browser/preview_url.h"
+#include "platform/browser/source_tree.h"
 #include "platform/browser/style_instruction.h"
 #include "platform/files/private_files.h"
 
@@ -20,6 +21,9 @@ constexpr qint64 kLargestFile = qint64(256) * 1024 * 1024;
 
 // From here on the engine's own tree of a document may need gigabytes.
 constexpr qsizetype kLarge = qsizetype(20) * 1000 * 1000;
+
+// From here on it takes seconds, and ever more of them a byte.
+constexpr qsizetype kSlow = qsizetype(200) * 1000;
 
 // The bytes of a regular file of bearable size, links followed. Whatever has taken its place since it was
 // looked at is not waited for.
@@ -42,9 +46,16 @@ QUrl siblingUrl(const QUrl &url, const QString &path)
 
 bool holdsInstructions(const QByteArray &type) { return type == "text/xml" || type.endsWith("+xml"); }
 
-bool isTooMuch(const QUrl &url, const QByteArray &xml)
+QByteArray wholeLink(const QUrl &url) { return wholeUrl(url).toString(QUrl::FullyEncoded).toUtf8(); }
+
+// What is shown in place of the engine's own tree, where that is slow; nothing where it is not.
+std::optional<QByteArray> instead(const QUrl &url, const QByteArray &xml)
 {
-    return xml.size() > kLarge && !asksForWhole(url) && styleSheets(xml).isEmpty();
+    if (xml.size() <= kSlow || asksForWhole(url) || !styleSheets(xml).isEmpty())
+        return {};
+    if (xml.size() > kLarge)
+        return largeNotice(xml.size(), QString::fromUtf8(wholeLink(url))).toUtf8();
+    return sourceTree(xml, wholeLink(url).replace('&', "&amp;"));
 }
 
 // Not by the program, nor by the user.
@@ -181,9 +192,9 @@ void PreviewHandler::serve(QWebEngineUrlRequestJob *job, const QString &path, co
         return job->fail(QWebEngineUrlRequestJob::RequestDenied);
     if (!holdsInstructions(type))
         return reply(job, type, bytes);
-    if (chosen_.contains(path) && type == "text/xml" && isTooMuch(url, bytes))
-        return reply(job, "text/html",
-                     largeNotice(bytes.size(), wholeUrl(url).toString(QUrl::FullyEncoded)).toUtf8());
+    if (chosen_.contains(path) && type == "text/xml")
+        if (const auto page = instead(url, bytes))
+            return reply(job, "text/html", *page);
     const QByteArray xml = readable(bytes, url, path);
     tellUnreachable(url, xml);
     if (isAskedByPage(*job))

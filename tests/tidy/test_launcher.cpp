@@ -105,6 +105,14 @@ private Q_SLOTS:
     {
         const std::tuple<const char *, QByteArray, QByteArray, QByteArray> rows[] = {
             {"XML as shipped", "<a><b>1</b><c/></a>\r\n", {}, "<a>\n     <b>1</b>\n     <c />\n</a>\n"},
+            {"faulty XML",
+             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a><b></a>\r\n",
+             {},
+             "encoding=\"UTF-8\"?>"},
+            {"XHTML",
+             "<?xml version=\"1.0\" encoding='UTF-8'?>\n<html xmlns=\"http://www.w3.org/1999/xhtml\">"
+             "<head><title>t</title></head><body><p>x</p></body></html>\r\n",
+             "input-xml: no\noutput-xhtml: yes\n", "encoding='UTF-8'?>"},
             {"no markup", "plain text\r\n", {}, "plain text\r\n"},
             {"names other files", input,
              "input-xml: no\noutput-file: x\nerror-file: x\ngnu-emacs-file: x\nwrite-back: yes\n", "<br>"},

@@ -8,6 +8,7 @@
 #include "tidy/launcher/xml_pieces.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace launcher {
 
@@ -43,6 +44,29 @@ QByteArray withDeclarationOf(const QByteArray &input, QByteArray text)
     return text;
 }
 
+// The name of the encoding in the declaration that a text begins with: where it stands.
+std::pair<qsizetype, qsizetype> declaredEncoding(const QByteArray &text)
+{
+    const qsizetype end = text.startsWith("<?xml ") ? text.indexOf("?>") : -1;
+    const qsizetype at = end < 0 ? -1 : text.first(end).indexOf("encoding=");
+    if (at < 0)
+        return {0, 0};
+    const qsizetype begin = at + qsizetype(sizeof("encoding=\"")) - 1;
+    const qsizetype close = text.indexOf(text.at(begin - 1), begin);
+    return close < 0 || close > end ? std::pair<qsizetype, qsizetype>{0, 0} : std::pair{begin, close - begin};
+}
+
+// Tidy writes the name of an encoding in lower case; where it kept the encoding it keeps the spelling, too.
+QByteArray withEncodingOf(const QByteArray &input, QByteArray text)
+{
+    const auto [hadAt, hadLength] = declaredEncoding(input);
+    const auto [hasAt, hasLength] = declaredEncoding(text);
+    const QByteArray had = input.mid(hadAt, hadLength);
+    if (hadLength > 0 && text.mid(hasAt, hasLength).compare(had, Qt::CaseInsensitive) == 0)
+        text.replace(hasAt, hasLength, had);
+    return text;
+}
+
 } // namespace
 
 Conversion::Conversion(const QByteArray &input, const RunOptions &options) : input_(input), options_(options)
@@ -70,7 +94,7 @@ platform::Result<QByteArray> Conversion::finished(const QByteArray &tidied) cons
     platform::Result<QByteArray> text = xml_ ? finishedXml(tidied) : finishedPage(tidied);
     if (!text)
         return text;
-    return withReferences(*text, options_.alphabet, options_.namedReferences);
+    return withReferences(withEncodingOf(input_, *text), options_.alphabet, options_.namedReferences);
 }
 
 platform::Result<QByteArray> Conversion::finishedXml(const QByteArray &tidied) const

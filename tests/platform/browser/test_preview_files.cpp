@@ -1,6 +1,7 @@
 // How the preview names files, tells their kinds, and reads early style-sheet instructions.
 #include "platform/browser/media_type.h"
 #include "platform/browser/preview_url.h"
+#include "platform/browser/source_tree.h"
 #include "platform/browser/style_instruction.h"
 
 #include <QtTest>
@@ -34,6 +35,34 @@ private Q_SLOTS:
             QCOMPARE(mediaType(QLatin1String(path), content, Wanted::AsDocument), asDocument);
             QCOMPARE(mediaType(QLatin1String(path), content, Wanted::ByPage), byPage);
         }
+    }
+
+    void ownTree()
+    {
+        const std::tuple<QByteArray, const char *> rows[] = {
+            {"<r a='\"&lt;'>x &lt; y</r>",
+             "<i>a</i>=\"<u>&quot;&lt;</u>\"<b>></b>x &lt; y<b>&lt;/r></b></div>"},
+            {"<r>x<b/>y</r>",
+             "<div>x</div><div><b>&lt;b</b><b>/></b></div><div>y</div><b>&lt;/r></b></details>"},
+            {"<r><script>alert(1)</script></r>", "<b>&lt;script</b><b>></b>alert(1)"},
+            {"<!DOCTYPE r [<!ENTITY e 'f'>]><r>&e;</r>", "<div>&amp;e;</div>"},
+            {"<?xml version='1.0' encoding='ISO-8859-1'?><!--\xE9--><r/>", "&lt;!--\xC3\xA9-->"},
+            {"<?p?><r/>", "&lt;?p ?>"},
+        };
+        for (const auto &[xml, shown] : rows) {
+            const auto page = sourceTree(xml, "whole");
+            QVERIFY(page && !page->contains("whole"));
+            QVERIFY2(page->contains(shown), page->constData());
+        }
+        for (const QByteArray none : {"<r>", "", "<r><h xmlns='http://www.w3.org/1999/xhtml'/></r>"})
+            QVERIFY(!sourceTree(none, ""));
+        const auto cut = sourceTree("<r>" + QByteArray("<a/>").repeated(500'000) + "</r>", "whole");
+        QVERIFY(cut && cut->contains("href=\"whole\"") && cut->size() < 5'000'000);
+        QVERIFY(sourceTree(QByteArray("<a>").repeated(200) + "x" + QByteArray("</a>").repeated(200), "")
+                    ->contains(">x<"));
+        const auto deep
+            = sourceTree(QByteArray("<a><b/>").repeated(250) + "x" + QByteArray("</a>").repeated(250), "");
+        QVERIFY(deep && deep->count("<details") == 250);
     }
 
     void urls()
