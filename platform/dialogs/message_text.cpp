@@ -51,4 +51,6 @@ QString fittedText(const QString &text)
     return lines.join(u'\n');
 }
 
+QString copiedText(QString text) { return text.remove(kWrapHere); }
+
 } // namespace dialogs

@@ -10,4 +10,7 @@ namespace dialogs {
 // run without blanks gets places where it may wrap.
 QString fittedText(const QString &text);
 
+// What was copied from such a text, without the places where it may wrap.
+QString copiedText(QString text);
+
 } // namespace dialogs

@@ -4,6 +4,7 @@
 #include "platform/dialogs/message_text.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -64,6 +65,16 @@ Answer answerOf(int button, Answer least)
     return least;
 }
 
+// Names and addresses are to be found again by what was copied.
+void copyPlainly(QClipboard::Mode mode)
+{
+    QClipboard *clipboard = QApplication::clipboard();
+    const bool own = mode == QClipboard::Clipboard ? clipboard->ownsClipboard() : clipboard->ownsSelection();
+    const QString text = own ? clipboard->text(mode) : QString();
+    if (const QString plain = copiedText(text); plain != text)
+        clipboard->setText(plain, mode);
+}
+
 // In a folder that is there: where the file's own has gone, in the next one above it.
 void propose(QFileDialog &dialog, const QFileInfo &file)
 {
@@ -92,6 +103,7 @@ Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text, const
                     boxButtons(buttons), parent());
     box.setTextFormat(Qt::PlainText);
     box.setText(fittedText(text));
+    QObject::connect(QApplication::clipboard(), &QClipboard::changed, &box, copyPlainly);
     box.setDefaultButton(buttons == Buttons::Ok          ? QMessageBox::Ok
                              : buttons == Buttons::NoYes ? QMessageBox::No
                                                          : QMessageBox::Yes);

@@ -48,6 +48,8 @@ private Q_SLOTS:
         };
         for (const auto &[text, expected] : rows)
             QCOMPARE(fittedText(text), expected);
+        const QString path = QString(200, u'p');
+        QCOMPARE(copiedText(fittedText(path)), path);
     }
 
     void messageBoxes()
