@@ -233,6 +233,8 @@ private:
         bool chosen = false;
         QTimer::singleShot(0, main_.get(), [&] {
             auto *box = main_->findChild<tidy::frmconvrtr *>();
+            box->findChild<QRadioButton *>(u"optjob0"_s)->click();
+            box->findChild<QComboBox *>(u"cmboutput"_s)->setCurrentIndex(0);
             auto *input = box->findChild<QComboBox *>(u"cmbinput"_s);
             input->setCurrentIndex(input->findText(kind, Qt::MatchFixedString));
             chosen = input->currentText().compare(kind, Qt::CaseInsensitive) == 0;
