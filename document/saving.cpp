@@ -14,7 +14,11 @@ QString documentFilter()
 {
     return QStringLiteral("XML Documents (*.xml)|*.xml|XML Schema Files (*.xsd)|*.xsd|"
                           "XSLT Stylesheets (*.xsl;*.xslt;*.fo)|*.xsl;*.xslt;*.fo|"
-                          "HTML Files (*.htm;*.html)|*.htm;*.html|All files (*.*)|*.*");
+                          "HTML Files (*.htm;*.html)|*.htm;*.html|All files (*.*)|*.*|"
+                          "SVG Images (*.svg)|*.svg|XHTML Files (*.xhtml;*.xht)|*.xhtml;*.xht|"
+                          "DTDs and Entities (*.dtd;*.ent;*.mod)|*.dtd;*.ent;*.mod|"
+                          "RELAX NG Schemas (*.rng)|*.rng|MathML (*.mml;*.mathml)|*.mml;*.mathml|"
+                          "Feeds (*.rss;*.atom)|*.rss;*.atom|Style Sheets (*.css)|*.css");
 }
 
 bool Saving::domIsSource() const
@@ -179,7 +183,7 @@ void Saving::moveTo(const QString &path)
     files_.kiltmpfyl();
     files_.setCurrentFile(path);
     if (around_.workspace.currentTab() == Preview) // of the copy that is gone
-        files_.preview(state_.SavedXml);
+        files_.preview(currentText());
     around_.editor.setLanguage(languageOf(path, state_.SavedXml));
     showTitle();
 }

@@ -63,7 +63,7 @@ void ColourButton::showColour(qint32 colour, const QColor &followed)
     shown_ = colour < 0 ? followed : colourOf(colour);
     setIconSize(swatchSize(*this));
     setIcon(colourSwatch(*this, shown_));
-    setText(colour < 0 ? tr("Palette") : shown_.name().toUpper());
+    setText(colour < 0 ? tr("Desktop") : shown_.name().toUpper());
     setMinimumWidth(iconSize().width() + fontMetrics().averageCharWidth() * widest);
 }
 

@@ -15,7 +15,7 @@ using namespace control;
 constexpr ColourClass classes[] = {
     {-1, WindowGround, 9, "", "What the text stands on, and the room beside and below it."},
     {-1, LeftMarginGround, sampleBookmarkLine, "  ", "The strip to the left of the text, where bookmarks are shown."},
-    {BookmarkInk, BookmarkGround, sampleBookmarkLine, "", "The mark of a bookmark in the left margin, and the ground of its line."},
+    {BookmarkInk, BookmarkGround, sampleBookmarkLine, "", "The mark of a bookmark in the left margin, and the background of its line."},
     {TextInk, TextGround, 4, "Text ", "The text between the tags."},
     {NumberInk, NumberGround, 5, "3", "A number without quotes: the value of an attribute, or in a script."},
     {KeywordInk, KeywordGround, 1, "DOCTYPE", "The words of declarations, instructions and scripts."},

@@ -25,8 +25,8 @@ ColoursPage::ColoursPage(EditorDraft &draft, QWidget *parent)
     what_->setWordWrap(true);
     for (const ColourClass &row : colourClasses())
         classes_->addItem(row.label());
-    addChoice(Ink, "Ink", tr("&Ink:"), tr("Follo&ws the palette"));
-    addChoice(Ground, "Ground", tr("&Ground:"), tr("Follows the &palette"));
+    addChoice(Ink, "Ink", tr("Fore&ground:"), tr("As t&he desktop"));
+    addChoice(Ground, "Ground", tr("&Background:"), tr("As the de&sktop"));
     layOut();
     connect(classes_, &QListWidget::currentRowChanged, this, &ColoursPage::showClass);
     connect(sample_, &SampleEditor::classClicked, this, [this](const QString &label) {
@@ -44,8 +44,8 @@ void ColoursPage::addChoice(Part part, const char *name, const QString &caption,
     choice.button->setObjectName(QStringLiteral("cmd") + suffix);
     choice.label->setBuddy(choice.button);
     choice.follows = new QCheckBox(follows, this);
-    choice.follows->setAccessibleName(
-        (part == Ink ? tr("Ink follows the palette") : tr("Ground follows the palette")));
+    choice.follows->setAccessibleName(part == Ink ? tr("Foreground as the desktop")
+                                                  : tr("Background as the desktop"));
     choice.follows->setObjectName(QStringLiteral("chkFollows") + suffix);
     connect(choice.button, &ColourButton::colourChosen, this,
             [this, part](qint32 colour) { choose(part, colour); });
@@ -118,7 +118,8 @@ void ColoursPage::showClass()
 {
     QString text = tr(current().what);
     if (control::Look(draft_.properties, palette()).dark)
-        text += tr(" Colours that were never changed are shown so that they can be read on the dark ground.");
+        text += tr(
+            " Colours that were never changed are shown so that they can be read on a dark background.");
     what_->setText(text);
     sample_->pointAt(current());
     for (const Part part : {Ink, Ground})
@@ -134,7 +135,8 @@ void ColoursPage::showChoice(Part part)
     choice.button->setEnabled(slot >= 0);
     choice.follows->setEnabled(slot >= 0);
     choice.follows->setChecked(slot >= 0 && colour < 0);
-    choice.button->setSubject((part == Ink ? tr("%1, ink") : tr("%1, ground")).arg(current().label()));
+    choice.button->setSubject(
+        (part == Ink ? tr("%1, foreground") : tr("%1, background")).arg(current().label()));
     choice.button->showColour(colour, slot < 0 ? palette().color(QPalette::Window) : followed(slot));
     if (slot < 0)
         choice.button->setText(tr("None"));

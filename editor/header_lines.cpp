@@ -13,7 +13,8 @@ QString urlLocation(const QString &path)
 
 QString headerLine(const HeaderLineRow &row, const QString &location)
 {
-    return QLatin1String(row.before) + location + QLatin1String(row.after);
+    return QLatin1String(row.before) + (row.escaped ? location.toHtmlEscaped() : location)
+        + QLatin1String(row.after);
 }
 
 } // namespace editor

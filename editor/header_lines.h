@@ -12,12 +12,19 @@ struct HeaderLineRow
     const char *kind; // what the document is to the other file
     const char *before; // the location
     const char *after;
+    bool escaped; // the location, with "&" as a reference
 };
 
+// The spelling with a colon is for early browsers and for Preview, which reads both; the one with a hyphen is
+// what everything else obeys.
 inline constexpr std::array headerLineTable = {
-    HeaderLineRow{"Assign as DTD:", "DTD", "<!DOCTYPE Element_1 SYSTEM \"", "\">"},
-    HeaderLineRow{"Assign as XSLT:", "XSLT", "<?xml:stylesheet type=\"text/xsl\" href=\"", "\"?>"},
-    HeaderLineRow{"Assign as CSS:", "CSS", "<?xml:stylesheet type=\"text/css\" href=\"", "\"?>"},
+    HeaderLineRow{"Assign as DTD:", "DTD", "<!DOCTYPE Element_1 SYSTEM \"", "\">", false},
+    HeaderLineRow{"Assign as XSLT:", "XSLT", "<?xml:stylesheet type=\"text/xsl\" href=\"", "\"?>", false},
+    HeaderLineRow{"Assign as CSS:", "CSS", "<?xml:stylesheet type=\"text/css\" href=\"", "\"?>", false},
+    HeaderLineRow{"XSLT, for other programs too:", "XSLT (for other programs too)",
+                  "<?xml-stylesheet type=\"text/xsl\" href=\"", "\"?>", true},
+    HeaderLineRow{"CSS, for other programs too:", "CSS (for other programs too)",
+                  "<?xml-stylesheet type=\"text/css\" href=\"", "\"?>", true},
 };
 
 // A file's path as a URL's path: with forward slashes, "%20" for blanks, and "%5C" for a backslash

@@ -72,7 +72,7 @@ bool isAboveAnother(const AttributeList &list)
 }
 
 constexpr AttributeButton attributeButtons[] = {
-    {"cmdadd", "", "list-add", "Insert new attribute", "Insert new attribute",
+    {"cmdadd", "A&dd...", "", "Insert new attribute", "Add...",
      [](AttributeList &list) { Q_EMIT list.addRequested(); }, always},
     {"cmdmodify", "&Modify...", "", "Change attribute", "Modify...",
      [](AttributeList &list) { Q_EMIT list.modifyRequested(); }, hasSelection},

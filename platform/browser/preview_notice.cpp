@@ -37,7 +37,7 @@ QString largeNotice(qint64 bytes, const QString &whole)
         sizeHeading(bytes),
         QStringLiteral("<p>It names no style sheet. The browser then makes a tree of its own of it, "
                        "which takes long and may need more memory than there is.</p>"
-                       "<p><a href=\"%1\" autofocus>Show it all the same</a></p>")
+                       "<p><a href=\"%1\" autofocus>Show it anyway</a></p>")
             .arg(whole.toHtmlEscaped()));
 }
 

@@ -39,10 +39,15 @@ QStringList nameFilters(const QString &filter)
 QString filterFor(const QString &name, const QStringList &nameFilters)
 {
     static const QRegularExpression patterns(QStringLiteral("\\(([^()]*)\\)$"));
-    for (const QString &filter : nameFilters)
-        if (QDir::match(patterns.match(filter).captured(1).split(u' '), name))
+    QString ofEverything;
+    for (const QString &filter : nameFilters) {
+        const QStringList wanted = patterns.match(filter).captured(1).split(u' ');
+        if (wanted.contains(u"*"))
+            ofEverything = ofEverything.isEmpty() ? filter : ofEverything;
+        else if (QDir::match(wanted, name))
             return filter;
-    return {};
+    }
+    return ofEverything;
 }
 
 QString defaultEnding(const QString &nameFilter)

@@ -13,7 +13,8 @@ QStringList nameFilters(const QString &filter);
 // The ending that a name typed without one gets under one of Qt's name filters; empty under "all files".
 QString defaultEnding(const QString &nameFilter);
 
-// The first of Qt's name filters that shows a file of this name; empty when none does.
+// The first of Qt's name filters that shows a file of this name, one of all files only where no other does;
+// empty when none does.
 QString filterFor(const QString &name, const QStringList &nameFilters);
 
 } // namespace dialogs

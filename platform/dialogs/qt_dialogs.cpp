@@ -3,6 +3,7 @@
 #include "platform/dialogs/file_filter.h"
 #include "platform/dialogs/message_text.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -104,6 +105,9 @@ Answer QtDialogs::message(Icon icon, Buttons buttons, const QString &text, const
     box.setTextFormat(Qt::PlainText);
     box.setText(fittedText(text));
     QObject::connect(QApplication::clipboard(), &QClipboard::changed, &box, copyPlainly);
+    for (QAbstractButton *button :
+         box.buttons()) // whose pictures differ from desktop to desktop, where all have some
+        button->setIcon({});
     box.setDefaultButton(buttons == Buttons::Ok          ? QMessageBox::Ok
                              : buttons == Buttons::NoYes ? QMessageBox::No
                                                          : QMessageBox::Yes);

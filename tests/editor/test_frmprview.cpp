@@ -92,15 +92,17 @@ private Q_SLOTS:
     void showsLinesToCopy()
     {
         const QTemporaryDir documents;
-        const Opened opened(documents.filePath(QStringLiteral("My Files/a\\b.xsl")));
-        const QString location = documents.path() + QStringLiteral("/My%20Files/a%5Cb.xsl0");
+        const Opened opened(documents.filePath(QStringLiteral("My Files/a&\\b.xsl")));
+        const QString location = documents.path() + QStringLiteral("/My%20Files/a&%5Cb.xsl0");
         QCOMPARE(opened.shown("Text1"), location);
         const QStringList lines{
             u"<!DOCTYPE Element_1 SYSTEM \"%1\">"_qs.arg(location),
             u"<?xml:stylesheet type=\"text/xsl\" href=\"%1\"?>"_qs.arg(location),
             u"<?xml:stylesheet type=\"text/css\" href=\"%1\"?>"_qs.arg(location),
+            u"<?xml-stylesheet type=\"text/xsl\" href=\"%1\"?>"_qs.arg(location.toHtmlEscaped()),
+            u"<?xml-stylesheet type=\"text/css\" href=\"%1\"?>"_qs.arg(location.toHtmlEscaped()),
         };
-        for (int index : {0, 1, 2}) {
+        for (int index = 0; index < lines.size(); ++index) {
             opened.press(qPrintable(u"cmdcopy_%1"_qs.arg(index)));
             QCOMPARE(QApplication::clipboard()->text(), lines[index]);
         }

@@ -34,6 +34,7 @@ private Q_SLOTS:
         QCOMPARE(filterFor(u"a.XSLT"_s, filters), filters[1]);
         QCOMPARE(filterFor(u"a.xml.txt"_s, filters), filters[2]);
         QCOMPARE(filterFor(u"a"_s, filters.first(2)), QString());
+        QCOMPARE(filterFor(u"a.svg"_s, filters + QStringList{u"SVG (*.svg)"_s}), u"SVG (*.svg)"_s);
     }
 
     void texts()
