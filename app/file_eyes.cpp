@@ -22,6 +22,8 @@ void FileEyes::attend(const QString &path, quint64 age)
 {
     if (!watcher_.files().isEmpty())
         watcher_.removePaths(watcher_.files());
+    if (path != path_)
+        identity_.reset();
     path_ = path;
     age_ = age;
     look();
@@ -35,7 +37,17 @@ void FileEyes::look()
     if (!watcher_.files().contains(path_) && QFileInfo::exists(path_))
         watcher_.addPath(path_);
     if (const auto stamp = files::stampOf(path_))
-        Q_EMIT looked(age_, *stamp);
+        Q_EMIT looked(age_, *stamp, newName(*stamp));
+}
+
+// Only of a file that was seen under the old name.
+QString FileEyes::newName(const files::FileStamp &stamp)
+{
+    if (!stamp.exists)
+        return identity_ ? files::renamedTo(path_, *identity_, last_) : QString();
+    identity_ = files::identityOf(path_);
+    last_ = stamp;
+    return {};
 }
 
 } // namespace app

@@ -2,6 +2,7 @@
 // time.
 #pragma once
 
+#include "platform/files/file_identity.h"
 #include "platform/files/file_stamp.h"
 
 #include <QFileSystemWatcher>
@@ -23,10 +24,15 @@ public:
     void look();
 
 Q_SIGNALS:
-    void looked(quint64 age, const files::FileStamp &stamp);
+    // renamed is the new name of a file that is gone from the old one; empty when there is none.
+    void looked(quint64 age, const files::FileStamp &stamp, const QString &renamed);
 
 private:
+    QString newName(const files::FileStamp &stamp);
+
     QString path_;
+    std::optional<files::FileIdentity> identity_; // of the file that was there at the last look
+    files::FileStamp last_; // of the same
     quint64 age_ = 0;
     QFileSystemWatcher watcher_;
     QTimer soon_;

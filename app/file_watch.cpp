@@ -54,8 +54,10 @@ void FileWatch::check()
     known_ = *std::exchange(found_, std::nullopt);
     if (known_.exists)
         Q_EMIT changed();
-    else
+    else if (newName_.isEmpty())
         Q_EMIT gone();
+    else
+        Q_EMIT renamed(QString(newName_));
 }
 
 FileWatch::Found FileWatch::checkNow()
@@ -67,11 +69,12 @@ FileWatch::Found FileWatch::checkNow()
     return known_.exists ? Found::Changed : Found::Gone;
 }
 
-void FileWatch::seen(quint64 age, const files::FileStamp &stamp)
+void FileWatch::seen(quint64 age, const files::FileStamp &stamp, const QString &renamed)
 {
     if (age != age_ || stamp == known_)
         return;
     found_ = stamp;
+    newName_ = renamed;
     Q_EMIT touched();
     found_.reset();
 }

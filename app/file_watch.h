@@ -44,14 +44,16 @@ Q_SIGNALS:
     void touched(); // the file is not as it was: check() when that suits, now or later
     void changed(); // another content since it was remembered
     void gone(); // there is no such file any more; told once
+    void renamed(const QString &path); // it has this other name in the same folder; told in place of gone()
 
 private:
     void attend();
-    void seen(quint64 age, const files::FileStamp &stamp);
+    void seen(quint64 age, const files::FileStamp &stamp, const QString &renamed);
 
     QString path_;
     files::FileStamp known_;
     std::optional<files::FileStamp> found_; // while touched() is told
+    QString newName_; // of what was found gone
     quint64 age_ = 0; // counts what was remembered; a look from before that tells nothing
     FileEyes *eyes_; // goes with its thread
     std::unique_ptr<QThread> thread_;

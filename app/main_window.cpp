@@ -226,6 +226,7 @@ void mainfrm::watchFile()
     connect(watch_.get(), &FileWatch::touched, this, &mainfrm::checkFile);
     connect(watch_.get(), &FileWatch::changed, this, &mainfrm::fileChanged);
     connect(watch_.get(), &FileWatch::gone, this, &mainfrm::fileGone);
+    connect(watch_.get(), &FileWatch::renamed, this, &mainfrm::fileRenamed);
     session_->saving().askFirst([this] { return mayWriteFile(); });
 }
 
@@ -271,6 +272,18 @@ bool mainfrm::mayWriteFile()
     if (found == FileWatch::Found::Gone)
         fileGone();
     return true;
+}
+
+void mainfrm::fileRenamed(const QString &path)
+{
+    const QString former = files::fileNameOf(session_->state().CurrentFilePath);
+    if (dialogs_.message(dialogs::Icon::Question, dialogs::Buttons::YesNo,
+                         tr("%1 has been renamed to %2. Do you want to go on with it under its new name?")
+                             .arg(former, files::fileNameOf(path)))
+        != dialogs::Answer::Yes)
+        return fileGone();
+    session_->saving().follow(path);
+    note(tr("%1 is called %2 now.").arg(former, files::fileNameOf(path)));
 }
 
 // Its folder may have gone with it, which is not for saving to make: who removed it had a reason.

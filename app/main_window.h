@@ -159,6 +159,7 @@ private:
     bool askToLoadAgain(const QString &otherwise);
     bool mayWriteFile();
     void fileGone();
+    void fileRenamed(const QString &path);
     void tabChanged(int tab);
     void chooseMode(int tab);
     void carryPlace(int to, bool fromText);

@@ -79,6 +79,9 @@ public:
     // "Zelph XML Editor - " and CurrentFilePath, in the status bar.
     void showTitle();
 
+    // The document's file has this name now, with the content it had; what is unsaved stays so.
+    void follow(const QString &path) { moveTo(path); }
+
 private:
     bool domIsSource() const;
     bool mustStay();

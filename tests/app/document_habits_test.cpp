@@ -208,6 +208,22 @@ private Q_SLOTS:
         QCOMPARE(contentOf(window.path), "<mine/>");
     }
 
+    void aRenamedFileIsFollowed()
+    {
+        Window window("a.xml", "<mine/>");
+        QVERIFY(QTest::qWaitForWindowActive(window.main.get()));
+        window.choose("mnuelement");
+        const QString renamed = window.folders.document(QStringLiteral("b.xml"));
+        write(window.folders.document(QStringLiteral("copy.xml")), "<mine/>");
+        window.dialogs.answer(dialogs::Answer::Yes);
+        QVERIFY(QFile::rename(window.path, renamed));
+        QTRY_VERIFY(window.titleLine().endsWith(renamed));
+        QVERIFY(window.main->isWindowModified());
+        window.choose("mnuSave");
+        QCOMPARE(contentOf(renamed), "<mine><Element/></mine>");
+        QVERIFY(!QFile::exists(window.path));
+    }
+
     // Its folder is not made anew: the document goes elsewhere.
     void aVanishedFolderIsTold()
     {
