@@ -3,7 +3,9 @@
 #include "app/command_set.h"
 #include "app/commands.h"
 
+#include <QStyle>
 #include <QToolBar>
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -31,6 +33,14 @@ void addButton(QToolBar &bar, const Command &row, QAction &action)
     button->setProperty("key", button->objectName());
 }
 
+// Pictures that go with the letters beside them, in sizes that they are drawn in.
+int iconSide(const QToolBar &bar)
+{
+    const int wanted = bar.fontMetrics().lineSpacing() * 8 / 5;
+    const int drawn = wanted >= 44 ? 44 : wanted >= 32 ? 32 : 0;
+    return std::max(drawn, bar.style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, &bar));
+}
+
 } // namespace
 
 QToolBar *makeToolBar(const char *name, const QString &title, const CommandSet &commands, QWidget *parent)
@@ -38,6 +48,7 @@ QToolBar *makeToolBar(const char *name, const QString &title, const CommandSet &
     auto *bar = new QToolBar(title, parent);
     bar->setObjectName(QString::fromLatin1(name));
     bar->setMovable(false);
+    bar->setIconSize(QSize(iconSide(*bar), iconSide(*bar)));
     int group = 0;
     for (const Command *row : buttonsOf(name)) {
         if (group != 0 && row->place / 10 != group)

@@ -211,6 +211,12 @@ private Q_SLOTS:
         large.setPointSizeF(16);
         QApplication::setFont(large);
         walkDialogs(faultsOfSize);
+        const QSize usualIcons = window_->main->findChild<QToolBar *>()->iconSize();
+        const Window opened("b.xml", "<a/>");
+        const QList<QToolBar *> bars = opened.main->findChildren<QToolBar *>();
+        QVERIFY(!bars.isEmpty());
+        for (const QToolBar *bar : bars)
+            QVERIFY2(bar->iconSize().height() > usualIcons.height(), qPrintable(bar->objectName()));
     }
 
 private:
