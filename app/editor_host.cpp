@@ -38,6 +38,12 @@ void EditorHost::saveSettings()
     showKeys();
 }
 
+void EditorHost::rememberView()
+{
+    if (const auto kept = editor::SaveEditorView(around_.editor, around_.settings); !kept)
+        around_.note(kept.reason());
+}
+
 void EditorHost::showKeys()
 {
     keys_ = around_.editor.shortcuts();

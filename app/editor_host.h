@@ -49,6 +49,9 @@ public:
     // Start-up: the editor's settings, then the macros.
     void load();
 
+    // The window is left: keeps how the text is shown.
+    void rememberView();
+
     void saveMacros(); // "Save Macro's"
     void countAll(); // "Count All"
     void toggleAssignedPreview(); // "Assigned file Preview"

@@ -350,6 +350,7 @@ void mainfrm::closeEvent(QCloseEvent *event)
         return;
     left_ = true;
     recovery_->end();
+    editorHost_->rememberView();
     if (const auto kept = rememberPlace(*this, settings_); !kept)
         note(kept.reason());
     Q_EMIT left();
@@ -361,6 +362,7 @@ void mainfrm::endAtOnce()
         return;
     recovery_->endUnsaved();
     session_->life().clearUp();
+    editorHost_->rememberView();
     if (const auto kept = rememberPlace(*this, settings_); !kept)
         note(kept.reason());
     Q_EMIT left();

@@ -4,6 +4,7 @@
 #include "platform/control/editor_commands.h"
 #include "platform/system/settings_store.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -21,7 +22,7 @@ using settings::SettingsStore;
 // By section.
 constexpr const char *sectionPaths[] = {
     "\\cEdit\\colors\\", "\\cEdit\\options\\", "\\cEdit\\data\\", "\\cEdit\\font\\", "\\cEdit\\fontstyle\\",
-    "\\cEdit\\m1\\",     "\\cEdit\\m2\\",      "\\cEdit\\v1\\",   "\\cEdit\\v2\\",
+    "\\cEdit\\m1\\",     "\\cEdit\\m2\\",      "\\cEdit\\v1\\",   "\\cEdit\\v2\\",   "\\cEdit\\chosen\\",
 };
 
 // The colours in the order in which they are read and written.
@@ -45,7 +46,7 @@ struct FlagRow
     const char *first;
 };
 
-// Line tool tips are written where they are never read: switching them off lasts until the next start.
+// Line tool tips are written where they are never read; the choice is kept beside them.
 constexpr FlagRow lineFlags[] = {
     {"selbounds", Section::Options, Section::Options, &EditorProperties::selectionBounds, "True"},
     {"numbering", Section::Data, Section::Data, &EditorProperties::lineNumbering, "True"},
@@ -61,6 +62,7 @@ constexpr FlagRow habitFlags[] = {
     {"autoIndent", Section::Options, Section::Options, &EditorProperties::autoIndent, "True"},
     {"offerNames", Section::Options, Section::Options, &EditorProperties::offerNames, "True"},
     {"dragText", Section::Options, Section::Options, &EditorProperties::dragText, "True"},
+    {"lttips", Section::Chosen, Section::Chosen, &EditorProperties::lineToolTips, ""}, // empty: none made
 };
 
 struct NumberRow
@@ -82,7 +84,7 @@ constexpr FontFlagRow faceFlags[] = {{"bold", &EditorFont::bold}, {"italic", &Ed
 constexpr FontFlagRow lineFontFlags[]
     = {{"strike", &EditorFont::strikethrough}, {"under", &EditorFont::underline}};
 
-// What these slots hold after every reading, whatever was kept.
+// What these slots hold whatever was kept with the others, until the user chose for them.
 struct FixedStyle
 {
     control::StyleSlot slot;
@@ -95,6 +97,14 @@ constexpr FixedStyle fixedStyles[] = {
 };
 
 constexpr int selectAllCommand = 137;
+
+// As far as the engine goes by itself, in points.
+constexpr qint32 leastZoom = -10;
+constexpr qint32 mostZoom = 20;
+
+QString styleName(int slot) { return QStringLiteral("style%1").arg(slot); }
+
+QString clearedName(int command) { return QStringLiteral("cleared%1").arg(command); }
 
 std::optional<double> numberOf(const QString &text)
 {
@@ -196,7 +206,9 @@ public:
             assign(properties_.styles[size_t(slot)], integerOf(kept.remove(QLatin1Char('_'))));
         }
         for (const FixedStyle &fixed : fixedStyles)
-            properties_.styles[fixed.slot] = fixed.style;
+            properties_.styles[fixed.slot]
+                = integerOf(RegReadString(store_, Section::Chosen, styleName(fixed.slot), {}))
+                      .value_or(fixed.style);
     }
 
 private:
@@ -250,6 +262,9 @@ public:
         for (int slot = 0; slot < control::styleSlots; ++slot)
             RegWriteString(store_, Section::FontStyle, QStringLiteral("%1_").arg(slot),
                            QStringLiteral("%1_").arg(properties_.styles[size_t(slot)]));
+        for (const FixedStyle &fixed : fixedStyles)
+            RegWriteString(store_, Section::Chosen, styleName(fixed.slot),
+                           QString::number(properties_.styles[fixed.slot]));
     }
 
 private:
@@ -298,6 +313,31 @@ Shortcut shortcutOf(const KeptShortcut &kept)
             kept.key2};
 }
 
+// Four empty texts are what a command has that never had a key, too.
+bool isCleared(const SettingsStore &store, int command)
+{
+    return truthOf(RegReadString(store, Section::Chosen, clearedName(command), {})).value_or(false);
+}
+
+void takeKeys(ShortcutTable &shortcuts, int command)
+{
+    for (int index = shortcuts.shortcutCount(command) - 1; index >= 0; --index)
+        shortcuts.unregisterShortcut(command, index);
+}
+
+// The texts of what is no property.
+constexpr QLatin1StringView wrapName("wrap");
+constexpr QLatin1StringView zoomName("zoom");
+
+void loadView(control::CodeEditor &editor, const SettingsStore &store)
+{
+    using S = QsciScintillaBase;
+    if (const auto wrapped = truthOf(RegReadString(store, Section::Chosen, wrapName, {})))
+        editor.send(S::SCI_SETWRAPMODE, *wrapped ? S::SC_WRAP_WORD : S::SC_WRAP_NONE);
+    if (const auto zoom = integerOf(RegReadString(store, Section::Chosen, zoomName, {})))
+        editor.send(S::SCI_SETZOOM, ulong(std::clamp(*zoom, leastZoom, mostZoom)));
+}
+
 KeptShortcut keptShortcut(const ShortcutTable &shortcuts, int command)
 {
     if (shortcuts.shortcutCount(command) == 0)
@@ -334,6 +374,7 @@ void LoadEditorSettings(control::CodeEditor &editor, const SettingsStore &store)
     for (const FlagRow &row : habitFlags)
         reader.flag(row);
     editor.setProperties(properties);
+    loadView(editor, store);
     LoadEditorHotKeys(editor.shortcuts(), store);
 }
 
@@ -353,33 +394,48 @@ platform::Result<void> SaveEditorSettings(const control::CodeEditor &editor, Set
     return store.flush();
 }
 
+platform::Result<void> SaveEditorView(const control::CodeEditor &editor, SettingsStore &store)
+{
+    using S = QsciScintillaBase;
+    RegWriteString(store, Section::Chosen, wrapName,
+                   textOf(editor.send(S::SCI_GETWRAPMODE) != S::SC_WRAP_NONE));
+    RegWriteString(store, Section::Chosen, zoomName, QString::number(editor.send(S::SCI_GETZOOM)));
+    return store.flush();
+}
+
 void LoadEditorHotKeys(ShortcutTable &shortcuts, const SettingsStore &store)
 {
     for (int command = control::firstCommand; command <= control::lastCommand; ++command) {
         const KeptShortcut kept = readShortcut(store, command);
+        if (kept.isEmpty() && isCleared(store, command))
+            takeKeys(shortcuts, command);
         if (kept.isEmpty())
             continue;
         const Shortcut shortcut = shortcutOf(kept);
         // Damaged keys must not cost the command the ones it has.
         if (!control::keysOf(shortcut))
             continue;
-        for (int index = shortcuts.shortcutCount(command) - 1; index >= 0; --index)
-            shortcuts.unregisterShortcut(command, index);
+        takeKeys(shortcuts, command);
         shortcuts.registerShortcut(command, shortcut);
     }
     // Not over a choice of the user's, who would lose it at every start.
     const QKeySequence free(Qt::CTRL | Qt::Key_L);
-    if (shortcuts.shortcutCount(selectAllCommand) == 0 && shortcuts.command(free) == 0)
+    if (shortcuts.shortcutCount(selectAllCommand) == 0 && shortcuts.command(free) == 0
+        && !isCleared(store, selectAllCommand))
         shortcuts.registerShortcut(selectAllCommand, {control::CtrlModifier, QStringLiteral("L"), 0, {}});
 }
 
 void SaveEditorHotKeys(const ShortcutTable &shortcuts, SettingsStore &store)
 {
+    const ShortcutTable builtIn;
     for (int command = control::firstCommand; command <= control::lastCommand; ++command) {
         const KeptShortcut kept = keptShortcut(shortcuts, command);
         forEachPart(kept, command, [&store](Section section, const QString &name, const QString &part) {
             RegWriteString(store, section, name, part);
         });
+        // Others may come to have a key of their own one day.
+        const bool hadKeys = builtIn.shortcutCount(command) > 0 || command == selectAllCommand;
+        RegWriteString(store, Section::Chosen, clearedName(command), textOf(hadKeys && kept.isEmpty()));
     }
 }
 

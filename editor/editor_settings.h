@@ -27,7 +27,8 @@ enum class Section
     Modifiers1,
     Modifiers2,
     Keys1,
-    Keys2
+    Keys2,
+    Chosen // what has no place in the others, such as keys taken away
 };
 
 void RegWriteString(settings::SettingsStore &store, Section section, const QString &valueName,
@@ -43,7 +44,12 @@ void LoadEditorSettings(control::CodeEditor &editor, const settings::SettingsSto
 // Everything, from this editor; the failure says why nothing could be kept.
 platform::Result<void> SaveEditorSettings(const control::CodeEditor &editor, settings::SettingsStore &store);
 
-// The keys alone, which all editors of a library share. A command whose stored keys are none keeps its own.
+// How the text is shown between runs, wrapped and zoomed; LoadEditorSettings reads it. It is no property: it
+// changes with every turn of the wheel, and is kept when its window is left.
+platform::Result<void> SaveEditorView(const control::CodeEditor &editor, settings::SettingsStore &store);
+
+// The keys alone, which all editors of a library share. A command whose stored keys are none keeps its own,
+// unless the user took them away.
 void LoadEditorHotKeys(control::ShortcutTable &shortcuts, const settings::SettingsStore &store);
 void SaveEditorHotKeys(const control::ShortcutTable &shortcuts, settings::SettingsStore &store);
 

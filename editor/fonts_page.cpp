@@ -38,24 +38,11 @@ enum Column
 {
     BoldColumn,
     ItalicColumn,
-    HintColumn,
+    RestColumn, // takes what room is left, and holds nothing
     Columns
 };
 
 constexpr int bitOf(int column) { return column == BoldColumn ? control::Bold : control::Italic; }
-
-// Some parts get the same style again whenever the program starts, whatever was chosen.
-struct SetAnew
-{
-    control::StyleSlot slot;
-    const char *hint;
-};
-
-constexpr SetAnew setAnew[] = {
-    {control::KeywordStyle, "Bold at each start"},
-    {control::TagNameStyle, "Bold at each start"},
-    {control::CommentStyle, "Italic at each start"},
-};
 
 QStringList fixedFaces()
 {
@@ -107,11 +94,6 @@ void FontsPage::addStyles()
         styles_->setVerticalHeaderItem(slot, new QTableWidgetItem(label));
         styles_->setItem(slot, BoldColumn, checkItem(tr("%1, bold").arg(label)));
         styles_->setItem(slot, ItalicColumn, checkItem(tr("%1, italic").arg(label)));
-    }
-    for (const SetAnew &row : setAnew) {
-        auto *hint = new QTableWidgetItem(tr(row.hint));
-        hint->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-        styles_->setItem(row.slot, HintColumn, hint);
     }
     for (QHeaderView *header : {styles_->horizontalHeader(), styles_->verticalHeader()}) {
         header->setSectionResizeMode(QHeaderView::ResizeToContents);

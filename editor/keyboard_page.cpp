@@ -222,12 +222,7 @@ void KeyboardPage::assign()
     change({keys}, takenText(keyConflicts(draft_.shortcuts, current(), keys)));
 }
 
-// What has no key when it is kept gets its built-in one at the next start, as nothing was kept for it.
-void KeyboardPage::clear()
-{
-    const bool builtIn = !firstShortcuts().shortcuts(current()).isEmpty();
-    change({}, builtIn ? tr("The command has its own key again when the program starts next.") : QString());
-}
+void KeyboardPage::clear() { change({}, {}); }
 
 void KeyboardPage::reset()
 {

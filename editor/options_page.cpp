@@ -33,7 +33,7 @@ constexpr Switch table[] = {
     {&Properties::lineNumbering, "chkLineNumbers", "Line &numbers", false, ""},
     {&Properties::leftMargin, "chkLeftMargin", "Left margin, with the &bookmarks", false, ""},
     {&Properties::selectionBounds, "chkSelectionBounds", "Bounds of the &selection in the left margin", false, ""},
-    {&Properties::lineToolTips, "chkLineToolTips", "Line &tool tips while scrolling (on again at each start)", false,
+    {&Properties::lineToolTips, "chkLineToolTips", "Line &tool tips while scrolling", false,
      "Tells the line that the text is scrolled to while its bar is dragged."},
     {&Properties::whiteSpace, "chkWhiteSpace", "&White space as dots and arrows", false, ""},
     {&Properties::closeOnSlash, "chkCloseOnSlash", "Closin&g tag on \"</\"", true, ""},

@@ -42,9 +42,9 @@ EditorProperties unusualProperties()
     properties.numberingStart = -2147483647 - 1;
     for (bool EditorProperties::*flag :
          {&EditorProperties::selectionBounds, &EditorProperties::leftMargin, &EditorProperties::lineNumbering,
-          &EditorProperties::whiteSpace, &EditorProperties::closeOnSlash, &EditorProperties::closeOnBracket,
-          &EditorProperties::renameBoth, &EditorProperties::autoIndent, &EditorProperties::offerNames,
-          &EditorProperties::dragText})
+          &EditorProperties::lineToolTips, &EditorProperties::whiteSpace, &EditorProperties::closeOnSlash,
+          &EditorProperties::closeOnBracket, &EditorProperties::renameBoth, &EditorProperties::autoIndent,
+          &EditorProperties::offerNames, &EditorProperties::dragText})
         properties.*flag = !(properties.*flag);
     return properties;
 }
@@ -76,10 +76,7 @@ private Q_SLOTS:
         }
         CodeEditor loaded;
         editor::LoadEditorSettings(loaded, SettingsStore(file_));
-        EditorProperties expected = saved.properties();
-        expected.styles[KeywordStyle] = Bold;
-        expected.styles[CommentStyle] = Italic;
-        expected.styles[TagNameStyle] = Bold;
+        const EditorProperties expected = saved.properties();
         QCOMPARE(loaded.properties().colours, expected.colours);
         QCOMPARE(loaded.properties().styles, expected.styles);
         QVERIFY(loaded.properties() == expected);
@@ -164,6 +161,43 @@ private Q_SLOTS:
             QVERIFY2(shown(QsciScintillaBase::SCI_STYLEGETBOLD) == 0, content.left(100));
             for (const int command : {100, 121})
                 QCOMPARE(editor.shortcuts().shortcuts(command), first.shortcuts(command));
+        }
+    }
+
+    // A command without keys does not get its built-in ones again; one that no store names keeps them.
+    void clearedKeysStayCleared()
+    {
+        for (const int command : {114, 137}) {
+            init();
+            SettingsStore store(file_);
+            CodeEditor saved;
+            editor::LoadEditorSettings(saved, store);
+            QVERIFY(!saved.shortcuts().shortcuts(command).isEmpty());
+            saved.shortcuts().setShortcuts(command, {});
+            QVERIFY(editor::SaveEditorSettings(saved, store).ok());
+            for (int start = 0; start < 2; ++start) {
+                CodeEditor loaded;
+                editor::LoadEditorSettings(loaded, store);
+                QVERIFY(loaded.shortcuts().shortcuts(command).isEmpty());
+                QVERIFY(editor::SaveEditorSettings(loaded, store).ok());
+            }
+        }
+    }
+
+    void viewComesBack()
+    {
+        using S = QsciScintillaBase;
+        for (const auto &[kept, zoom] : {std::pair(u"3"_s, 3), {u"-4"_s, -4}, {u"9999"_s, 20}, {u"x"_s, 0}}) {
+            init();
+            SettingsStore store(file_);
+            CodeEditor saved;
+            saved.execute(164);
+            QVERIFY(editor::SaveEditorView(saved, store).ok());
+            editor::RegWriteString(store, Section::Chosen, u"zoom"_s, kept);
+            CodeEditor loaded;
+            editor::LoadEditorSettings(loaded, store);
+            QCOMPARE(loaded.send(S::SCI_GETWRAPMODE), long(S::SC_WRAP_WORD));
+            QCOMPARE(int(loaded.send(S::SCI_GETZOOM)), zoom);
         }
     }
 
