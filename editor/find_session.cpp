@@ -1,5 +1,6 @@
 #include "editor/find_session.h"
 
+#include "platform/control/left_edge.h"
 #include "platform/control/undo_step.h"
 
 namespace editor {
@@ -103,6 +104,7 @@ void FindSession::select(const control::TextMatch &match)
         editor_.send(S::SCI_SETFIRSTVISIBLELINE, ulong(std::max(0L, shown - count / 2)));
     editor_.send(S::SCI_SETSEL, ulong(match.start), long(match.end));
     editor_.send(S::SCI_SCROLLRANGE, ulong(match.end), long(match.start));
+    control::showLeftEdge(editor_);
     editor_.send(S::SCI_CHOOSECARETX);
 }
 

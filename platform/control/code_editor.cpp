@@ -1,6 +1,7 @@
 #include "platform/control/code_editor.h"
 
 #include "platform/control/editor_look.h"
+#include "platform/control/left_edge.h"
 #include "platform/control/text_difference.h"
 #include "platform/control/text_window.h"
 #include "platform/control/undo_step.h"
@@ -203,6 +204,7 @@ void CodeEditor::replaceText(const QByteArray &utf8)
     if (habitsOf(utf8).hasLineEnd)
         takeHabits(utf8);
     inserted_.forget();
+    showLeftEdge(*this);
     settle();
 }
 
@@ -389,6 +391,7 @@ void CodeEditor::showPosition(long position)
         send(SCI_SETFIRSTVISIBLELINE, ulong(std::max(0L, shown - count / 2)));
     send(SCI_GOTOPOS, ulong(position));
     send(SCI_CHOOSECARETX);
+    showLeftEdge(*this);
     settle();
 }
 

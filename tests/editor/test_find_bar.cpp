@@ -131,6 +131,32 @@ private Q_SLOTS:
         }
     }
 
+    // One match far to the right does not leave the view shifted for those behind it, nor for what comes
+    // after them; one that cannot be seen from the left stays in sight.
+    void viewComesBackToTheLeft()
+    {
+        using S = QsciScintillaBase;
+        const QByteArray far(900, ' ');
+        Desk desk(far + "aim\naim\n" + far + "aim\n");
+        const auto shifted = [&desk] { return desk.edit->send(S::SCI_GETXOFFSET) > 0; };
+        Desk::press(Qt::Key_F, Qt::ControlModifier);
+        Desk::type("aim");
+        QVERIFY(shifted());
+        Desk::press(Qt::Key_Escape);
+        for (const bool farAway : {false, true, true, false}) {
+            desk.edit->execute(176);
+            QCOMPARE(shifted(), farAway);
+        }
+        desk.edit->placeCaret(0, 900);
+        QVERIFY(shifted());
+        desk.edit->replaceText("<tidy/>\n<other/>\n");
+        QVERIFY(!shifted());
+        desk.edit->replaceText(far + "\n\n");
+        desk.edit->placeCaret(0, 900);
+        desk.edit->placeCaret(1, 0);
+        QVERIFY(!shifted());
+    }
+
     void searchesWhileTyping()
     {
         Desk desk("one two\ntwo one\n");
