@@ -118,9 +118,11 @@ void KeyboardPage::connectControls()
     search_->installEventFilter(this);
     commands_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &KeyboardPage::narrow);
-    connect(commands_, &QTreeWidget::currentItemChanged, this, &KeyboardPage::showCommand);
+    connect(commands_, &QTreeWidget::currentItemChanged, this,
+            [this](QTreeWidgetItem *, const QTreeWidgetItem *left) { chooseCommand(left); });
     connect(commands_, &QTreeWidget::itemDoubleClicked, keys_, [this] { keys_->setFocus(); });
     connect(keys_, &KeysEdit::recorded, this, &KeyboardPage::showState);
+    connect(keys_, &KeysEdit::recorded, this, &KeyboardPage::changed);
     connect(keys_, &KeysEdit::assignRequested, this, &KeyboardPage::assign);
     connect(keys_, &KeysEdit::refused, this, [this] {
         state_->setText(tr("A key that types a character, or is unknown here, cannot begin a shortcut."));
@@ -167,7 +169,6 @@ void KeyboardPage::narrow()
     }
     if (current() == 0 || commands_->currentItem() == nullptr)
         commands_->setCurrentItem(first);
-    showCommand();
 }
 
 void KeyboardPage::showCommand()
@@ -175,6 +176,22 @@ void KeyboardPage::showCommand()
     keys_->setKeys(draft_.shortcuts.shortcuts(current()).value(0));
     showState();
 }
+
+// Keys that were recorded for one command are not meant for another, and do not go unnoticed.
+void KeyboardPage::chooseCommand(const QTreeWidgetItem *left)
+{
+    const bool pending = left != nullptr && hasPending();
+    const QString keys = keys_->keys().toString(QKeySequence::NativeText);
+    showCommand();
+    if (!pending)
+        return;
+    state_->setText(tr("%1 was not assigned to %2.").arg(keys, left->text(NameColumn)));
+    Q_EMIT changed();
+}
+
+bool KeyboardPage::hasPending() const { return assign_->isEnabled(); }
+
+void KeyboardPage::takePending() { assign(); }
 
 // What assigning the keys in the field would do.
 void KeyboardPage::showState()

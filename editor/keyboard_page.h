@@ -7,6 +7,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace editor {
 
@@ -22,6 +23,9 @@ public:
 
     void showDraft() override;
     void restoreDefaults() override;
+    // Keys that were recorded for a command and not assigned yet.
+    bool hasPending() const override;
+    void takePending() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -34,6 +38,7 @@ private:
     void fill();
     void narrow();
     void showCommand();
+    void chooseCommand(const QTreeWidgetItem *left);
     void showState();
     void assign();
     void clear();

@@ -35,7 +35,10 @@ PropertiesDialog::PropertiesDialog(control::CodeEditor &editor, QWidget *parent)
     addPage(new KeyboardPage(draft_, editor.window(), this), "pgKeyboard", tr("&Keyboard"));
     layOut();
     resize(usualSize());
-    connect(pages_, &QTabWidget::currentChanged, this, &PropertiesDialog::showPage);
+    connect(pages_, &QTabWidget::currentChanged, this, [this] {
+        takePending();
+        showPage();
+    });
     connect(ok_, &QPushButton::clicked, this, &PropertiesDialog::accept);
     connect(cancel_, &QPushButton::clicked, this, &PropertiesDialog::reject);
     connect(apply_, &QPushButton::clicked, this, &PropertiesDialog::apply);
@@ -106,12 +109,23 @@ void PropertiesDialog::showPage()
 
 void PropertiesDialog::showState()
 {
-    apply_->setEnabled(differs(draft_, editor_));
+    const auto pages = findChildren<PropertiesPage *>();
+    const bool pending = std::any_of(pages.begin(), pages.end(),
+                                     [](const PropertiesPage *page) { return page->hasPending(); });
+    apply_->setEnabled(pending || differs(draft_, editor_));
     defaults_->setEnabled(currentPage()->hasDefaults());
+}
+
+// Who leaves a page or accepts it means what stands in its fields.
+void PropertiesDialog::takePending()
+{
+    for (PropertiesPage *page : findChildren<PropertiesPage *>())
+        page->takePending();
 }
 
 void PropertiesDialog::apply()
 {
+    takePending();
     editor::apply(draft_, editor_);
     takeFromEditor();
 }

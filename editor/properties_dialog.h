@@ -37,6 +37,7 @@ private:
     void takeFromEditor();
     void showPage();
     void showState();
+    void takePending();
     PropertiesPage *currentPage() const;
 
     control::CodeEditor &editor_;

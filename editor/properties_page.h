@@ -24,6 +24,10 @@ public:
     // Puts the page's part of the draft back to what it is before anybody chose, and shows it.
     virtual void restoreDefaults() = 0;
 
+    // Whether something was begun here that the draft does not have yet, and to put it there.
+    virtual bool hasPending() const { return false; }
+    virtual void takePending() { }
+
 Q_SIGNALS:
     // The user changed the draft here.
     void changed();

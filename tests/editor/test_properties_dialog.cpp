@@ -122,6 +122,12 @@ const Case cases[] = {
      [](Opened &on) { return on.editor.library()->shortcuts.command(ctrlKS) == 131; }},
 };
 
+void recordOnly(Opened &on)
+{
+    on.chooseCommand(131);
+    typeKeys(on.find<KeysEdit>("txtKeys"), ctrlKS);
+}
+
 } // namespace
 
 class TestPropertiesDialog : public QObject
@@ -269,6 +275,43 @@ private Q_SLOTS:
         Opened on(Fonts);
         on.dialog.resize(on.dialog.minimumSizeHint());
         QVERIFY(on.dialog.height() < on.dialog.screen()->availableSize().height() / 2);
+    }
+
+    // Keys that were recorded and not assigned are assigned by what accepts the page, and by nothing else.
+    void recordedKeysAreNotLost()
+    {
+        const std::tuple<const char *, void (*)(Opened &), bool> rows[] = {
+            {"OK", [](Opened &on) { on.find<QPushButton>("OKButton")->click(); }, true},
+            {"Apply", [](Opened &on) { on.find<QPushButton>("cmdApply")->click(); }, true},
+            {"another page, then OK",
+             [](Opened &on) {
+                 on.find<QTabWidget>("tabPages")->setCurrentIndex(Fonts);
+                 on.find<QTabWidget>("tabPages")->setCurrentIndex(Keyboard);
+                 on.dialog.accept();
+             },
+             true},
+            {"another command, then OK",
+             [](Opened &on) {
+                 on.chooseCommand(132);
+                 on.dialog.accept();
+             },
+             false},
+            {"Cancel, then OK",
+             [](Opened &on) {
+                 on.dialog.reject();
+                 on.dialog.show();
+                 on.dialog.accept();
+             },
+             false},
+        };
+        for (const auto &[name, act, kept] : rows) {
+            Opened on(Keyboard);
+            recordOnly(on);
+            QVERIFY2(on.canApply(), name);
+            act(on);
+            QVERIFY2((on.editor.library()->shortcuts.command(ctrlKS) == 131) == kept, name);
+            QCOMPARE(on.told.count(), kept ? 1 : 0);
+        }
     }
 
     void fieldRecordsOrLetsGo()
