@@ -1,6 +1,7 @@
 #include "app/editor_host.h"
 
 #include "app/command_set.h"
+#include "app/commands.h"
 #include "app/status_bar.h"
 #include "app/view_frame.h"
 #include "editor/count_all.h"
@@ -9,16 +10,22 @@
 #include "platform/control/code_editor.h"
 
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace app {
+
+namespace {
+
+constexpr char recordName[] = "createmac";
+
+}
 
 EditorHost::EditorHost(const Around &around)
     : around_(around), memory_(&around_.settings), services_(around_.editor, memory_, around_.note),
       macros_(around_.dataFolder, around_.editor.library()->macros, around_.note)
 {
     around_.frame.addBelow(document::XmlMode, services_.findBar());
-    connect(&services_, &editor::EditorServices::activityChanged, this,
-            [this](const QString &text) { around_.bar.setActivity(text); });
+    connect(&services_, &editor::EditorServices::activityChanged, this, &EditorHost::showActivity);
     connect(&around_.editor, &control::CodeEditor::propertiesChanged, this, &EditorHost::saveSettings);
 }
 
@@ -49,6 +56,31 @@ void EditorHost::showKeys()
     keys_ = around_.editor.shortcuts();
     around_.commands.showEditorKeys(
         [this](int command) { return around_.editor.shortcuts().shortcuts(command).value(0); });
+}
+
+// The command that began a recording ends it.
+void EditorHost::showActivity(const QString &text)
+{
+    around_.bar.setActivity(text);
+    around_.bar.setRecording(services_.recording());
+    const auto row = std::find_if(commandTable().begin(), commandTable().end(), [](const Command &command) {
+        return QLatin1StringView(command.name) == QLatin1StringView(recordName);
+    });
+    around_.commands.action(*row)->setText(services_.recording() ? tr("Stop Recording")
+                                                                 : QString::fromLatin1(row->caption));
+}
+
+// Who said No and stays after all for the document's sake has lost nothing, and is asked again.
+bool EditorHost::mayLeave()
+{
+    if (!macros_.hasUnsaved())
+        return true;
+    const dialogs::Answer answer
+        = around_.dialogs.message(dialogs::Icon::Question, dialogs::Buttons::YesNoCancel,
+                                  tr("Macros were recorded and not saved. Save them?"));
+    if (answer == dialogs::Answer::Yes)
+        macros_.SaveMacros();
+    return answer == dialogs::Answer::No || (answer == dialogs::Answer::Yes && !macros_.hasUnsaved());
 }
 
 void EditorHost::saveMacros() { macros_.SaveMacros(); }

@@ -52,6 +52,9 @@ public:
     // The window is left: keeps how the text is shown.
     void rememberView();
 
+    // Asks about macros that were recorded and not saved; false when the window is to stay.
+    bool mayLeave();
+
     void saveMacros(); // "Save Macro's"
     void countAll(); // "Count All"
     void toggleAssignedPreview(); // "Assigned file Preview"
@@ -60,6 +63,7 @@ public:
 private:
     void saveSettings();
     void showKeys();
+    void showActivity(const QString &text);
     void openAssignedPreview();
     void showAssigned(bool open);
 

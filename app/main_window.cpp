@@ -341,7 +341,7 @@ void mainfrm::changeEvent(QEvent *event)
 
 void mainfrm::closeEvent(QCloseEvent *event)
 {
-    if (!left_ && !session_->life().leave()) {
+    if (!left_ && !(editorHost_->mayLeave() && session_->life().leave())) {
         event->ignore();
         return;
     }

@@ -61,6 +61,7 @@ StatusBar::StatusBar(QWidget *parent)
     addWidget(title_, 1);
     addPermanentWidget(note_); // has its room before the title line, which stands in the window's title too
     note_->hide();
+    addRecording();
     activity_ = addPanel("Activity", tr("What the editor is doing"));
     caret_ = addPanel("CaretPlace", tr("Line and column of the caret"));
     addEncoding();
@@ -77,6 +78,15 @@ QLabel *StatusBar::addPanel(const char *name, const QString &tip)
     addPermanentWidget(panel);
     panel->hide();
     return panel;
+}
+
+void StatusBar::addRecording()
+{
+    recording_ = addPanel("Recording", tr("A macro is being recorded"));
+    QPalette red = recording_->palette();
+    red.setColor(QPalette::WindowText, QColor(0xE0, 0x1B, 0x24)); // on light and on dark
+    recording_->setPalette(red);
+    recording_->setText(QStringLiteral("\u25CF"));
 }
 
 void StatusBar::addEncoding()

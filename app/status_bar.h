@@ -39,6 +39,8 @@ public:
 
     // What the editor is busy with by itself, such as recording; empty for nothing.
     void setActivity(const QString &text) { show(activity_, text); }
+    // A red dot before it.
+    void setRecording(bool recording) { recording_->setVisible(recording); }
     // Where the caret is; empty where there is none.
     void setCaret(const QString &text) { show(caret_, text); }
     // How the document stands in its file; either may be empty.
@@ -49,6 +51,7 @@ public:
 
 private:
     QLabel *addPanel(const char *name, const QString &tip);
+    void addRecording();
     void addEncoding();
     void showNote();
     static void show(QLabel *panel, const QString &text);
@@ -57,6 +60,7 @@ private:
     ElidedLabel *note_;
     QString passing_;
     QString ofFile_;
+    QLabel *recording_;
     QLabel *activity_;
     QLabel *caret_;
     QToolButton *encoding_;

@@ -28,6 +28,9 @@ public:
     // To be placed below the editor; hidden until something is to be found.
     QWidget *findBar() const;
 
+    // Whether what is done in the editor is recorded now; activityChanged tells when that changes.
+    bool recording() const { return macros_.recording(); }
+
 Q_SIGNALS:
     // What the editor is busy with by itself, for the status bar; empty for nothing.
     void activityChanged(const QString &text);

@@ -86,6 +86,7 @@ void MacroFiles::LoadMacros()
         slot = slotIn(name).value_or(slot);
         LoadMacroFile(path, slot);
     }
+    kept_ = macros_;
 }
 
 void MacroFiles::LoadMacroFile(const QString &path, int slot)
@@ -106,7 +107,17 @@ void MacroFiles::SaveMacros()
         return;
     }
     for (int slot = 0; slot < control::MacroSlots::count; ++slot)
-        SaveMacroFile(QDir(folder_).filePath(QStringLiteral("%1.dem").arg(slot)), slot);
+        if (SaveMacroFile(QDir(folder_).filePath(QStringLiteral("%1.dem").arg(slot)), slot))
+            kept_.setMacro(slot, macros_.macro(slot));
+}
+
+// What an emptied slot held stays in its file.
+bool MacroFiles::hasUnsaved() const
+{
+    for (int slot = 0; slot < control::MacroSlots::count; ++slot)
+        if (!macros_.macro(slot).isEmpty() && macros_.macro(slot) != kept_.macro(slot))
+            return true;
+    return false;
 }
 
 bool MacroFiles::SaveMacroFile(const QString &path, int slot)

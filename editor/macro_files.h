@@ -32,6 +32,9 @@ public:
     // Makes the folder and writes the slots that are not empty.
     void SaveMacros();
 
+    // Whether a slot holds what was neither read from its file nor written to it.
+    bool hasUnsaved() const;
+
     // Writes over the beginning of an older file, never shortens it: a macro's bytes say where they end. An
     // empty slot writes nothing. False when the file could not be written.
     bool SaveMacroFile(const QString &path, int slot);
@@ -39,6 +42,7 @@ public:
 private:
     QString folder_;
     control::MacroSlots &macros_;
+    control::MacroSlots kept_; // as they stand in their files
     Note note_;
 };
 

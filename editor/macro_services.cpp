@@ -42,10 +42,20 @@ QString MacroServices::stateText() const
 {
     QStringList states;
     if (recording())
-        states += QStringLiteral("Recording a macro: %1").arg(countedSteps(recorder_.strokes()));
+        states += recordingText();
     if (editor_.repeatCount() > 1)
         states += QStringLiteral("Repeat: %1").arg(QLocale().toString(editor_.repeatCount()));
     return states.join(QStringLiteral("; "));
+}
+
+// Says how it ends, too: who began it by mistake has no other way to know.
+QString MacroServices::recordingText() const
+{
+    const QKeySequence keys = editor_.shortcuts().shortcuts(recordCommand).value(0);
+    const QString told = QStringLiteral("Recording a macro: %1").arg(countedSteps(recorder_.strokes()));
+    return keys.isEmpty()
+        ? told
+        : QStringLiteral("%1 (%2 stops)").arg(told, keys.toString(QKeySequence::NativeText));
 }
 
 bool MacroServices::record()

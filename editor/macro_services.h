@@ -29,13 +29,15 @@ public:
 
     bool recording() const { return recorder_.recording(); }
 
-    // What the status bar says meanwhile: "Recording a macro: 12 steps", "Repeat: 5", or nothing.
+    // What the status bar says meanwhile: "Recording a macro: 12 steps (… stops)", "Repeat: 5",
+    // or nothing.
     QString stateText() const;
 
 Q_SIGNALS:
     void stateChanged(const QString &text);
 
 private:
+    QString recordingText() const;
     bool record();
     bool keep(const control::Macro &recorded);
     bool askRepeatCount();

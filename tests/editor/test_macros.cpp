@@ -111,6 +111,26 @@ class TestMacros : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // What is asked about at the end: what no file holds.
+    void knowsWhatIsUnsaved()
+    {
+        Folder folder;
+        folder.add("3.dem", bytesOf(typing("kept")));
+        folder.files.LoadMacros();
+        QVERIFY(!folder.files.hasUnsaved());
+        for (const char *text : {"new", "newer"}) {
+            folder.macros.setMacro(3, bytesOf(typing(text)));
+            QVERIFY(folder.files.hasUnsaved());
+            folder.files.SaveMacros();
+            QVERIFY(!folder.files.hasUnsaved());
+        }
+        // A file that cannot be written.
+        QVERIFY(QDir().mkpath(folder.path("4.dem")));
+        folder.macros.setMacro(4, bytesOf(typing("lost")));
+        folder.files.SaveMacros();
+        QVERIFY(folder.files.hasUnsaved());
+    }
+
     void filesGoIntoTheirSlots()
     {
         const struct
@@ -183,7 +203,7 @@ private Q_SLOTS:
         desk.record();
         desk.type("ab");
         QTest::keyClick(&desk.editor, Qt::Key_Left);
-        QCOMPARE(state.last().first().toString(), u"Recording a macro: 3 steps"_s);
+        QCOMPARE(state.last().first().toString(), u"Recording a macro: 3 steps (Ctrl+Shift+R stops)"_s);
         inNextWindow("frmMacroSlot", [](QWidget *window) {
             auto *list = window->findChild<QTreeWidget *>();
             QCOMPARE(list->topLevelItem(0)->text(1), u"1 step"_s);
