@@ -25,7 +25,6 @@
 #include "platform/files/user_folders.h"
 #include "platform/system/settings_store.h"
 #include "platform/system/shell.h"
-#include "tree/freeze.h"
 #include "tree/node_commands.h"
 #include "tree/tree_model.h"
 #include "tree/tree_view.h"
@@ -34,7 +33,6 @@
 #include <QCloseEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScopedValueRollback>
 #include <QToolBar>
 
 namespace app {
@@ -350,6 +348,11 @@ void mainfrm::closeEvent(QCloseEvent *event)
         return;
     left_ = true;
     recovery_->end();
+    leaveForGood();
+}
+
+void mainfrm::leaveForGood()
+{
     editorHost_->rememberView();
     if (const auto kept = rememberPlace(*this, settings_); !kept)
         note(kept.reason());
@@ -362,80 +365,7 @@ void mainfrm::endAtOnce()
         return;
     recovery_->endUnsaved();
     session_->life().clearUp();
-    editorHost_->rememberView();
-    if (const auto kept = rememberPlace(*this, settings_); !kept)
-        note(kept.reason());
-    Q_EMIT left();
-}
-
-int mainfrm::currentTab() const { return frame_->tabs()->currentIndex(); }
-
-void mainfrm::selectTab(int tab) { frame_->tabs()->setCurrentIndex(tab); }
-
-// A mode that was chosen as such is for working in, wherever the focus was.
-void mainfrm::chooseMode(int tab)
-{
-    selectTab(tab);
-    frame_->view(currentTab())->setFocus();
-}
-
-// The handler may lead on to another tab, and is then here again before it returns; the outer switch has
-// nothing left to do when it comes back.
-void mainfrm::tabChanged(int tab)
-{
-    const int previous = std::exchange(tab_, tab);
-    const bool fromText = previous == document::XmlMode
-        || (previous == document::Preview && session_->state().TabTag == document::XmlMode);
-    {
-        const QScopedValueRollback<bool> same(keepsPlace_, true);
-        session_->views().enteredTab(tab, previous);
-    }
-    if (currentTab() == tab)
-        carryPlace(tab, fromText);
-    quickTags_->modeChanged();
-    tidy_->modeChanged();
-    if (currentTab() == tab)
-        focusView();
-    mark_->refresh();
-}
-
-// Caret and selected node go along while text and tree are the same. A caret that stands in the selected node
-// already stays where it is.
-void mainfrm::carryPlace(int to, bool fromText)
-{
-    const document::DocumentState &state = session_->state();
-    const bool isCarried = (to == document::NormalMode && fromText) || (to == document::XmlMode && !fromText);
-    if (!isCarried || !state.known.agreed(state.domIdentity(), CodeMax1->revision()))
-        return;
-    const qsizetype caret = CodeMax1->send(QsciScintillaBase::SCI_GETCURRENTPOS);
-    const qsizetype selected = place_->selectedOffset();
-    if (to == document::NormalMode)
-        place_->select(caret);
-    else if (selected >= 0 && place_->nodeAt(caret) != TreeView1->currentIndex())
-        CodeMax1->showPosition(long(selected));
-}
-
-// A tab reached with the keyboard keeps the focus, so that the arrow keys go on through the tabs.
-void mainfrm::focusView()
-{
-    if (!frame_->tabs()->tabBar()->hasFocus())
-        frame_->view(currentTab())->setFocus();
-}
-
-void mainfrm::documentGoing()
-{
-    if (keepsPlace_)
-        place_->hold();
-}
-
-// The view selects and opens the root of a rebuilt tree.
-void mainfrm::rebuildTree()
-{
-    tree::Freeze freeze;
-    freeze.setForm(TreeView1);
-    model_->nametree(session_->state().Document.documentElement());
-    if (keepsPlace_)
-        place_->restore();
+    leaveForGood();
 }
 
 void mainfrm::setTitleLine(const QString &text)
@@ -475,19 +405,6 @@ void mainfrm::tellOfFirstWriting()
 void mainfrm::note(const QString &text) { StatusBar1->setNote(text); }
 
 void mainfrm::fileNote(const QString &text) { StatusBar1->setFileNote(text); }
-
-void mainfrm::setModesEnabled(bool normal, bool xml, bool preview)
-{
-    commands_.action(QStringLiteral("mnunormalmod"))->setEnabled(normal);
-    commands_.action(QStringLiteral("mnuxmlmode"))->setEnabled(xml);
-    commands_.action(QStringLiteral("mnupreview"))->setEnabled(preview);
-}
-
-void mainfrm::showMenusFor(int tab)
-{
-    menus_.showFor(tab);
-    commands_.offerTreeKeys(tab == document::NormalMode);
-}
 
 void mainfrm::layOut()
 {

@@ -160,6 +160,7 @@ private:
     bool mayWriteFile();
     void fileGone();
     void fileRenamed(const QString &path);
+    void leaveForGood();
     void tabChanged(int tab);
     void chooseMode(int tab);
     void carryPlace(int to, bool fromText);
