@@ -125,7 +125,7 @@ void TidyHost::addButtons()
         button->setText(text);
         button->setToolTip(tip);
         button->setFocusPolicy(Qt::TabFocus);
-        around_.window.statusBar()->insertPermanentWidget(0, button);
+        around_.window.statusBar()->addPermanentWidget(button);
         button->hide();
     };
     add(cmdcanceltidy, "cmdcanceltidy", QStringLiteral("Cancel Tidy"),

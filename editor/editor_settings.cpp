@@ -397,9 +397,15 @@ platform::Result<void> SaveEditorSettings(const control::CodeEditor &editor, Set
 platform::Result<void> SaveEditorView(const control::CodeEditor &editor, SettingsStore &store)
 {
     using S = QsciScintillaBase;
-    RegWriteString(store, Section::Chosen, wrapName,
-                   textOf(editor.send(S::SCI_GETWRAPMODE) != S::SC_WRAP_NONE));
-    RegWriteString(store, Section::Chosen, zoomName, QString::number(editor.send(S::SCI_GETZOOM)));
+    const bool wraps = editor.send(S::SCI_GETWRAPMODE) != S::SC_WRAP_NONE;
+    const auto zoom = editor.send(S::SCI_GETZOOM);
+    // What nobody ever chose is not kept: a later version may begin with something better.
+    const auto keep = [&store](QLatin1StringView name, const QString &value, bool isUsual) {
+        if (!isUsual || !RegReadString(store, Section::Chosen, name, {}).isEmpty())
+            RegWriteString(store, Section::Chosen, name, value);
+    };
+    keep(wrapName, textOf(wraps), !wraps);
+    keep(zoomName, QString::number(zoom), zoom == 0);
     return store.flush();
 }
 
