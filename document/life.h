@@ -26,8 +26,8 @@ public:
           succession_(succession)
     { }
 
-    // The document's part of start-up: opens the document of that path, as Open does, or a new one where it is
-    // empty. A name that no file has yet is that of the new document.
+    // The document's part of start-up: opens the document of that path, as Open does, or a new one where it
+    // is empty. A name that no file has yet is that of the new document.
     void prelodr(const QString &document);
 
     void newDocument();

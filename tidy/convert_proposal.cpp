@@ -41,9 +41,8 @@ bool isXsl(const QString &instruction)
 
 InputKind kindOfText(const QByteArray &text)
 {
-    static const QRegularExpression page(
-        QStringLiteral("<!doctype\\s+html\\b|<(html|head|body)[\\s/>]"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression page(QStringLiteral("<!doctype\\s+html\\b|<(html|head|body)[\\s/>]"),
+                                         QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression xhtml(
         QStringLiteral("DTD XHTML|xmlns\\s*=\\s*[\"']http://www\\.w3\\.org/1999/xhtml[\"']"));
     const QString start = startOf(text);

@@ -90,8 +90,8 @@ bool CodeEditor::event(QEvent *event)
     return handled;
 }
 
-// What is drawn on a widget at once has the desktop's direction, whatever the widget's own is; a picture of it
-// has the direction of its text.
+// What is drawn on a widget at once has the desktop's direction, whatever the widget's own is; a picture of
+// it has the direction of its text.
 void CodeEditor::aboutToPaint()
 {
     const bool apart = QGuiApplication::layoutDirection() == Qt::RightToLeft;

@@ -187,8 +187,8 @@ xmlEntityPtr Judgement::expand(xmlParserCtxtPtr context, xmlEntityPtr entity)
     return isAffordable && goesOn(context, size / 64) ? entity : nullptr;
 }
 
-// An entity that is kept in a file, as though the file's content were its value; empty where the file cannot be
-// had.
+// An entity that is kept in a file, as though the file's content were its value; empty where the file cannot
+// be had.
 xmlEntityPtr Judgement::substituteFor(xmlParserCtxtPtr context, xmlEntityPtr entity)
 {
     const auto known = substitutes_.find(entity);

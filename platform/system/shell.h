@@ -34,8 +34,8 @@ public:
     // this program either, however that ends. Fails when it cannot be started.
     virtual StartedHelper start(const QString &program, const QString &workingFolder) = 0;
 
-    // Opens a file with this program in a window of its own, which is a process of its own and stays when this
-    // one ends.
+    // Opens a file with this program in a window of its own, which is a process of its own and stays when
+    // this one ends.
     virtual platform::Result<void> openWindow(const QString &path) = 0;
 };
 

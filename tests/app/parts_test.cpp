@@ -1,6 +1,6 @@
 // The parts of the main window that need no window.
-#include "app/command_line.h"
 #include "app/check_progress.h"
+#include "app/command_line.h"
 #include "app/commands.h"
 #include "app/dependency_check.h"
 #include "app/fitted_line.h"
@@ -166,7 +166,9 @@ private Q_SLOTS:
             {{u'"' + blank + u'"'}, Wish::Edit, {blank}},
             {{odd}, Wish::Edit, {odd}},
             {{QUrl::fromLocalFile(hash).toString(QUrl::FullyEncoded)}, Wish::Edit, {hash}},
-            {{u"file:///no/such%20one.xml"_s, u"new.xml"_s}, Wish::Edit, {u"/no/such one.xml"_s, u"new.xml"_s}},
+            {{u"file:///no/such%20one.xml"_s, u"new.xml"_s},
+             Wish::Edit,
+             {u"/no/such one.xml"_s, u"new.xml"_s}},
             {{u"--help"_s, plain}, Wish::Help, {}},
             {{plain, u"-v"_s}, Wish::Version, {}},
             {{u"--hepl"_s}, Wish::Refused, {}},

@@ -126,16 +126,16 @@ private Q_SLOTS:
     void messages()
     {
         const auto inSheet = TransformPlace::StyleSheet;
-        const std::tuple<QByteArray, QByteArray, Severity, TransformPlace, int, const char *> rows[]
-            = {{"<r/>", sheet("\n<p><xsl:message>a\n100%s</xsl:message></p>"), Severity::Information, inSheet,
-                3, "a\n100%s"},
-               {"<r/>", sheet("\n\n<p><xsl:value-of select='nope()'/></p>"), Severity::Error, inSheet, 4,
-                "nope"},
-               {"<r/>", sheet("\n<p><xsl:value-of select='1 +'/></p>"), Severity::Error, inSheet, 3, "1 +"},
-               {"<r/>", "<a>\n</b>", Severity::Error, inSheet, 2, "end tag is that of"},
-               {"<a>\n</b>", sheet("<p/>"), Severity::Error, TransformPlace::Document, 2, "end tag is that of"},
-               {"<r/>", sheet("<p><xsl:value-of select=\"document('none.xml')\"/></p>"), Severity::Warning,
-                inSheet, 2, "none.xml"}};
+        const std::tuple<QByteArray, QByteArray, Severity, TransformPlace, int, const char *> rows[] = {
+            {"<r/>", sheet("\n<p><xsl:message>a\n100%s</xsl:message></p>"), Severity::Information, inSheet, 3,
+             "a\n100%s"},
+            {"<r/>", sheet("\n\n<p><xsl:value-of select='nope()'/></p>"), Severity::Error, inSheet, 4,
+             "nope"},
+            {"<r/>", sheet("\n<p><xsl:value-of select='1 +'/></p>"), Severity::Error, inSheet, 3, "1 +"},
+            {"<r/>", "<a>\n</b>", Severity::Error, inSheet, 2, "end tag is that of"},
+            {"<a>\n</b>", sheet("<p/>"), Severity::Error, TransformPlace::Document, 2, "end tag is that of"},
+            {"<r/>", sheet("<p><xsl:value-of select=\"document('none.xml')\"/></p>"), Severity::Warning,
+             inSheet, 2, "none.xml"}};
         for (const auto &[xml, xsl, severity, place, line, text] : rows) {
             bool said = false;
             for (const TransformMessage &message : run(xml, xsl).messages)

@@ -43,8 +43,9 @@ Edit insertText(Path parent, Path next, Text data)
 
 Edit appendMarkup(Path path, Text markup)
 {
-    return
-        [=](Document &d) { return d.appendChild(at(d, path), d.importContent(QByteArray("<x>") + markup + "</x>")->front()); };
+    return [=](Document &d) {
+        return d.appendChild(at(d, path), d.importContent(QByteArray("<x>") + markup + "</x>")->front());
+    };
 }
 
 Edit insertBefore(Path parent, Path next, Text name)
