@@ -30,7 +30,7 @@ enum Tab
 };
 
 constexpr int entryRole = Qt::UserRole; // the entry's index in the catalogue
-constexpr int usualColumns = 64;
+constexpr int usualColumns = 88;
 constexpr int usualLines = 27;
 constexpr int rowSpacing = 1; // pixels
 constexpr int ownerMargin = 24; // pixels between this dialog and its owner's right edge

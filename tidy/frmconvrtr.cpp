@@ -23,7 +23,7 @@ namespace tidy {
 
 namespace {
 
-constexpr int usualColumns = 64;
+constexpr int usualColumns = 88;
 
 // What the two files differ in.
 struct FileSide

@@ -21,7 +21,7 @@ namespace tidy {
 
 namespace {
 
-constexpr int usualColumns = 80;
+constexpr int usualColumns = 112;
 constexpr int usualLines = 29;
 constexpr int searchGap = 7; // pixels: 100 twips
 constexpr int descriptionLines = 6;

@@ -21,7 +21,7 @@ namespace tree {
 
 namespace {
 
-constexpr int usualColumns = 50;
+constexpr int usualColumns = 70;
 
 QLineEdit *makeField(const QString &name, const QString &accessibleName, QWidget *parent)
 {

@@ -24,7 +24,7 @@ namespace tree {
 
 namespace {
 
-constexpr int usualColumns = 64;
+constexpr int usualColumns = 88;
 constexpr int usualLines = 22;
 
 int imageAt(const QModelIndex &node) { return node.data(TreeModel::ImageRole).toInt(); }
